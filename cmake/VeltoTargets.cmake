@@ -1,0 +1,34 @@
+# Functions that every folder uses to declare its targets with the same flags.
+
+# Flags of every target: warnings, sanitizers, and floating-point sums that keep their order.
+function(velto_flags target)
+  target_compile_options(${target} PRIVATE
+    -Wall -Wextra -Wpedantic -Wconversion -Wshadow -ffp-contract=off)
+  if(VELTO_WERROR)
+    target_compile_options(${target} PRIVATE -Werror)
+  endif()
+  if(VELTO_SANITIZE)
+    target_compile_options(${target} PRIVATE
+      -fsanitize=${VELTO_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
+    target_link_options(${target} PRIVATE -fsanitize=${VELTO_SANITIZE})
+  endif()
+endfunction()
+
+# A static library whose headers are included from the project's root.
+function(velto_library target)
+  add_library(${target} STATIC)
+  velto_flags(${target})
+  target_include_directories(${target} PUBLIC $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}>)
+endfunction()
+
+# A GoogleTest program x_test.cpp standing beside the file it tests; further arguments are libraries.
+function(velto_test source)
+  if(NOT VELTO_BUILD_TESTS)
+    return()
+  endif()
+  get_filename_component(name ${source} NAME_WE)
+  add_executable(${name} ${source})
+  velto_flags(${name})
+  target_link_libraries(${name} PRIVATE ${ARGN} GTest::gtest_main)
+  add_test(NAME ${name} COMMAND ${name} WORKING_DIRECTORY ${PROJECT_SOURCE_DIR})
+endfunction()

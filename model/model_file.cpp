@@ -1,0 +1,227 @@
+// 1. Lines and fields  2. Parameter file  3. Matrix file  4. Writing
+#include "model/model_file.h"
+
+#include <cmath>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+
+namespace velto {
+namespace {
+
+// ---- 1. Lines and fields
+
+// Characters of a line buffer with the terminating zero; the format's limit of one line.
+constexpr int kLineBuffer = 256;
+
+// Walks a model file line by line and field by field and notes the first irregularity.
+class LineReader {
+ public:
+  explicit LineReader(std::istream& in) : in_(in) {}
+
+  void nextLine() {
+    finishLine();
+    const bool readable = in_.good();
+    in_.getline(buffer_, kLineBuffer);
+    rest_ = buffer_;
+    fieldsLeft_ = true;
+    ++line_;
+    if (in_.gcount() == 0) {
+      note(readable && !in_.eof() ? "unreadable line" : "the file ends early");
+    } else if (in_.fail()) {
+      note("the line is longer than 255 characters");
+    }
+    lineOpen_ = true;
+  }
+
+  int nextInt() {
+    char* end = nullptr;
+    const long value = std::strtol(rest_, &end, 10);
+    advance(end);
+    return static_cast<int>(value);
+  }
+
+  double nextReal() {
+    char* end = nullptr;
+    const double value = std::strtod(rest_, &end);
+    if (!std::isfinite(value)) note("a number is not finite");
+    advance(end);
+    return value;
+  }
+
+  void note(const char* reason) {
+    if (status_.line == 0) status_ = {line_, reason};
+  }
+
+  // The status after the last line that the format knows.
+  ModelFileStatus finish() {
+    finishLine();
+    lineOpen_ = false;
+    if (in_.good() && in_.peek() != std::istream::traits_type::eof()) {
+      ++line_;
+      note("there are more lines than the format has");
+    }
+    return status_;
+  }
+
+ private:
+  // The text after the next comma is what remains; without a comma the same text remains.
+  void advance(const char* end) {
+    if (!fieldsLeft_) note("a field is missing");
+    const char* comma = std::strchr(rest_, ',');
+    const char* stop = comma != nullptr ? comma : rest_ + std::strlen(rest_);
+    if (end == rest_ || end != stop) {
+      if (!(comma == nullptr && *end == '\r' && end[1] == '\0')) note("a field is not a number");
+    }
+    if (comma != nullptr) {
+      rest_ = comma + 1;
+    } else {
+      fieldsLeft_ = false;
+    }
+  }
+
+  // A comma behind the last field is allowed.
+  void finishLine() {
+    if (lineOpen_ && fieldsLeft_ && *rest_ != '\0' && *rest_ != '\r') {
+      note("there are more fields than the format has");
+    }
+  }
+
+  std::istream& in_;
+  char buffer_[kLineBuffer] = {};
+  const char* rest_ = buffer_;  // what remains of the line
+  bool fieldsLeft_ = false;     // false once the last field of the line was taken
+  bool lineOpen_ = false;
+  int line_ = 0;  // 1-based
+  ModelFileStatus status_;
+};
+
+// ---- 2. Parameter file
+
+void readHypothesis(LineReader& lines, fnlHypo& hypothesis) {
+  lines.nextLine();
+  hypothesis.kind = lines.nextInt();
+  hypothesis.elem1 = lines.nextInt();
+  hypothesis.elem2 = lines.nextInt();
+  hypothesis.elem3 = lines.nextInt();
+  hypothesis.gap = lines.nextInt();
+  hypothesis.alpha = lines.nextReal();
+  if (!indicesInRange(hypothesis)) lines.note("an index points outside its table");
+}
+
+void readRealThreshold(LineReader& lines, RealThreshold& threshold) {
+  lines.nextLine();
+  threshold.polarity = lines.nextInt();
+  threshold.trsld = lines.nextReal();
+}
+
+void readCountThreshold(LineReader& lines, CountThreshold& threshold) {
+  lines.nextLine();
+  threshold.polarity = lines.nextInt();
+  threshold.trsld = lines.nextInt();
+}
+
+void readPrior(LineReader& lines, double (&prior)[2]) {
+  lines.nextLine();
+  prior[0] = lines.nextReal();
+  prior[1] = lines.nextReal();
+}
+
+}  // namespace
+
+bool indicesInRange(const fnlHypo& h) {
+  const auto base = [](int code) { return code >= 0 && code <= 3; };
+  const auto acid = [](int number) { return number >= 0 && number < kAminoAcids; };
+  switch (h.kind) {
+    case kCodonKind:
+      return base(h.elem1) && base(h.elem2) && base(h.elem3);
+    case kSingleAcidKind:
+      return acid(h.elem1);
+    case kPairKind:
+      return acid(h.elem1) && acid(h.elem2) && h.gap >= 0 && h.gap < kPairGaps;
+    default:
+      return true;
+  }
+}
+
+ModelFileStatus readParameterFile(std::istream& in, int rounds, ModelTables& tables) {
+  LineReader lines(in);
+  tables.fh.reserve(tables.fh.size() + static_cast<size_t>(rounds > 0 ? rounds : 0));
+  for (int i = 0; i < rounds; ++i) readHypothesis(lines, tables.fh.emplace_back());
+  for (int i = rounds > 0 ? rounds : 0; i < kModelHypotheses; ++i) {
+    fnlHypo discarded;
+    readHypothesis(lines, discarded);
+  }
+  for (RealThreshold& threshold : tables.codonTrsld) readRealThreshold(lines, threshold);
+  for (RealThreshold& threshold : tables.pairAcidTrsld) readRealThreshold(lines, threshold);
+  for (CountThreshold& threshold : tables.snglAcidTrsld) readCountThreshold(lines, threshold);
+  for (auto& ofGap : tables.pairAcidPriproTable) {
+    for (auto& ofFirst : ofGap) {
+      for (auto& prior : ofFirst) readPrior(lines, prior);
+    }
+  }
+  for (auto& prior : tables.snglAcidPriproTable) readPrior(lines, prior);
+  return lines.finish();
+}
+
+// ---- 3. Matrix file
+
+ModelFileStatus readMatrixFile(std::istream& in, double (&matrix)[16]) {
+  LineReader lines(in);
+  for (int row = 0; row < kMatrixFileLines; ++row) {
+    lines.nextLine();
+    for (int column = 0; column < 4; ++column) matrix[4 * row + column] = lines.nextReal();
+  }
+  return lines.finish();
+}
+
+// ---- 4. Writing
+
+namespace {
+
+template <typename... Values>
+void appendLine(std::string& text, const char* format, Values... values) {
+  // A double of any size fits: "%f" prints at most 309 digits, a sign, a point and six decimals.
+  char line[800];
+  const int length = std::snprintf(line, sizeof line, format, values...);
+  text.append(line, static_cast<size_t>(length));
+}
+
+}  // namespace
+
+std::string parameterFileText(const ModelTables& tables) {
+  std::string text;
+  for (size_t i = 0; i < kModelHypotheses; ++i) {
+    const fnlHypo h = i < tables.fh.size() ? tables.fh[i] : fnlHypo{};
+    appendLine(text, "%d,%d,%d,%d,%d,%f\n", h.kind, h.elem1, h.elem2, h.elem3, h.gap, h.alpha);
+  }
+  for (const RealThreshold& t : tables.codonTrsld) {
+    appendLine(text, "%d,%f\n", t.polarity, t.trsld);
+  }
+  for (const RealThreshold& t : tables.pairAcidTrsld) {
+    appendLine(text, "%d,%f\n", t.polarity, t.trsld);
+  }
+  for (const CountThreshold& t : tables.snglAcidTrsld) {
+    appendLine(text, "%d,%d\n", t.polarity, t.trsld);
+  }
+  for (const auto& ofGap : tables.pairAcidPriproTable) {
+    for (const auto& ofFirst : ofGap) {
+      for (const auto& prior : ofFirst) appendLine(text, "%f,%f\n", prior[0], prior[1]);
+    }
+  }
+  for (const auto& prior : tables.snglAcidPriproTable) {
+    appendLine(text, "%f,%f\n", prior[0], prior[1]);
+  }
+  return text;
+}
+
+std::string matrixFileText(const double (&matrix)[16]) {
+  std::string text;
+  for (int row = 0; row < kMatrixFileLines; ++row) {
+    const double* m = matrix + 4 * row;
+    appendLine(text, "%f,%f,%f,%f\n", m[0], m[1], m[2], m[3]);
+  }
+  return text;
+}
+
+}  // namespace velto

@@ -1,0 +1,42 @@
+// Reading and writing the text of the two model files: parameter file and frame-transition matrix.
+#pragma once
+
+#include <istream>
+#include <string>
+
+#include "model/model_tables.h"
+
+namespace velto {
+
+// What was irregular in a model file. Reading never fails: a malformed number reads as 0 (or as its
+// valid prefix), a missing line as zeros; the status names the first such place.
+struct ModelFileStatus {
+  int line = 0;        // 1-based; 0 when the file is regular
+  std::string reason;  // empty when the file is regular
+
+  bool regular() const { return line == 0; }
+};
+
+// Lines of a parameter file and of a matrix file.
+constexpr int kParameterFileLines =
+    4 * kModelHypotheses + kPairGaps * kAminoAcids * kAminoAcids + kAminoAcids;
+constexpr int kMatrixFileLines = 4;
+
+// Reads the first `rounds` hypotheses (appended to tables.fh) and all other sections of a parameter
+// file. Lines are cut at 255 characters; a longer line ends the readable part of the file.
+ModelFileStatus readParameterFile(std::istream& in, int rounds, ModelTables& tables);
+
+// Reads the four lines of a matrix file: line = current state, field = previous state.
+ModelFileStatus readMatrixFile(std::istream& in, double (&matrix)[16]);
+
+// The text of a parameter file with exactly 500 hypotheses; missing ones are written as zeros.
+std::string parameterFileText(const ModelTables& tables);
+
+// The text of a matrix file that readMatrixFile turns into `matrix` (up to six decimals).
+std::string matrixFileText(const double (&matrix)[16]);
+
+// True if every index of the hypothesis lies inside its tables; a hypothesis outside them is kept
+// but never counted by the vote.
+bool indicesInRange(const fnlHypo& hypothesis);
+
+}  // namespace velto
