@@ -42,11 +42,11 @@ struct CountThreshold {
 // All that one parameter file and its matrix file hold. The field names are fixed.
 // Entry i of a threshold table belongs to fh[i]; only the table of fh[i].kind is consulted.
 struct ModelTables {
-  std::vector<fnlHypo> fh;                                  // in file order, the order of the vote
-  RealThreshold codonTrsld[kModelHypotheses] = {};          // [hypothesis], kind 0
-  RealThreshold pairAcidTrsld[kModelHypotheses] = {};       // [hypothesis], kind 3
-  CountThreshold snglAcidTrsld[kModelHypotheses] = {};      // [hypothesis], kind 2
-  double snglAcidPriproTable[kAminoAcids][2] = {};          // [acid][0 numerator, 1 denominator]
+  std::vector<fnlHypo> fh;                              // in file order, the order of the vote
+  RealThreshold codonTrsld[kModelHypotheses] = {};      // [hypothesis], kind 0
+  RealThreshold pairAcidTrsld[kModelHypotheses] = {};   // [hypothesis], kind 3
+  CountThreshold snglAcidTrsld[kModelHypotheses] = {};  // [hypothesis], kind 2
+  double snglAcidPriproTable[kAminoAcids][2] = {};      // [acid][0 numerator, 1 denominator]
   double pairAcidPriproTable[kPairGaps][kAminoAcids][kAminoAcids][2] = {};  // [gap][first][second]
   double malkovChain[16] = {};  // additive path scores, [4 x current state + previous state]
 };

@@ -8,15 +8,15 @@ namespace velto {
 
 // Sample of one window on the prediction path. The names and the order of the fields are fixed.
 struct smplTestData {
-  int label = -1;  // class if known; -1 unknown; not read by the vote
-  int start = 0;   // first base of the window, 0-based
-  int end = 0;     // end - start is the window length in bases that the vote uses
+  int label = -1;                // class if known; -1 unknown; not read by the vote
+  int start = 0;                 // first base of the window, 0-based
+  int end = 0;                   // end - start is the window length in bases that the vote uses
   short codonCnt[4][4][4] = {};  // codons, [first][second][third] base code
   short pairAcidCnt[kPairGaps][kAminoAcids][kAminoAcids] = {};  // pairs, [gap][first][second]
   short snglAcidCnt[kAminoAcids] = {};                          // codons of each amino acid
   short pairAcidSnglCnt[kPairGaps][2][kAminoAcids] = {};  // [gap][0 first, 1 second member][acid]
-  short mark1 = -1;  // not read by the vote
-  short mark2 = -1;  // not read by the vote
+  short mark1 = -1;                                       // not read by the vote
+  short mark2 = -1;                                       // not read by the vote
 };
 
 // Sample of one window on the training side: the same counts in another order.

@@ -45,8 +45,7 @@ double hypothesisVote(const ModelTables& tables, size_t i, const Sample& s) {
   if (h.kind == kCodonKind) {
     const RealThreshold& t = tables.codonTrsld[i];
     const int acid = ReadData::CodonTable(h.elem1, h.elem2, h.elem3);
-    const double v =
-        codonFeature(h, s.codonCnt[h.elem1][h.elem2][h.elem3], s.snglAcidCnt[acid]);
+    const double v = codonFeature(h, s.codonCnt[h.elem1][h.elem2][h.elem3], s.snglAcidCnt[acid]);
     return signedVote(h.alpha, t.polarity, v > t.trsld);
   }
   const RealThreshold& t = tables.pairAcidTrsld[i];
