@@ -1,0 +1,47 @@
+#include "report/score_file.h"
+
+#include <fstream>
+
+#include "model/read_data.h"
+
+namespace velto {
+namespace {
+
+// Index into the score series of `frame` for base i of a read of `length` bases, -1 for none. The
+// first three rows show the first codons as they begin; from the last whole frame-0 codon on each
+// index is one codon further back, so that the last values are repeated.
+int scoreIndex(int i, int frame, int length) {
+  const int lastCodon = 3 * (length / 3) - 3;
+  if (i < 3) return i >= frame ? 0 : -1;
+  if (i < lastCodon) return (i - frame) / 3;
+  return i / 3 - (frame == 2 ? 2 : 1);
+}
+
+void writeColumn(std::ostream& out, const std::vector<double>& series, int index) {
+  out << ',';
+  if (index < 0 || static_cast<size_t>(index) >= series.size()) {
+    out << 0;
+  } else {
+    out << series[static_cast<size_t>(index)];
+  }
+}
+
+}  // namespace
+
+void writeScoreFile(std::ostream& out, const WebPredict& result) {
+  for (int i = 0; i < result.arrayLen; ++i) {
+    out << ReadData::outPutBase(result.seqArray[i]);
+    for (int f = 0; f < 3; ++f) {
+      writeColumn(out, result.frameScore[f], scoreIndex(i, f, result.arrayLen));
+    }
+    out << '\n';
+  }
+}
+
+int WebPredict::OutValLayout(int /*width*/, char* fileName) {
+  std::ofstream out(fileName, std::ios::trunc);
+  writeScoreFile(out, *this);
+  return 0;
+}
+
+}  // namespace velto
