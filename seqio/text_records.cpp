@@ -152,6 +152,7 @@ std::size_t TextRecords::takeLine() {
 void TextRecords::throwNoHeader(long line, std::string_view start) const {
   if (marker_ == '@') throwAt(line, "FASTQ record does not start with '@'");
   if (start.substr(0, 4) == "CRAM") throwAt(line, "CRAM is not read; convert it to BAM or FASTQ");
+  if (start.substr(0, 2) == "\x1f\x8b") throwAt(line, "gzip header truncated");
   throwAt(line, "neither FASTA ('>'), FASTQ ('@') nor BAM");
 }
 
