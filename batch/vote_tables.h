@@ -75,24 +75,31 @@ class VoteTables {
   // codons ([slot]).
   int acidVotes(int acid, int acidCount, const std::uint8_t* codonCounts) const {
     const int* table = codonVotes_.data() + triangle(acidCount);
-    const size_t end = activeEnd_[static_cast<size_t>(acid)];
+    const SlotRange active = active_[static_cast<size_t>(acid)];
     int votes = 0;
-    for (size_t slot = firstSlot_[static_cast<size_t>(acid)]; slot < end; ++slot) {
+    for (size_t slot = active.begin; slot < active.end; ++slot) {
       votes += table[slot * slotEntries_ + codonCounts[slot]];
     }
     return votes;
   }
-  std::uint8_t slotOf(std::uint8_t slot) const { return slotOrder_[slot]; }
 
  private:
   static constexpr int kPartners = kAminoAcids + 1;
 
   static size_t triangle(int count) { return static_cast<size_t>(count) * (count + 1U) / 2; }
 
+  struct SlotRange {
+    std::uint8_t begin, end;
+  };
+
   bool readWeights();
-  void orderSlots();
   void fillCodonVotes();
+  void addCodonHypothesis(size_t i);
+  void addAcidHypothesis(size_t i);
   void numberRows();
+  int lengths() const;
+  int* votesOfSlot(int acid, size_t slot);
+  void addPair(size_t i, int length, PairTables& tables, std::vector<int>& votes) const;
   std::unique_ptr<const PairTables> makePairTables(int length) const;
 
   struct LazyPairTables {
@@ -107,9 +114,7 @@ class VoteTables {
   std::vector<int> weight_;      // [hypothesis] millionths, the vote when above
 
   size_t slotEntries_;                       // of one slot in codonVotes_
-  std::uint8_t slotOrder_[kCodons];          // [codonSlots() slot]: slot here, active ones first
-  std::uint8_t firstSlot_[kAminoAcids];      // [acid]
-  std::uint8_t activeEnd_[kAminoAcids];      // [acid]: slots from here on have no hypothesis
+  SlotRange active_[kAminoAcids] = {};       // [acid] slots from the first to the last with votes
   std::vector<int> codonVotes_;              // [slot][triangle(acid count) + codon count]
 
   std::vector<std::uint16_t> rows_;
