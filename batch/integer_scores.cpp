@@ -75,8 +75,7 @@ int IntegerJudge::bestAmongEqual(const TrialWindow& window, const PairTables& pa
   beginTrials(window, pairs);
   for (int t = 0;; ++t) {
     if (vote_.sum() == best) {
-      const double score =
-          scoreTrialPlain(read_.model, read_.seq, read_.length, window, t);
+      const double score = scoreTrialPlain(read_.model, read_.seq, read_.length, window, t);
       if (score > bestScore) {
         bestScore = score;
         place = t;

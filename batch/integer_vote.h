@@ -34,12 +34,12 @@ class IntegerVote {
   const VoteTables* tables_ = nullptr;
   const PairTables* pairs_ = nullptr;
   int sum_ = 0;
-  std::uint8_t codonCount_[kCodons] = {};            // [slot]
-  std::uint8_t acidCount_[kAminoAcids] = {};         // [acid]
-  int acidVotes_[kAminoAcids] = {};                  // [acid], as VoteTables::acidVotes
-  std::vector<std::uint16_t> place_;                 // [pair row]: of its count in PairTables::step
+  std::uint8_t codonCount_[kCodons] = {};     // [slot]
+  std::uint8_t acidCount_[kAminoAcids] = {};  // [acid]
+  int acidVotes_[kAminoAcids] = {};           // [acid], as VoteTables::acidVotes
+  std::vector<std::uint16_t> place_;          // [pair row]: of its count in PairTables::step
   std::uint8_t memberCount_[kPairGaps * 2 * kAminoAcids] = {};  // [memberElement]; moving only
-  std::vector<char> above_;                          // [moving pair]
+  std::vector<char> above_;                                     // [moving pair]
 };
 
 }  // namespace velto

@@ -23,7 +23,8 @@ constexpr int kSpareCodons = 1;
 }  // namespace
 
 VoteTables::VoteTables(const ModelView& model)
-    : model_(model.tables), counts_(model.windowWidth / 3 + 1), usable_(readWeights()) {
+    : model_(model.tables), counts_(model.windowWidth / 3 + 1) {
+  usable_ = readWeights();
   if (!usable_) return;
   fillCodonVotes();
   numberRows();
@@ -76,8 +77,8 @@ void VoteTables::addCodonHypothesis(size_t i) {
   const fnlHypo& h = model_.fh[i];
   const RealThreshold& t = model_.codonTrsld[i];
   const size_t codon = static_cast<size_t>(16 * h.elem1 + 4 * h.elem2 + h.elem3);
-  int* votes = votesOfSlot(ReadData::CodonTable(h.elem1, h.elem2, h.elem3),
-                           codonSlots().slotOf[codon]);
+  int* votes =
+      votesOfSlot(ReadData::CodonTable(h.elem1, h.elem2, h.elem3), codonSlots().slotOf[codon]);
   for (short acids = 0; acids < counts_; ++acids) {
     for (short count = 0; count <= acids; ++count) {
       const bool above = codonFeature(h, count, acids) > t.trsld;

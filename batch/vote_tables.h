@@ -36,12 +36,12 @@ struct MovingPair {
 
 // The pair votes for windows of one length in bases. Constant after construction.
 struct PairTables {
-  std::vector<int> step;       // [row x counts + count]: vote change from count to count + 1
-  int emptySum = 0;            // votes of all pair hypotheses in a window without pairs
+  std::vector<int> step;  // [row x counts + count]: vote change from count to count + 1
+  int emptySum = 0;       // votes of all pair hypotheses in a window without pairs
   std::vector<MovingPair> moving;
-  std::vector<char> emptyAbove;             // [moving] above in a window without pairs
+  std::vector<char> emptyAbove;              // [moving] above in a window without pairs
   std::vector<std::vector<size_t>> movedBy;  // [memberElement]: indices of moving
-  std::vector<double> rate;                 // [acid x counts + count]: frequency of the acid
+  std::vector<double> rate;                  // [acid x counts + count]: frequency of the acid
 
   static size_t memberElement(int gap, int member, int acid) {
     return static_cast<size_t>((2 * gap + member) * kAminoAcids + acid);
@@ -109,13 +109,13 @@ class VoteTables {
 
   const ModelTables& model_;
   int counts_;
-  bool usable_;
+  bool usable_ = false;
   std::vector<size_t> counted_;  // hypotheses that vote, in order
   std::vector<int> weight_;      // [hypothesis] millionths, the vote when above
 
-  size_t slotEntries_;                       // of one slot in codonVotes_
-  SlotRange active_[kAminoAcids] = {};       // [acid] slots from the first to the last with votes
-  std::vector<int> codonVotes_;              // [slot][triangle(acid count) + codon count]
+  size_t slotEntries_;                  // of one slot in codonVotes_
+  SlotRange active_[kAminoAcids] = {};  // [acid] slots from the first to the last with votes
+  std::vector<int> codonVotes_;         // [slot][triangle(acid count) + codon count]
 
   std::vector<std::uint16_t> rows_;
   size_t rowCount_ = 0;
