@@ -18,7 +18,9 @@ endfunction()
 function(velto_library target)
   add_library(${target} STATIC)
   velto_flags(${target})
-  target_include_directories(${target} PUBLIC $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}>)
+  target_include_directories(${target} PUBLIC
+    $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}>
+    $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}/velto>)
 endfunction()
 
 # A GoogleTest program x_test.cpp standing beside the file it tests; further arguments are libraries.
