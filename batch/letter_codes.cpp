@@ -47,37 +47,14 @@ void reverseComplement(std::vector<short>& codes) {
   }
 }
 
-char complementLetter(char letter) {
-  switch (letter) {
-    case 'A':
-      return 'T';
-    case 'C':
-      return 'G';
-    case 'G':
-      return 'C';
-    case 'T':
-    case 'U':
-      return 'A';
-    case 'a':
-      return 't';
-    case 'c':
-      return 'g';
-    case 'g':
-      return 'c';
-    case 't':
-    case 'u':
-      return 'a';
-    default:
-      return letter;
-  }
-}
-
-std::string alongStrand(std::string_view bases, Strand strand) {
-  std::string letters(bases);
-  if (strand == Strand::kPlus) return letters;
-  std::reverse(letters.begin(), letters.end());
-  std::transform(letters.begin(), letters.end(), letters.begin(), complementLetter);
-  return letters;
+std::string predictedLetters(std::string_view bases, Strand strand, Letters letters) {
+  std::vector<short> codes;
+  codeLetters(bases, letters, codes);
+  if (strand == Strand::kMinus) reverseComplement(codes);
+  std::string text(codes.size(), 'N');
+  std::transform(codes.begin(), codes.end(), text.begin(),
+                 [](short code) { return isKnownBase(code) ? "ATGC"[code] : 'N'; });
+  return text;
 }
 
 }  // namespace velto

@@ -14,7 +14,4 @@ void codeLetters(std::string_view bases, Letters letters, std::vector<short>& co
 // Turns base codes into those of the reverse complement, in place.
 void reverseComplement(std::vector<short>& codes);
 
-// The letter of the complementary base in the same case; other letters stay as they are.
-char complementLetter(char letter);
-
 }  // namespace velto

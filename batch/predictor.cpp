@@ -123,8 +123,7 @@ void Predictor::Impl::predict(const ReadClass& readClass, const PredictOptions& 
   space.cells.assign(3 * steps, dpNode());
   fillFramePaths(model.tables.malkovChain, space.lay, space.cells.data());
   space.path.clear();
-  const TracedPath traced =
-      traceFramePath(space.cells.data(), static_cast<int>(steps), space.path);
+  const TracedPath traced = traceFramePath(space.cells.data(), static_cast<int>(steps), space.path);
   if (traced.score > kLeastCodingScore) {
     placeFrameChanges(read, space.vote, traced.endStep, space.path);
   }

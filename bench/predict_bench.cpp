@@ -60,8 +60,7 @@ Prepared::Prepared() {
     fillLeadingClasses(read.lay, model.windowWidth);
     std::vector<dpNode> cells(3 * read.lay.cls[0].size());
     fillFramePaths(model.tables.malkovChain, read.lay, cells.data());
-    read.traced =
-        traceFramePath(cells.data(), static_cast<int>(read.lay.cls[0].size()), read.path);
+    read.traced = traceFramePath(cells.data(), static_cast<int>(read.lay.cls[0].size()), read.path);
   }
 }
 
@@ -172,8 +171,8 @@ void predictFast(benchmark::State& state) {
       shifts += static_cast<long>(result.frameshifts.size());
     }
   }
-  const double reads = static_cast<double>(state.iterations()) *
-                       static_cast<double>(bench::reads().size());
+  const double reads =
+      static_cast<double>(state.iterations()) * static_cast<double>(bench::reads().size());
   state.SetItemsProcessed(static_cast<long>(reads));
   state.counters["coding"] = static_cast<double>(coding) / reads;
   state.counters["shifts"] = static_cast<double>(shifts) / reads;

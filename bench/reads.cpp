@@ -65,7 +65,8 @@ const std::string& modelDirectory() {
 
 const std::vector<std::string>& reads() {
   static const std::vector<std::string> bases = [] {
-    modelDirectory();  // drawn first, so that the reads do not depend on the order of the benchmarks
+    modelDirectory();  // drawn first, so that the reads do not depend on the order of the
+                       // benchmarks
     const char* named = std::getenv("VELTO_BENCH_READS");
     return named != nullptr ? readsOfFile(named) : madeUpReads();
   }();

@@ -6,8 +6,8 @@
 
 namespace velto::bench {
 
-// A model directory: the one named by the environment variable VELTO_BENCH_MODEL, otherwise one made
-// up for the occasion in a temporary directory.
+// A model directory: the one named by the environment variable VELTO_BENCH_MODEL, otherwise one
+// made up for the occasion in a temporary directory.
 const std::string& modelDirectory();
 
 // Some hundred reads of 300 to 800 bases: the first ones of the FASTA file named by

@@ -6,6 +6,8 @@
 #include <string>
 
 #include "seqio/output_error.h"
+#include "workbench/check_model.h"
+#include "workbench/scan.h"
 #include "workbench/simulate.h"
 
 namespace {
@@ -42,6 +44,8 @@ int main(int argc, char** argv) {
   app.set_version_flag("--version", std::string("velto ") + VELTO_VERSION);
   app.failure_message(usageMessage);
   app.require_subcommand(1);
+  velto::addScanCommand(app);
+  velto::addCheckModelCommand(app);
   velto::addSimulateCommand(app);
   return runCommand(app, argc, argv);
 }

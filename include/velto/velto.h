@@ -109,8 +109,8 @@ class Predictor {
   std::shared_ptr<const Impl> impl_;
 };
 
-// The read's letters along `strand` (kPlus or kMinus), unchanged or reverse-complemented; letters
-// that are no bases stay as they are, case is kept.
-std::string alongStrand(std::string_view bases, Strand strand);
+// The read as it is predicted: along `strand` (kPlus or kMinus), every letter A, C, G, T or, for an
+// unknown base, N.
+std::string predictedLetters(std::string_view bases, Strand strand, Letters letters);
 
 }  // namespace velto
