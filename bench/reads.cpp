@@ -2,8 +2,6 @@
 
 #include <cstdlib>
 
-#include "model/model_file.h"
-#include "model/read_class.h"
 #include "seqio/record_reader.h"
 #include "tests/support/temp_dir.h"
 #include "tests/support/trained_models.h"
@@ -21,16 +19,6 @@ struct MadeUp {
 MadeUp& madeUp() {
   static MadeUp data;
   return data;
-}
-
-void writeMadeUpModel(const std::string& directory) {
-  for (int i = 0; i < kReadClasses; ++i) {
-    const ReadClass readClass = readClassAt(i);
-    const ModelTables tables = madeUp().species.model(
-        madeUp().random, test::PriorForm::kNearlyConstant, readClass.windowWidth);
-    test::writeFile(readClass.parameterPath(directory), parameterFileText(tables));
-    test::writeFile(readClass.matrixPath(directory), matrixFileText(tables.malkovChain));
-  }
 }
 
 std::vector<std::string> readsOfFile(const std::string& path) {
@@ -57,7 +45,7 @@ const std::string& modelDirectory() {
   static const std::string directory = [] {
     const char* named = std::getenv("VELTO_BENCH_MODEL");
     if (named != nullptr) return std::string(named);
-    writeMadeUpModel(made.path());
+    madeUp().species.writeModels(madeUp().random, test::PriorForm::kNearlyConstant, made.path());
     return made.path();
   }();
   return directory;

@@ -4,10 +4,13 @@
 #include <cmath>
 #include <vector>
 
+#include "model/model_file.h"
+#include "model/read_class.h"
 #include "model/read_data.h"
 #include "model/window_sample.h"
 #include "model/window_vote.h"
 #include "tests/support/reads.h"
+#include "tests/support/temp_dir.h"
 
 namespace velto::test {
 namespace {
@@ -138,6 +141,16 @@ ModelTables MadeUpSpecies::model(Random& random, PriorForm form, int windowWidth
     tables.fh.push_back(h);
   }
   return tables;
+}
+
+void MadeUpSpecies::writeModels(Random& random, PriorForm form, const std::string& directory,
+                                int weights) const {
+  for (int i = 0; i < kReadClasses; ++i) {
+    const ReadClass readClass = readClassAt(i);
+    const ModelTables tables = model(random, form, readClass.windowWidth, weights);
+    writeFile(readClass.parameterPath(directory), parameterFileText(tables));
+    writeFile(readClass.matrixPath(directory), matrixFileText(tables.malkovChain));
+  }
 }
 
 }  // namespace velto::test

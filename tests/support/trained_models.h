@@ -28,6 +28,10 @@ class MadeUpSpecies {
   // regions.
   ModelTables model(Random& random, PriorForm form, int windowWidth, int weights = 0) const;
 
+  // Writes a model of its own for each of the sixteen read classes.
+  void writeModels(Random& random, PriorForm form, const std::string& directory,
+                   int weights = 0) const;
+
  private:
   std::string codon(Random& random) const;
 
