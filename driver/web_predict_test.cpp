@@ -6,6 +6,7 @@
 #include <algorithm>
 
 #include "model/read_class.h"
+#include "tests/support/model_directory.h"
 #include "tests/support/reads.h"
 #include "tests/support/temp_dir.h"
 

@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <set>
 
+#include "tests/support/model_directory.h"
 #include "tests/support/models.h"
 #include "tests/support/process.h"
 #include "tests/support/reads.h"
