@@ -1,0 +1,48 @@
+// The bytes of an input file after decompression: plain, gzip (several members too) or BGZF.
+#pragma once
+
+#include <cstddef>
+#include <memory>
+#include <stdexcept>
+#include <string>
+
+struct BGZF;
+
+namespace velto {
+
+// Why bytes could not be read; the caller adds file, record and line.
+class ByteError : public std::runtime_error {
+  using std::runtime_error::runtime_error;
+};
+
+// Reads one file from its start to its end; for one thread at a time. Switches off htslib's own
+// messages in the whole process, since every failure comes back as a ByteError.
+class ByteSource {
+ public:
+  static constexpr int kEnd = -1;
+
+  // Opens `path`, "-" being standard input. Throws ByteError.
+  explicit ByteSource(const std::string& path);
+
+  // The next byte, left in place, or kEnd. Throws ByteError.
+  int peek();
+
+  // Copies at least one and at most `size` bytes into `into` (`size` > 0); 0 only at the end of a
+  // complete file. Throws ByteError, after all bytes before the damaged block were handed out.
+  std::size_t read(char* into, std::size_t size);
+
+  // Throws ByteError if the file is BGZF and stopped without its end-of-file block. To be asked
+  // once a reader of handle() has met the end; peek() and read() ask by themselves.
+  void requireWholeFile() const;
+
+  // For htslib's own readers; stays owned by this object.
+  BGZF* handle() { return file_.get(); }
+
+ private:
+  struct Close {
+    void operator()(BGZF* file) const;
+  };
+  std::unique_ptr<BGZF, Close> file_;
+};
+
+}  // namespace velto

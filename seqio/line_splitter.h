@@ -1,0 +1,43 @@
+// Cuts a byte source into lines of any length without holding a line in memory.
+#pragma once
+
+#include <cstddef>
+#include <string_view>
+#include <vector>
+
+#include "seqio/byte_source.h"
+
+namespace velto {
+
+class LineSplitter {
+ public:
+  struct Piece {
+    std::string_view text;  // without line feed and the carriage return before it
+    bool endsLine;          // true if the line (or the file) ends after it
+  };
+  static constexpr int kEnd = ByteSource::kEnd;
+
+  explicit LineSplitter(ByteSource bytes);
+
+  // The next byte, left in place, or kEnd. Throws ByteError.
+  int peek();
+
+  // The next part of the current line, valid until the next call. The end of the file ends a line
+  // like a line feed does. Throws ByteError.
+  Piece take();
+
+  // 1-based number of the line that the next byte belongs to.
+  long line() const { return line_; }
+
+ private:
+  bool refill();
+  Piece takeUntil(std::size_t textEnd, std::size_t next, bool endsLine);
+
+  ByteSource bytes_;
+  std::vector<char> buffer_;
+  std::size_t begin_ = 0;  // the bytes not yet taken are [begin_, end_) of buffer_
+  std::size_t end_ = 0;
+  long line_ = 1;
+};
+
+}  // namespace velto

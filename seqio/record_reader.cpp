@@ -1,0 +1,40 @@
+#include "seqio/record_reader.h"
+
+#include <utility>
+
+#include "seqio/bam_records.h"
+#include "seqio/byte_source.h"
+#include "seqio/text_records.h"
+
+namespace velto {
+namespace {
+
+// 'B' starts neither FASTA nor FASTQ, so that this byte alone tells "BAM\1" from text.
+constexpr int kFirstByteOfBam = 'B';
+
+ByteSource openBytes(const std::string& path) try {
+  return ByteSource(path);
+} catch (const ByteError& error) {
+  throw InputError(path, 0, 0, error.what());
+}
+
+int firstByte(const std::string& path, ByteSource& bytes) try {
+  return bytes.peek();
+} catch (const ByteError& error) {
+  throw InputError(path, 1, 1, error.what());
+}
+
+std::unique_ptr<RecordSource> openSource(const std::string& path, std::size_t maxBases) {
+  ByteSource bytes = openBytes(path);
+  if (firstByte(path, bytes) == kFirstByteOfBam) {
+    return std::make_unique<BamRecords>(path, std::move(bytes), maxBases);
+  }
+  return std::make_unique<TextRecords>(path, std::move(bytes), maxBases);
+}
+
+}  // namespace
+
+RecordReader::RecordReader(const std::string& path, std::size_t maxBases)
+    : source_(openSource(path, maxBases)) {}
+
+}  // namespace velto

@@ -1,0 +1,163 @@
+#include "seqio/text_records.h"
+
+#include <algorithm>
+#include <cstring>
+#include <utility>
+
+#include "seqio/input_error.h"
+
+namespace velto {
+namespace {
+
+// Keeps a file without line feeds from filling the memory.
+constexpr std::size_t kMaxHeaderBytes = 100'000'000;
+
+bool isBlank(std::string_view text) { return text.find_first_not_of(" \t\r") == text.npos; }
+
+bool holds(std::string_view text, char byte) {
+  return !text.empty() && std::memchr(text.data(), byte, text.size()) != nullptr;
+}
+
+bool isSpace(char byte) { return byte == ' ' || byte == '\t'; }
+
+void appendWithoutSpaces(std::string& bases, std::string_view text) {
+  const std::size_t old = bases.size();
+  bases.append(text);
+  if (!holds(text, ' ') && !holds(text, '\t')) return;
+  const auto from = bases.begin() + static_cast<std::ptrdiff_t>(old);
+  bases.erase(std::remove_if(from, bases.end(), isSpace), bases.end());
+}
+
+std::size_t countWithoutSpaces(std::string_view text) {
+  if (!holds(text, ' ') && !holds(text, '\t')) return text.size();
+  return text.size() - static_cast<std::size_t>(std::count_if(text.begin(), text.end(), isSpace));
+}
+
+}  // namespace
+
+TextRecords::TextRecords(std::string path, ByteSource bytes, std::size_t maxBases)
+    : path_(std::move(path)), maxBases_(maxBases), lines_(std::move(bytes)) {}
+
+// Hands the current line to `use`, one piece at a time.
+template <typename Use>
+void TextRecords::eachPiece(Use use) {
+  for (bool ended = false; !ended;) {
+    const LineSplitter::Piece piece = lines_.take();
+    use(piece.text);
+    ended = piece.endsLine;
+  }
+}
+
+bool TextRecords::next(Record& record) try {
+  return parseNext(record);
+} catch (const ByteError& error) {
+  throwAt(lines_.line(), error.what());
+}
+
+bool TextRecords::parseNext(Record& record) {
+  ++number_;
+  if (!skipBlankLines()) return false;
+  const int marker = lines_.peek();
+  if (marker_ == 0 && (marker == '>' || marker == '@')) marker_ = marker;
+  record.number = number_;
+  record.line = lines_.line();
+  if (marker != marker_) throwNoHeader(record.line, lines_.take().text);
+  readHeader(record);
+  if (marker_ == '>') {
+    readFastaBases(record);
+  } else {
+    readFastqBases(record);
+    checkFastqQuality(record.bases.size());
+  }
+  return true;
+}
+
+// False at the end of the file.
+bool TextRecords::skipBlankLines() {
+  for (int byte; (byte = lines_.peek()) != LineSplitter::kEnd;) {
+    if (byte != '\n' && byte != '\r' && byte != ' ' && byte != '\t') return true;
+    const long line = lines_.line();
+    const std::string_view text = lines_.take().text;
+    if (!isBlank(text)) throwNoHeader(line, text);
+  }
+  return false;
+}
+
+void TextRecords::readHeader(Record& record) {
+  header_.clear();
+  eachPiece([&](std::string_view text) {
+    if (header_.size() + text.size() > kMaxHeaderBytes) throwAt(record.line, "header too long");
+    header_.append(text);
+  });
+  const std::size_t blank = header_.find_first_of(" \t", 1);
+  record.name = header_.substr(1, blank == header_.npos ? blank : blank - 1);
+  record.description = blank == header_.npos ? std::string() : header_.substr(blank + 1);
+}
+
+void TextRecords::readFastaBases(Record& record) {
+  record.bases.clear();
+  while (lines_.peek() != LineSplitter::kEnd && lines_.peek() != '>') {
+    appendBases(record.bases);
+  }
+}
+
+void TextRecords::readFastqBases(Record& record) {
+  record.bases.clear();
+  sequenceLines_ = 0;
+  for (int byte; (byte = lines_.peek()) != '+'; ++sequenceLines_) {
+    if (byte == LineSplitter::kEnd || byte == '@' || byte == '>') {
+      throwAt(lines_.line(), "FASTQ record without its '+' line");
+    }
+    appendBases(record.bases);
+  }
+  takeLine();
+}
+
+// A sequence on one line has its quality on one line; otherwise quality runs on until it is as
+// long as the sequence, since '@' and '+' may start a line of it.
+void TextRecords::checkFastqQuality(std::size_t bases) {
+  std::size_t count = 0;
+  const long first = lines_.line();
+  while (count < bases) {
+    if (lines_.peek() == LineSplitter::kEnd) {
+      throwAt(lines_.line(), "FASTQ record ends within its quality");
+    }
+    count += takeLine();
+    if (sequenceLines_ == 1) break;
+  }
+  if (count != bases) {
+    throwAt(first, "FASTQ quality of length " + std::to_string(count) + " for " +
+                       std::to_string(bases) + " bases");
+  }
+}
+
+// Takes one line.
+void TextRecords::appendBases(std::string& bases) {
+  const long line = lines_.line();
+  eachPiece([&](std::string_view text) {
+    appendWithoutSpaces(bases, text);
+    if (bases.size() > maxBases_) {
+      throwAt(line, "sequence longer than " + std::to_string(maxBases_) + " bases");
+    }
+  });
+}
+
+// Takes one line and tells its length.
+std::size_t TextRecords::takeLine() {
+  std::size_t count = 0;
+  eachPiece([&](std::string_view text) { count += countWithoutSpaces(text); });
+  return count;
+}
+
+void TextRecords::throwNoHeader(long line, std::string_view start) const {
+  if (marker_ == '@') throwAt(line, "FASTQ record does not start with '@'");
+  if (start.substr(0, 4) == "CRAM") throwAt(line, "CRAM is not read; convert it to BAM or FASTQ");
+  if (start.substr(0, 2) == "\x1f\x8b") throwAt(line, "gzip header truncated");
+  throwAt(line, "neither FASTA ('>'), FASTQ ('@') nor BAM");
+}
+
+void TextRecords::throwAt(long line, const std::string& reason) const {
+  throw InputError(path_, number_, line, reason);
+}
+
+}  // namespace velto

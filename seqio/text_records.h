@@ -1,0 +1,45 @@
+// Splits FASTA and FASTQ text into records.
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+#include "seqio/byte_source.h"
+#include "seqio/line_splitter.h"
+#include "seqio/record_source.h"
+
+namespace velto {
+
+// The first record's '>' or '@' decides the format of the whole file.
+class TextRecords : public RecordSource {
+ public:
+  // `path` serves messages only. A sequence longer than `maxBases` is an error.
+  TextRecords(std::string path, ByteSource bytes, std::size_t maxBases);
+
+  bool next(Record& record) override;
+
+ private:
+  bool parseNext(Record& record);
+  bool skipBlankLines();
+  void readHeader(Record& record);
+  void readFastaBases(Record& record);
+  void readFastqBases(Record& record);
+  void checkFastqQuality(std::size_t bases);
+  void appendBases(std::string& bases);
+  std::size_t takeLine();
+  template <typename Use>
+  void eachPiece(Use use);
+  [[noreturn]] void throwNoHeader(long line, std::string_view start) const;
+  [[noreturn]] void throwAt(long line, const std::string& reason) const;
+
+  const std::string path_;
+  const std::size_t maxBases_;
+  LineSplitter lines_;
+  std::string header_;      // scratch
+  int marker_ = 0;          // '>' or '@' once a record began, else 0
+  long number_ = 0;         // of the record being read
+  long sequenceLines_ = 0;  // of the record being read
+};
+
+}  // namespace velto
