@@ -48,37 +48,46 @@ void IntegerVote::change(const CodedRead& read, int p) {
 
 template <int kBy>
 void IntegerVote::changeMembers(int gap, int first, int second) {
-  const size_t elements[2] = {PairTables::memberElement(gap, 0, first),
-                              PairTables::memberElement(gap, 1, second)};
-  for (const size_t element : elements) {
+  const std::uint8_t elements[2] = {PairTables::memberElement(gap, 0, first),
+                                    PairTables::memberElement(gap, 1, second)};
+  for (const std::uint8_t element : elements) {
     memberCount_[element] = static_cast<std::uint8_t>(memberCount_[element] + kBy);
   }
-  for (const size_t element : elements) askMoving(element);
+  for (const std::uint8_t element : elements) askMoving(element);
 }
 
-void IntegerVote::askMoving(size_t element) {
-  for (const size_t index : pairs_->movedBy[element]) {
-    const MovingPair& pair = pairs_->moving[index];
-    const char above = isAbove(pair);
-    sum_ += 2 * (above - above_[index]) * pair.weight;
-    above_[index] = above;
+void IntegerVote::askMoving(std::uint8_t element) {
+  const MovingPair* moving = pairs_->moving.data();
+  const std::uint8_t* least = pairs_->least.empty() ? nullptr : pairs_->least.data();
+  const auto counts = static_cast<unsigned>(tables_->counts());
+  char* aboveNow = above_.data();
+  int sum = sum_;
+  for (const std::uint16_t index : pairs_->movedBy[element]) {
+    const MovingPair pair = moving[index];
+    const unsigned pairCount = place_[pair.row] - pair.row * counts;
+    const unsigned first = memberCount_[pair.firstElement];
+    const unsigned second = memberCount_[pair.secondElement];
+    unsigned bound = PairTables::kAskFeature;
+    if ((first | second) < PairTables::kLeastColumns && least != nullptr) {
+      bound = least[PairTables::leastIndex(index, first, second)];
+    }
+    const bool above = bound != PairTables::kAskFeature
+                           ? pairCount >= bound
+                           : isAbove(pairs_->features[index], pairCount, first, second);
+    sum += 2 * (above - aboveNow[index]) * pair.weight;
+    aboveNow[index] = above;
   }
+  sum_ = sum;
 }
 
-bool IntegerVote::isAbove(const MovingPair& pair) const {
-  const size_t counts = static_cast<size_t>(tables_->counts());
-  const size_t pairCount = place_[pair.row] - pair.row * counts;
-  const size_t first = memberCount_[PairTables::memberElement(pair.gap, 0, pair.first)];
-  const size_t second = memberCount_[PairTables::memberElement(pair.gap, 1, pair.second)];
-  if ((first | second) < MovingPair::kLeastColumns && !pair.least.empty()) {
-    const std::uint8_t least = pair.least[first * MovingPair::kLeastColumns + second];
-    if (least != MovingPair::kAskFeature) return pairCount >= least;
-  }
-  // The same operations as pairFeature, with both member frequencies looked up.
-  const double fp = (3.0 * static_cast<double>(pairCount) + pair.prior) / pair.length;
-  const double f1 = pairs_->rate[static_cast<size_t>(pair.first) * counts + first];
-  const double f2 = pairs_->rate[static_cast<size_t>(pair.second) * counts + second];
-  return fp / f1 / f2 > pair.threshold;
+// The same operations as pairFeature, with both member frequencies looked up.
+bool IntegerVote::isAbove(const MovingFeature& feature, unsigned pairCount, unsigned first,
+                          unsigned second) const {
+  const auto rate = [this](int acid, unsigned count) {
+    return pairs_->rate[static_cast<size_t>(acid * tables_->counts()) + count];
+  };
+  const double fp = (3.0 * pairCount + feature.prior) / feature.length;
+  return fp / rate(feature.first, first) / rate(feature.second, second) > feature.threshold;
 }
 
 template void IntegerVote::change<1>(const CodedRead& read, int p);

@@ -28,8 +28,9 @@ class IntegerVote {
   void change(const CodedRead& read, int p);
   template <int kBy>
   void changeMembers(int gap, int first, int second);
-  void askMoving(size_t element);
-  bool isAbove(const MovingPair& pair) const;
+  void askMoving(std::uint8_t element);
+  bool isAbove(const MovingFeature& feature, unsigned pairCount, unsigned first,
+               unsigned second) const;
 
   const VoteTables* tables_ = nullptr;
   const PairTables* pairs_ = nullptr;

@@ -148,16 +148,14 @@ class PairFeature {
     return least;
   }
 
-  // Table MovingPair::least.
-  std::vector<std::uint8_t> leastAbove() const {
-    constexpr int kColumns = MovingPair::kLeastColumns;
-    std::vector<std::uint8_t> least;
+  // Appends the hypothesis' entries of PairTables::least.
+  void appendLeast(std::vector<std::uint8_t>& least) const {
+    constexpr int kColumns = PairTables::kLeastColumns;
     for (int first = 0; first < kColumns; ++first) {
       for (int second = 0; second < kColumns; ++second) {
         least.push_back(leastAbove(first, second));
       }
     }
-    return least;
   }
 
  private:
@@ -183,7 +181,7 @@ class PairFeature {
     int least = 0;
     while (least <= mostPairs && !above(least, first, second)) ++least;
     for (int pairs = least + 1; pairs <= mostPairs; ++pairs) {
-      if (!above(pairs, first, second)) return MovingPair::kAskFeature;
+      if (!above(pairs, first, second)) return PairTables::kAskFeature;
     }
     return static_cast<std::uint8_t>(least);
   }
@@ -237,7 +235,7 @@ void VoteTables::addPair(size_t i, int length, PairTables& tables, std::vector<i
   const RealThreshold& t = model_.pairAcidTrsld[i];
   const PairFeature feature(model_, i, length, counts_);
   const int vote = t.polarity != 0 ? weight_[i] : -weight_[i];  // when above
-  const size_t rowOfPair = row(h.gap, h.elem1, h.elem2);
+  const std::uint16_t rowOfPair = row(h.gap, h.elem1, h.elem2);
   if (feature.isSteady()) {
     const int least = feature.leastSteady();
     for (int count = 0; count < counts_; ++count) {
@@ -247,15 +245,17 @@ void VoteTables::addPair(size_t i, int length, PairTables& tables, std::vector<i
     return;
   }
   const double(&prior)[2] = model_.pairAcidPriproTable[h.gap][h.elem1][h.elem2];
-  const bool isWhole = length >= 3 * codons() - 3;  // windows cut short are too rare for tables
-  const size_t index = tables.moving.size();
-  tables.moving.push_back({rowOfPair, h.gap, h.elem1, h.elem2, vote, prior[0], length + prior[1],
-                           t.trsld, isWhole ? feature.leastAbove() : std::vector<std::uint8_t>()});
+  const std::uint8_t first = PairTables::memberElement(h.gap, 0, h.elem1);
+  const std::uint8_t second = PairTables::memberElement(h.gap, 1, h.elem2);
+  const auto index = static_cast<std::uint16_t>(tables.moving.size());
+  tables.moving.push_back({rowOfPair, first, second, vote});
+  tables.features.push_back({h.elem1, h.elem2, prior[0], length + prior[1], t.trsld});
+  if (length >= 3 * codons() - 3) feature.appendLeast(tables.least);
   const bool above = feature.above(0, 0, 0);
   tables.emptyAbove.push_back(above);
   tables.emptySum += above ? vote : -vote;
-  tables.movedBy[PairTables::memberElement(h.gap, 0, h.elem1)].push_back(index);
-  tables.movedBy[PairTables::memberElement(h.gap, 1, h.elem2)].push_back(index);
+  tables.movedBy[first].push_back(index);
+  tables.movedBy[second].push_back(index);
 }
 
 }  // namespace velto

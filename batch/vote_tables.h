@@ -7,6 +7,7 @@
 // or two are equal, the doubles have to be asked.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <mutex>
@@ -20,31 +21,43 @@ namespace velto {
 // A pair hypothesis whose feature moves with the counts of its two amino acids, so that it has to
 // be asked whenever one of them changes.
 struct MovingPair {
-  // Above exactly if the pair count is at least least[kLeastColumns x first + second count]; asked
-  // only for counts below kLeastColumns. kAskFeature: compute the feature instead.
-  static constexpr int kLeastColumns = 16;
-  static constexpr std::uint8_t kAskFeature = 255;
+  std::uint16_t row;           // of the pair count
+  std::uint8_t firstElement;   // memberElement of its first
+  std::uint8_t secondElement;  // and of its second amino acid
+  int weight;                  // millionths, the vote when above
+};
 
-  size_t row;              // of the pair count
-  int gap, first, second;  // pair class and its amino acids
-  int weight;              // millionths, the vote when above
-  double prior;            // numerator prior of the pair
-  double length;           // window length with the denominator prior of the pair
+// The feature of a moving pair, for counts that PairTables::least does not know.
+struct MovingFeature {
+  int first, second;  // amino acids
+  double prior;       // numerator prior of the pair
+  double length;      // window length with the denominator prior of the pair
   double threshold;
-  std::vector<std::uint8_t> least;  // empty: always compute the feature
 };
 
 // The pair votes for windows of one length in bases. Constant after construction.
 struct PairTables {
   std::vector<int> step;  // [row x counts + count]: vote change from count to count + 1
   int emptySum = 0;       // votes of all pair hypotheses in a window without pairs
-  std::vector<MovingPair> moving;
-  std::vector<char> emptyAbove;              // [moving] above in a window without pairs
-  std::vector<std::vector<size_t>> movedBy;  // [memberElement]: indices of moving
-  std::vector<double> rate;                  // [acid x counts + count]: frequency of the acid
 
-  static size_t memberElement(int gap, int member, int acid) {
-    return static_cast<size_t>((2 * gap + member) * kAminoAcids + acid);
+  std::vector<MovingPair> moving;
+  std::vector<MovingFeature> features;              // [moving]
+  std::vector<char> emptyAbove;                     // [moving] above in a window without pairs
+  std::vector<std::vector<std::uint16_t>> movedBy;  // [memberElement]: indices of moving
+  std::vector<double> rate;                         // [acid x counts + count]: its frequency
+
+  // [leastIndex]: the least pair count that is above, or kAskFeature. Only for counts of the two
+  // amino acids below kLeastColumns; empty for lengths of windows cut short, which are rare.
+  static constexpr size_t kLeastColumns = 16;
+  static constexpr std::uint8_t kAskFeature = 255;
+  std::vector<std::uint8_t> least;
+
+  static size_t leastIndex(size_t moving, size_t first, size_t second) {
+    return (moving * kLeastColumns + first) * kLeastColumns + second;
+  }
+
+  static std::uint8_t memberElement(int gap, int member, int acid) {
+    return static_cast<std::uint8_t>((2 * gap + member) * kAminoAcids + acid);
   }
 };
 
