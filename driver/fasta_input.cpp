@@ -1,4 +1,6 @@
 // The input readers of the predictor: a FASTA file of one record, and standard input.
+#include "driver/fasta_input.h"
+
 #include <algorithm>
 #include <climits>
 #include <cstdlib>
@@ -12,15 +14,6 @@
 
 namespace velto {
 namespace {
-
-constexpr int kLeastBases = 30;
-
-// Appends the header line's text behind '>' up to its line feed or the end of the file.
-void readHeader(std::istream& in, std::string& header) {
-  std::string line;
-  std::getline(in, line);
-  header += line;
-}
 
 // Appends the base codes of the rest of the file; lines are joined.
 void readBases(std::istream& in, std::vector<short>& codes) {
@@ -42,12 +35,28 @@ bool isGOrC(short code) { return code == baseCode('G') || code == baseCode('C');
 
 }  // namespace
 
-void WebPredict::keepSequence(const std::vector<short>& codes) {
+FastaRead readFasta(std::istream& in) {
+  FastaRead read;
+  const int first = in.get();
+  if (first == '>') {
+    std::getline(in, read.header);
+  } else if (in) {
+    read.codes.push_back(baseCode(static_cast<char>(first)));
+  }
+  readBases(in, read.codes);
+  return read;
+}
+
+void WebPredict::setRead(const std::vector<short>& codes) {
   if (codes.size() > INT_MAX) throw std::bad_alloc();
   delete[] seqArray;
-  arrayLen = static_cast<int>(codes.size());
+  seqArray = nullptr;
   seqArray = new short[codes.size()];
   std::copy(codes.begin(), codes.end(), seqArray);
+  arrayLen = static_cast<int>(codes.size());
+  seqLength = arrayLen;
+  const auto gcBases = static_cast<double>(std::count_if(codes.begin(), codes.end(), isGOrC));
+  gcPressure = arrayLen == 0 ? 0.0 : gcBases * 100.0 / arrayLen;
 }
 
 int WebPredict::GetArrayFromFile(char* fileName) {
@@ -56,19 +65,10 @@ int WebPredict::GetArrayFromFile(char* fileName) {
     std::cerr << "CAN NOT FIND FILE: " << fileName << "\n";
     std::exit(1);
   }
-  std::vector<short> codes;
-  const int first = in.get();
-  if (first == '>') {
-    readHeader(in, fastaHeader);
-  } else if (in) {
-    codes.push_back(baseCode(static_cast<char>(first)));  // kept even if it is a line break
-  }
-  readBases(in, codes);
-  keepSequence(codes);
+  const FastaRead read = readFasta(in);
+  fastaHeader += read.header;
+  setRead(read.codes);
   if (arrayLen < kLeastBases) refuseShortRead();
-  seqLength = arrayLen;
-  gcPressure =
-      static_cast<double>(std::count_if(codes.begin(), codes.end(), isGOrC)) * 100.0 / arrayLen;
   return 0;
 }
 
@@ -85,11 +85,8 @@ int WebPredict::GetArrayFromCin() {
       codes.push_back(baseCode(*c));
     }
   }
-  const auto gcBases = std::count_if(codes.begin(), codes.end(), isGOrC);
   codes.resize(length, kUnknownBase);
-  keepSequence(codes);
-  seqLength = arrayLen;
-  gcPressure = length == 0 ? 0.0 : static_cast<double>(gcBases) * 100.0 / arrayLen;
+  setRead(codes);
   return 0;
 }
 

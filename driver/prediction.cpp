@@ -48,8 +48,12 @@ int WebPredict::GetResult() {
   GetArrayFromFile(inputFile);
   std::cerr << "Now Calculating...\n\n";
   loadModel(*this);
-  GetSmplsFromArray();
+  predictRead();
+  return 0;
+}
 
+void WebPredict::predictRead() {
+  GetSmplsFromArray();
   const int steps = static_cast<int>(lay.cls[0].size());
   std::vector<int> path;
   {
@@ -59,16 +63,14 @@ int WebPredict::GetResult() {
   }
   FocusErrPlace(seqArray, arrayLen, path);
 
-  keepPath(path);
+  setPath(path);
   const CodingRegion region = codingRegion(path, dpScore);
   lay.start = region.start;
   lay.stop = region.stop;
-  return 0;
 }
 
-// Copies the path into frameArray, all off the path when nothing was found. frameArray also covers
-// the steps of the read that the path lacks.
-void WebPredict::keepPath(const std::vector<int>& path) {
+// frameArray also covers the steps of the read that the path lacks.
+void WebPredict::setPath(const std::vector<int>& path) {
   const size_t steps = std::max(path.size(), static_cast<size_t>(arrayLen) / 3 + 1);
   std::free(frameArray);
   frameArray = static_cast<int*>(std::malloc(steps * sizeof(int)));

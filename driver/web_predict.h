@@ -27,6 +27,14 @@ class WebPredict : public Test {
   // Classes and scores of all windows of the read, into lay and frameScore. Returns 0.
   int GetSmplsFromArray();
 
+  // The steps that the named operations share.
+  // Takes over a read: seqArray, its lengths and gcPressure.
+  void setRead(const std::vector<short>& codes);
+  // GetResult behind its loading: from the read and the process-wide model to the whole result.
+  void predictRead();
+  // Copies a decoded path into frameArray; all off the path unless dpScore is above -9.0.
+  void setPath(const std::vector<int>& path);
+
   // Text report to standard output, `width` display characters a line. Returns 0.
   int OutNormLayout(int width);
   // Per-base score file; the width is not used. Returns 0, also when the file cannot be written.
@@ -65,9 +73,6 @@ class WebPredict : public Test {
   }
 
  private:
-  void keepSequence(const std::vector<short>& codes);
-  void keepPath(const std::vector<int>& path);
-
   int frameSteps_;  // entries of frameArray
 };
 
