@@ -1,0 +1,177 @@
+// Runs the command as a process: options, statuses, streams and files.
+#include <gtest/gtest.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "training/truth_table.h"
+
+namespace velto {
+namespace {
+
+namespace fs = std::filesystem;
+
+struct Outcome {
+  int status;
+  std::string out;
+  std::string err;
+};
+
+std::string contents(const fs::path& path) {
+  std::ifstream in(path, std::ios::binary);
+  return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
+}
+
+class Simulate : public testing::Test {
+ protected:
+  void SetUp() override {
+    directory_ = fs::path(testing::TempDir()) / ("simulate_test." + std::to_string(getpid()));
+    fs::create_directory(directory_);
+    // CC ATG AAA GGG TAG TT, and a non-coding record.
+    write("coding.fa", ">t CDS=3-14 chr1\nCCATGAAAGGGTAGTT\n");
+    write("noncoding.fa", ">n chr1\nACGTACGT\n");
+  }
+  void TearDown() override { fs::remove_all(directory_); }
+
+  void write(const std::string& name, const std::string& text) {
+    std::ofstream(path(name)) << text;
+  }
+
+  std::string path(const std::string& name) const { return (directory_ / name).string(); }
+
+  // Runs `velto` with these arguments inside the test's directory.
+  Outcome run(const std::string& arguments) const {
+    const std::string command = "cd '" + directory_.string() +
+                                "' && timeout 60 '" VELTO_PROGRAM "' " + arguments +
+                                " > stdout 2> stderr";
+    const int raw = std::system(command.c_str());
+    return {WIFEXITED(raw) ? WEXITSTATUS(raw) : -1, contents(path("stdout")),
+            contents(path("stderr"))};
+  }
+
+  fs::path directory_;
+};
+
+TEST_F(Simulate, CleanWholeTranscriptIsWrittenWithItsTruth) {
+  const Outcome outcome = run("simulate --preset clean --full-length --truth truth.tsv coding.fa");
+  EXPECT_EQ(outcome.status, 0);
+  EXPECT_EQ(outcome.out, ">r1 t\nCCATGAAAGGGTAGTT\n");
+  EXPECT_EQ(outcome.err, "");
+  EXPECT_EQ(contents(path("truth.tsv")),
+            truthHeader() + "r1\t16\tt\t1\t16\t3-14:2\t3\t14\texact\texact\t\t\n");
+}
+
+TEST_F(Simulate, NoncodingReadsFollowTheCodingOnesWithoutIntervals) {
+  const Outcome outcome =
+      run("simulate --preset clean --full-length coding.fa --noncoding noncoding.fa --truth t.tsv");
+  EXPECT_EQ(outcome.out, ">r1 t\nCCATGAAAGGGTAGTT\n>r2 n\nACGTACGT\n");
+  EXPECT_EQ(contents(path("t.tsv")), truthHeader() +
+                                         "r1\t16\tt\t1\t16\t3-14:2\t3\t14\texact\texact\t\t\n" +
+                                         "r2\t8\tn\t1\t8\t\t\t\t\t\t\t\n");
+}
+
+TEST_F(Simulate, RatesOfOneReplaceOrDropEveryBase) {
+  EXPECT_EQ(run("simulate --full-length --rates 0,0,0,1 coding.fa").out,
+            ">r1 t\nNNNNNNNNNNNNNNNN\n");
+  EXPECT_EQ(run("simulate --full-length --rates 0,0,1,0 coding.fa").out, ">r1 t\n\n");
+}
+
+TEST_F(Simulate, SameSeedGivesTheSameBytesAndAnotherSeedOthers) {
+  const std::string options = "simulate --reads 50 --length 5-12 coding.fa --truth t.tsv --seed ";
+  const Outcome first = run(options + "7");
+  const std::string truth = contents(path("t.tsv"));
+  const Outcome again = run(options + "7");
+  EXPECT_EQ(first.out, again.out);
+  EXPECT_EQ(truth, contents(path("t.tsv")));
+  EXPECT_NE(first.out, run(options + "8").out);
+}
+
+TEST_F(Simulate, EarlierReadsDoNotDependOnTheirNumber) {
+  const std::string few = run("simulate --reads 5 --length 5-12 coding.fa").out;
+  const std::string many = run("simulate --reads 50 --length 5-12 coding.fa").out;
+  EXPECT_EQ(many.substr(0, few.size()), few);
+}
+
+TEST_F(Simulate, TruthBelongsToTheReadsInTheFile) {
+  run("simulate --per-transcript 200 --preset nanopore -o r.fa --truth t.tsv coding.fa");
+  std::istringstream table(contents(path("t.tsv")));
+  std::istringstream fasta(contents(path("r.fa")));
+  const std::vector<TruthRow> rows = readTruthTable(table, "t.tsv");
+  ASSERT_EQ(rows.size(), 200U);
+  for (const TruthRow& row : rows) {
+    std::string header, bases;
+    ASSERT_TRUE(std::getline(fasta, header) && std::getline(fasta, bases));
+    EXPECT_EQ(header, ">" + row.read + " t");
+    EXPECT_EQ(static_cast<int>(bases.size()), row.length);
+  }
+}
+
+TEST_F(Simulate, RefusedRecordsAreCountedOnStandardError) {
+  write("mixed.fa", ">a CDS=1-6\nATGTAA\n>b CDS=1-6\nATGAAA\n");
+  const Outcome outcome = run("simulate --preset clean --full-length mixed.fa");
+  EXPECT_EQ(outcome.status, 0);
+  EXPECT_EQ(outcome.out, ">r1 a\nATGTAA\n");
+  EXPECT_EQ(outcome.err,
+            "velto: 1 of 2 records refused:\n"
+            "  1 coding region does not end with a stop codon\n");
+}
+
+TEST_F(Simulate, InputWithoutUsableTranscriptFailsAndLeavesNoFile) {
+  EXPECT_EQ(run("simulate noncoding.fa -o r.fa").status, 1);
+  EXPECT_FALSE(fs::exists(path("r.fa")));
+}
+
+TEST_F(Simulate, MissingInputFileFailsByName) {
+  const Outcome outcome = run("simulate missing.fa");
+  EXPECT_EQ(outcome.status, 1);
+  EXPECT_EQ(outcome.err.rfind("velto: missing.fa: ", 0), 0U) << outcome.err;
+}
+
+TEST_F(Simulate, FailureOfTheTruthTableLeavesNoReadsFile) {
+  const Outcome outcome = run("simulate coding.fa -o r.fa --truth missing/t.tsv");
+  EXPECT_EQ(outcome.status, 1);
+  EXPECT_FALSE(fs::exists(path("r.fa")));
+}
+
+TEST_F(Simulate, ClosedPipeEndsQuietly) {
+  const Outcome outcome =
+      run("simulate --reads 100000 coding.fa 2> pipe_err | head -c 1 > /dev/null; cat pipe_err");
+  EXPECT_EQ(outcome.out, "");
+}
+
+TEST_F(Simulate, WrongCommandLinesAreUsageErrors) {
+  for (const char* arguments :
+       {"", "nosuch", "simulate", "simulate --preset x coding.fa", "simulate --rates 1 coding.fa",
+        "simulate --rates 0.5,0.5,0.5,0 coding.fa", "simulate --rates=-1,0,0,0 coding.fa",
+        "simulate --length 5 coding.fa", "simulate --length 0-5 coding.fa",
+        "simulate --length 9-5 coding.fa", "simulate --length 5-9x coding.fa",
+        "simulate --full-length --length 5-9 coding.fa",
+        "simulate --preset est --rates 0,0,0,0 coding.fa",
+        "simulate --reads 1 --per-transcript 1 coding.fa", "simulate --reads -1 coding.fa",
+        "simulate --seed -1 coding.fa", "simulate --per-transcript 0 coding.fa",
+        "simulate --truth - coding.fa", "simulate --truth same -o same coding.fa"}) {
+    const Outcome outcome = run(arguments);
+    EXPECT_EQ(outcome.status, 2) << arguments;
+    EXPECT_EQ(outcome.out, "") << arguments;
+    EXPECT_EQ(outcome.err.rfind("velto: ", 0), 0U) << arguments << outcome.err;
+  }
+}
+
+TEST_F(Simulate, HelpAndVersionSucceedOnStandardOutput) {
+  for (const char* arguments : {"--help", "--version", "simulate --help"}) {
+    const Outcome outcome = run(arguments);
+    EXPECT_EQ(outcome.status, 0) << arguments;
+    EXPECT_NE(outcome.out, "") << arguments;
+    EXPECT_EQ(outcome.err, "") << arguments;
+  }
+}
+
+}  // namespace
+}  // namespace velto
