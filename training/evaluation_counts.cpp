@@ -85,15 +85,21 @@ void countEnds(const TruthRow& truth, const CalledRead& called, EvaluationCounts
 }  // namespace
 
 EvaluationCounts& EvaluationCounts::operator+=(const EvaluationCounts& other) {
-  static constexpr long EvaluationCounts::*kMembers[] = {
-      &EvaluationCounts::reads,         &EvaluationCounts::noncodingReads,
-      &EvaluationCounts::noncodingCalled, &EvaluationCounts::bases,
-      &EvaluationCounts::coding,        &EvaluationCounts::called,
-      &EvaluationCounts::both,          &EvaluationCounts::neither,
-      &EvaluationCounts::inFrame,       &EvaluationCounts::startsInside,
-      &EvaluationCounts::startsExact,   &EvaluationCounts::stopsInside,
-      &EvaluationCounts::stopsExact,    &EvaluationCounts::bothInside,
-      &EvaluationCounts::bothExact};
+  static constexpr long EvaluationCounts::*kMembers[] = {&EvaluationCounts::reads,
+                                                         &EvaluationCounts::noncodingReads,
+                                                         &EvaluationCounts::noncodingCalled,
+                                                         &EvaluationCounts::bases,
+                                                         &EvaluationCounts::coding,
+                                                         &EvaluationCounts::called,
+                                                         &EvaluationCounts::both,
+                                                         &EvaluationCounts::neither,
+                                                         &EvaluationCounts::inFrame,
+                                                         &EvaluationCounts::startsInside,
+                                                         &EvaluationCounts::startsExact,
+                                                         &EvaluationCounts::stopsInside,
+                                                         &EvaluationCounts::stopsExact,
+                                                         &EvaluationCounts::bothInside,
+                                                         &EvaluationCounts::bothExact};
   for (const auto member : kMembers) this->*member += other.*member;
   add(shifts, other.shifts);
   add(insertions, other.insertions);

@@ -7,8 +7,8 @@ namespace velto {
 
 // A called and a true frameshift taken for the same.
 struct ShiftMatch {
-  int known;     // position of the true shift
-  int called;    // position of the called shift
+  int known;                                       // position of the true shift
+  int called;                                      // position of the called shift
   int distance() const { return called - known; }  // bases; negative: called too early
   bool operator==(const ShiftMatch& other) const {
     return known == other.known && called == other.called;

@@ -75,12 +75,16 @@ short tolerantBaseCode(char letter) {
   return baseCode(letter == 'U' ? 'T' : letter);
 }
 
+}  // namespace
+
 std::vector<short> baseCodes(std::string_view letters) {
   std::vector<short> bases;
   bases.reserve(letters.size());
   for (const char letter : letters) bases.push_back(tolerantBaseCode(letter));
   return bases;
 }
+
+namespace {
 
 // ---- Coding region
 

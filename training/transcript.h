@@ -41,6 +41,9 @@ constexpr int kRefusals = 10;
 // One sentence part in words, for example "stop codon inside the coding region".
 const char* refusalText(Refusal refusal);
 
+// Base codes of letters: lower case counts as upper case, U as T, every other letter is unknown.
+std::vector<short> baseCodes(std::string_view letters);
+
 struct ParsedTranscript {
   Transcript transcript;  // meaningful when accepted
   Refusal refusal = Refusal::kNone;

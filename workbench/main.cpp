@@ -6,6 +6,7 @@
 #include <string>
 
 #include "seqio/output_error.h"
+#include "workbench/evaluate.h"
 #include "workbench/simulate.h"
 
 namespace {
@@ -43,5 +44,6 @@ int main(int argc, char** argv) {
   app.failure_message(usageMessage);
   app.require_subcommand(1);
   velto::addSimulateCommand(app);
+  velto::addEvaluateCommand(app);
   return runCommand(app, argc, argv);
 }
