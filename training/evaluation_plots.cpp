@@ -20,6 +20,7 @@ constexpr double kAxisRoom = 70;     // pixels beside the vertical axis, for num
 constexpr double kClassRoom = 170;   // the same for names of classes
 constexpr double kPlotHeight = 340;  // pixels
 constexpr double kRowHeight = 26;    // pixels per class
+constexpr std::size_t kLeastRows = 6;  // leaves room for the legend
 
 // Colours that people with colour blindness tell apart.
 constexpr char kBlue[] = "#0072b2";
@@ -136,7 +137,7 @@ std::vector<SvgPoint> outlineOf(const std::vector<int>& bins) {
 
 std::string distanceLegend(const ModelEvaluation& model, const std::string& name) {
   return name + ": " + std::to_string(model.shiftDistances.size()) + " of " +
-         std::to_string(model.total.shifts.called);
+         std::to_string(model.total.shifts.called) + " called";
 }
 
 }  // namespace
@@ -191,9 +192,9 @@ void addClassPoints(SvgChart& chart, const EvaluationReport& report, int readCla
 
 std::string classPlot(const EvaluationReport& report) {
   const std::vector<int> classes = classesWithReads(report.models.front());
-  const auto rows = static_cast<double>(std::max<std::size_t>(1, classes.size()));
+  const auto rows = static_cast<double>(std::max(kLeastRows, classes.size()));
   SvgChart chart(headingOf("Accuracy by class of reads", report), {"score", 0.0, 1.0, 0.2},
-                 {"window, length class, GC class (reads)", 0.0, rows, 0.0}, kClassRoom,
+                 {"class (reads)", 0.0, rows, 0.0}, kClassRoom,
                  kRowHeight * rows);
   for (std::size_t i = 0; i < classes.size(); ++i) {
     const double row = rows - static_cast<double>(i) - 0.5;
