@@ -1,4 +1,4 @@
-// 1. Codons of a read  2. What touches a hypothesis  3. Changes and sums
+// 1. Codons of a read  2. Hypotheses and the counts they wait for  3. Changes and sums
 #include "model/sliding_vote.h"
 
 #include "model/base_code.h"
@@ -11,6 +11,8 @@ namespace velto {
 namespace {
 
 constexpr int kFarthestPartner = 3 * kPairGaps;  // bases from a codon to its last pair partner
+
+size_t index(int i) { return static_cast<size_t>(i); }
 
 }  // namespace
 
@@ -36,33 +38,45 @@ CodonContext ReadCodons::at(int p) const {
   return context;
 }
 
-// ---- 2. What touches a hypothesis
+// ---- 2. Hypotheses and the counts they wait for
 
 namespace {
 
-// Elements of a sample that a codon changes: an amino acid with its codons, or an amino acid as
-// the first (member 0) or second (member 1) of the pairs of one gap.
-constexpr size_t kElements = kAminoAcids + kPairGaps * 2 * kAminoAcids;
+size_t acidCount(int acid) { return index(acid); }
 
-size_t acidElement(int acid) { return static_cast<size_t>(acid); }
-
-size_t memberElement(int gap, int member, int acid) {
-  return static_cast<size_t>(kAminoAcids + (2 * gap + member) * kAminoAcids + acid);
+// Amino acid as the first (member 0) or second (member 1) of the pairs of one gap.
+size_t memberCount(int gap, int member, int acid) {
+  return index(kAminoAcids + (2 * gap + member) * kAminoAcids + acid);
 }
+
+constexpr int kFirstCodonCount = kAminoAcids + kPairGaps * 2 * kAminoAcids;
+
+size_t codonCount(int codon) { return index(kFirstCodonCount + codon); }
+
+size_t pairCount(int gap, int first, int second) {
+  return index(kFirstCodonCount + 64 + (gap * kAminoAcids + first) * kAminoAcids + second);
+}
+
+double voteAbove(double alpha, int polarity) { return polarity != 0 ? alpha : -alpha; }
 
 }  // namespace
 
 SlidingVote::SlidingVote(const ModelTables& tables, int windowLength, int mostCodons)
-    : tables_(tables),
-      windowLength_(windowLength),
-      touchedBy_(kElements),
-      rateColumns_(static_cast<size_t>(mostCodons) + 1) {
+    : rateColumns_(index(mostCodons) + 1), touchedBy_(kElements) {
+  const double length = windowLength;
   for (const auto& prior : tables.snglAcidPriproTable) {
     for (size_t count = 0; count < rateColumns_; ++count) {
-      rate_.push_back((3.0 * static_cast<double>(count) + prior[0]) / (windowLength_ + prior[1]));
+      rate_.push_back((kBasesPerCodon * static_cast<double>(count) + prior[0]) /
+                      (length + prior[1]));
     }
   }
-  listTouchedBy();
+  for (size_t i = 0; i < tables.fh.size(); ++i) {
+    if (!isCounted(tables, i)) continue;
+    const Hypothesis hypothesis = compile(tables, i, length);
+    touchedBy_[hypothesis.first].push_back(counted_.size());
+    if (hypothesis.kind == kPairKind) touchedBy_[hypothesis.second].push_back(counted_.size());
+    counted_.push_back(hypothesis);
+  }
   votes_.resize(kLanes * counted_.size());
   for (int lane = 0; lane < kLanes; ++lane) {
     isPending_[lane].assign(kElements, 0);
@@ -70,53 +84,55 @@ SlidingVote::SlidingVote(const ModelTables& tables, int windowLength, int mostCo
   }
 }
 
-void SlidingVote::listTouchedBy() {
-  for (size_t i = 0; i < tables_.fh.size(); ++i) {
-    if (!isCounted(tables_, i)) continue;
-    const fnlHypo& h = tables_.fh[i];
-    const size_t position = counted_.size();
-    counted_.push_back({i, h.elem1});
-    if (h.kind == kPairKind) {
-      touchedBy_[memberElement(h.gap, 0, h.elem1)].push_back(position);
-      touchedBy_[memberElement(h.gap, 1, h.elem2)].push_back(position);
-    } else {
-      int& acid = counted_.back().acid;
-      if (h.kind == kCodonKind) acid = ReadData::CodonTable(h.elem1, h.elem2, h.elem3);
-      touchedBy_[acidElement(acid)].push_back(position);
-    }
-  }
-}
-
-bool SlidingVote::isAbove(const Hypothesis& hypothesis, const Counts& counts) const {
-  const fnlHypo& h = tables_.fh[hypothesis.index];
+SlidingVote::Hypothesis SlidingVote::compile(const ModelTables& tables, size_t i,
+                                             double windowLength) const {
+  const fnlHypo& h = tables.fh[i];
+  Hypothesis compiled{};
+  compiled.kind = h.kind;
   if (h.kind == kSingleAcidKind) {
-    return counts.acid[h.elem1] > tables_.snglAcidTrsld[hypothesis.index].trsld;
+    const CountThreshold& t = tables.snglAcidTrsld[i];
+    compiled.count = compiled.first = acidCount(h.elem1);
+    compiled.threshold = t.trsld;
+    compiled.above = voteAbove(h.alpha, t.polarity);
+  } else if (h.kind == kCodonKind) {
+    const RealThreshold& t = tables.codonTrsld[i];
+    compiled.count = codonCount(16 * h.elem1 + 4 * h.elem2 + h.elem3);
+    compiled.first = acidCount(ReadData::CodonTable(h.elem1, h.elem2, h.elem3));
+    compiled.absent = ReadData::BasicCodonRate(h.elem1, h.elem2, h.elem3);
+    compiled.threshold = t.trsld;
+    compiled.above = voteAbove(h.alpha, t.polarity);
+  } else {
+    const RealThreshold& t = tables.pairAcidTrsld[i];
+    const double(&prior)[2] = tables.pairAcidPriproTable[h.gap][h.elem1][h.elem2];
+    compiled.count = pairCount(h.gap, h.elem1, h.elem2);
+    compiled.first = memberCount(h.gap, 0, h.elem1);
+    compiled.second = memberCount(h.gap, 1, h.elem2);
+    compiled.firstRate = rate_.data() + index(h.elem1) * rateColumns_;
+    compiled.secondRate = rate_.data() + index(h.elem2) * rateColumns_;
+    compiled.prior = prior[0];
+    compiled.length = windowLength + prior[1];
+    compiled.threshold = t.trsld;
+    compiled.above = voteAbove(h.alpha, t.polarity);
   }
-  if (h.kind == kCodonKind) {
-    const short codon = counts.codon[16 * h.elem1 + 4 * h.elem2 + h.elem3];
-    const double share = codonFeature(h, codon, counts.acid[hypothesis.acid]);
-    return share > tables_.codonTrsld[hypothesis.index].trsld;
-  }
-  // The same operations as pairFeature, with both member frequencies looked up.
-  const double(&prior)[2] = tables_.pairAcidPriproTable[h.gap][h.elem1][h.elem2];
-  const double fp =
-      (3.0 * counts.pair[h.gap][h.elem1][h.elem2] + prior[0]) / (windowLength_ + prior[1]);
-  const auto rate = [&](int member, int acid) {
-    const size_t row = static_cast<size_t>(acid) * rateColumns_;
-    return rate_[row + static_cast<size_t>(counts.member[h.gap][member][acid])];
-  };
-  return fp / rate(0, h.elem1) / rate(1, h.elem2) > tables_.pairAcidTrsld[hypothesis.index].trsld;
+  return compiled;
 }
 
-bool SlidingVote::isPolar(const Hypothesis& hypothesis) const {
-  const size_t i = hypothesis.index;
-  switch (tables_.fh[i].kind) {
-    case kCodonKind:
-      return tables_.codonTrsld[i].polarity != 0;
+// The same operations as codonFeature and pairFeature, with both member frequencies looked up.
+bool SlidingVote::isAbove(const Hypothesis& h, const Counts& counts) {
+  switch (h.kind) {
     case kSingleAcidKind:
-      return tables_.snglAcidTrsld[i].polarity != 0;
-    default:
-      return tables_.pairAcidTrsld[i].polarity != 0;
+      return counts[h.count] > h.threshold;
+    case kCodonKind: {
+      const short acids = counts[h.first];
+      const double share = acids == 0 ? h.absent : static_cast<double>(counts[h.count]) / acids;
+      return share > h.threshold;
+    }
+    default: {
+      const double fp = (kBasesPerCodon * counts[h.count] + h.prior) / h.length;
+      const double f1 = h.firstRate[counts[h.first]];
+      const double f2 = h.secondRate[counts[h.second]];
+      return fp / f1 / f2 > h.threshold;
+    }
   }
 }
 
@@ -124,19 +140,21 @@ bool SlidingVote::isPolar(const Hypothesis& hypothesis) const {
 
 void SlidingVote::change(int lane, const CodonContext& codon, short by) {
   if (codon.acid == kNoAminoAcid) return;
-  const auto add = [by](short& count) { count = static_cast<short>(count + by); };
   Counts& counts = counts_[lane];
-  add(counts.acid[codon.acid]);
-  add(counts.codon[codon.codon]);
-  touch(lane, acidElement(codon.acid));
+  const auto add = [&](size_t i) { counts[i] = static_cast<short>(counts[i] + by); };
+  add(codonCount(codon.codon));
+  add(acidCount(codon.acid));
+  touch(lane, acidCount(codon.acid));
   for (int gap = 0; gap < kPairGaps; ++gap) {
     const int partner = codon.partner[gap];
     if (partner == kNoAminoAcid) continue;
-    add(counts.pair[gap][codon.acid][partner]);
-    add(counts.member[gap][0][codon.acid]);
-    add(counts.member[gap][1][partner]);
-    touch(lane, memberElement(gap, 0, codon.acid));
-    touch(lane, memberElement(gap, 1, partner));
+    const size_t first = memberCount(gap, 0, codon.acid);
+    const size_t second = memberCount(gap, 1, partner);
+    add(pairCount(gap, codon.acid, partner));
+    add(first);
+    add(second);
+    touch(lane, first);
+    touch(lane, second);
   }
 }
 
@@ -148,9 +166,8 @@ void SlidingVote::touch(int lane, size_t element) {
 
 void SlidingVote::revote(size_t position, int lane) {
   const Hypothesis& hypothesis = counted_[position];
-  const double alpha = tables_.fh[hypothesis.index].alpha;
-  const bool inFavour = isAbove(hypothesis, counts_[lane]) == isPolar(hypothesis);
-  votes_[kLanes * position + static_cast<size_t>(lane)] = inFavour ? alpha : -alpha;
+  const double above = hypothesis.above;
+  votes_[kLanes * position + index(lane)] = isAbove(hypothesis, counts_[lane]) ? above : -above;
 }
 
 void SlidingVote::sums(double (&sum)[kLanes]) {

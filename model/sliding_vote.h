@@ -1,6 +1,7 @@
 // The ordered vote of windows that change codon by codon: recomputes only the hypotheses touched.
 #pragma once
 
+#include <array>
 #include <vector>
 
 #include "model/model_tables.h"
@@ -24,11 +25,11 @@ class ReadCodons {
   // Context of the codon at base p; nothing is counted for a codon outside the read.
   CodonContext at(int p) const;
 
-  int acid(int p) const { return p < 0 || p >= length_ ? kNoAminoAcid : acids_[index(p)]; }
+  int acid(int p) const {
+    return p < 0 || p >= length_ ? kNoAminoAcid : acids_[static_cast<size_t>(p)];
+  }
 
  private:
-  static size_t index(int p) { return static_cast<size_t>(p); }
-
   int length_;                       // bases
   std::vector<signed char> acids_;   // [base], and some -1 behind the read's end
   std::vector<signed char> codons_;  // [base]
@@ -42,8 +43,10 @@ class SlidingVote {
   static constexpr int kLanes = 4;  // three reading frames, and one to fill a vector register
 
   // All lanes start empty. `windowLength` is end - start of the windows in bases; no lane may ever
-  // hold more than `mostCodons` codons. The tables must outlive the object.
+  // hold more than `mostCodons` codons.
   SlidingVote(const ModelTables& tables, int windowLength, int mostCodons);
+  SlidingVote(const SlidingVote&) = delete;
+  SlidingVote& operator=(const SlidingVote&) = delete;
 
   void add(int lane, const CodonContext& codon) { change(lane, codon, 1); }
   void remove(int lane, const CodonContext& codon) { change(lane, codon, -1); }
@@ -52,32 +55,40 @@ class SlidingVote {
   void sums(double (&sum)[kLanes]);
 
  private:
-  struct Counts {  // of one window; fields as in smplTestData
-    short codon[64] = {};
-    short acid[kAminoAcids] = {};
-    short pair[kPairGaps][kAminoAcids][kAminoAcids] = {};
-    short member[kPairGaps][2][kAminoAcids] = {};
-  };
-  struct Hypothesis {  // a counted one
-    size_t index;      // in fh
-    int acid;          // codon kind: the codon's amino acid
+  // Counts of one window, one after another: [acid], [gap][member][acid], [codon] and
+  // [gap][first][second]. The first kElements of them are the ones that hypotheses wait for: a
+  // codon or pair count never changes without its acid or member count.
+  static constexpr size_t kElements = kAminoAcids + kPairGaps * 2 * kAminoAcids;
+  static constexpr size_t kCounts = kElements + 64 + kPairGaps * kAminoAcids * kAminoAcids;
+  using Counts = std::array<short, kCounts>;
+
+  // A counted hypothesis with all that its vote needs.
+  struct Hypothesis {
+    int kind;
+    size_t count;              // in Counts: of the codon, acid or pair
+    size_t first;              // in Counts: codon kind: of its acid; pair kind: of the first member
+    size_t second;             // in Counts: pair kind: of the second member
+    const double* firstRate;   // pair kind: row of rate_ of the first acid
+    const double* secondRate;  // pair kind: row of rate_ of the second acid
+    double prior;              // pair kind: pseudo-count
+    double length;             // pair kind: bases, with the pseudo-length
+    double absent;             // codon kind: share when the acid is absent
+    double threshold;
+    double above;  // the vote of a value above the threshold
   };
 
-  void listTouchedBy();
+  Hypothesis compile(const ModelTables& tables, size_t i, double windowLength) const;
   void change(int lane, const CodonContext& codon, short by);
   void touch(int lane, size_t element);
   void revote(size_t position, int lane);
-  bool isAbove(const Hypothesis& hypothesis, const Counts& counts) const;
-  bool isPolar(const Hypothesis& hypothesis) const;
+  static bool isAbove(const Hypothesis& hypothesis, const Counts& counts);
 
-  const ModelTables& tables_;
-  double windowLength_;
+  size_t rateColumns_;
+  std::vector<double> rate_;                    // [acid x rateColumns_ + count]: f1 or f2
   std::vector<Hypothesis> counted_;             // in the order of fh
   std::vector<std::vector<size_t>> touchedBy_;  // [element]: positions in counted_
-  std::vector<double> rate_;                    // [acid x (mostCodons + 1) + count]: f1 or f2
-  size_t rateColumns_;
-  Counts counts_[kLanes];
-  std::vector<double> votes_;            // [kLanes x position + lane]
+  std::vector<double> votes_;                   // [kLanes x position + lane]
+  Counts counts_[kLanes] = {};
   std::vector<size_t> pending_[kLanes];  // elements whose hypotheses must vote again
   std::vector<char> isPending_[kLanes];  // [element]
 };

@@ -17,8 +17,6 @@ double codonFeature(const fnlHypo& h, short codonCount, short acidCount) {
 
 double pairFeature(const ModelTables& tables, const fnlHypo& h, short pairCount, short firstCount,
                    short secondCount, int windowLength) {
-  // A count of codons becomes a rate per base of the window.
-  constexpr double kBasesPerCodon = 3.0;
   const double length = windowLength;
   const double(&pair)[2] = tables.pairAcidPriproTable[h.gap][h.elem1][h.elem2];
   const double(&first)[2] = tables.snglAcidPriproTable[h.elem1];

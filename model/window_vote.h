@@ -10,6 +10,9 @@ namespace velto {
 constexpr int kCodingWindow = -10;
 constexpr int kNonCodingWindow = -1;
 
+// Turns a count of codons into a count of bases.
+constexpr double kBasesPerCodon = 3.0;
+
 // True if hypothesis i of the model is counted: a known kind, indices inside their tables, and an
 // entry in the threshold tables.
 bool isCounted(const ModelTables& tables, size_t i);

@@ -14,9 +14,10 @@ void breakAfter(std::ostream& out, size_t j, size_t perLine) {
   if (j % perLine == 0) out << "\n";
 }
 
+// A short read has fewer codons than steps; only its codons are shown.
 void writeMarks(std::ostream& out, const std::vector<int>& met, size_t steps) {
-  for (size_t j = 0; j < steps; ++j) {
-    out << layoutSymbol(j < met.size() ? met[j] : kOtherCodon);
+  for (size_t j = 0; j < std::min(steps, met.size()); ++j) {
+    out << layoutSymbol(met[j]);
     breakAfter(out, j, kMarksPerLine);
   }
   out << "\n";

@@ -30,7 +30,9 @@ std::string besides(const std::string& target, const char* suffix) {
 OutputDirectory::OutputDirectory(const std::string& path, bool replace)
     : target_(fullName(path)), temporary_(besides(target_, ".tmp-")), replace_(replace) {
   checkTarget();
-  if (mkdir(temporary_.c_str(), 0777) != 0) throw OutputError(path, "cannot make folder", errno);
+  if (mkdir(temporary_.c_str(), 0777) != 0) {
+    throw OutputError(path, "cannot make " + temporary_, errno);
+  }
 }
 
 OutputDirectory::~OutputDirectory() {
@@ -40,7 +42,8 @@ OutputDirectory::~OutputDirectory() {
 
 void OutputDirectory::commit() {
   checkTarget();
-  if (replace_ && fs::exists(target_)) {
+  std::error_code ignored;
+  if (replace_ && fs::exists(target_, ignored)) {
     replaceTarget();
   } else {
     renameOrThrow(temporary_, target_);

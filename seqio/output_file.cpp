@@ -78,7 +78,9 @@ void OutputFile::commit() {
 void OutputFile::open() {
   const int named = namedDescriptor(path_);
   struct stat status;
-  if (named >= 0) {
+  if (path_.empty()) {
+    errno = ENOENT;
+  } else if (named >= 0) {
     descriptor_ = fcntl(named, F_DUPFD_CLOEXEC, 0);
   } else if (stat(path_.c_str(), &status) == 0 && !S_ISREG(status.st_mode)) {
     descriptor_ = ::open(path_.c_str(), O_WRONLY | O_CLOEXEC);
@@ -91,7 +93,8 @@ void OutputFile::openTemporary() {
   target_ = followLinks(path_);
   const std::string name = target_ + ".tmp-" + std::to_string(getpid());
   descriptor_ = ::open(name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, kMode);
-  if (descriptor_ >= 0) temporary_ = name;
+  if (descriptor_ < 0) throw OutputError(path_, "cannot make " + name, errno);
+  temporary_ = name;
 }
 
 void OutputFile::flushBlock() {

@@ -9,7 +9,7 @@
 namespace velto {
 namespace {
 
-ReadEvaluation evaluateRead(const LabelledRead& read, const Prediction& predict) {
+ReadEvaluation evaluateRead(const LabelledRead& read, const CallRead& predict) {
   const CalledRead called = predict(read);
   return {countRead(read.truth, called), shiftDistances(read.truth, called, kDistanceReach)};
 }
@@ -17,7 +17,7 @@ ReadEvaluation evaluateRead(const LabelledRead& read, const Prediction& predict)
 }  // namespace
 
 std::vector<ReadEvaluation> evaluateReads(const std::vector<LabelledRead>& reads,
-                                          const Prediction& predict, int threads) {
+                                          const CallRead& predict, int threads) {
   std::vector<ReadEvaluation> evaluations(reads.size());
   tbb::task_arena arena(threads > 0 ? threads : tbb::task_arena::automatic);
   arena.execute([&] {

@@ -19,13 +19,13 @@ struct ReadEvaluation {
   std::vector<int> shiftDistances;  // bases, see shiftDistances; reach kDistanceReach
 };
 
-// Predicts a read; called from several threads at once.
-using Prediction = std::function<CalledRead(const LabelledRead& read)>;
+// Calls a read; used by several threads at once.
+using CallRead = std::function<CalledRead(const LabelledRead& read)>;
 
 // Evaluates every read; the result, in the order of the reads, is the same for any number of
 // threads. 0 threads: as many as there are processors.
 std::vector<ReadEvaluation> evaluateReads(const std::vector<LabelledRead>& reads,
-                                          const Prediction& predict, int threads);
+                                          const CallRead& predict, int threads);
 
 EvaluationCounts totalOf(const std::vector<ReadEvaluation>& evaluations);
 

@@ -64,7 +64,7 @@ void keepWhole(const ReadSet& set, const std::vector<ReadEvaluation>& evaluation
 Evaluated evaluateModel(const std::string& directory, const std::vector<ReadSet>& sets,
                         const EvaluateOptions& options) {
   const ModelPredictor models(directory);
-  const Prediction predict = [&](const LabelledRead& read) {
+  const CallRead predict = [&](const LabelledRead& read) {
     return models.predict(read.readClass(), read.bases);
   };
   Evaluated result;

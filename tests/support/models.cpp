@@ -3,10 +3,6 @@
 #include <cstdlib>
 #include <limits>
 
-#include "model/model_file.h"
-#include "model/read_class.h"
-#include "tests/support/temp_dir.h"
-
 namespace velto::test {
 
 unsigned long long testSeed() {
@@ -153,14 +149,6 @@ void setCodingMatrix(ModelTables& tables) {
   tables.malkovChain[0] = 1.0;    // coding after coding
   tables.malkovChain[2] = 40.0;   // coding after path start
   tables.malkovChain[12] = 40.0;  // stop after coding
-}
-
-void writeModelDirectory(const std::string& directory, const ModelTables& tables) {
-  for (int i = 0; i < kReadClasses; ++i) {
-    const ReadClass readClass = readClassAt(i);
-    writeFile(readClass.parameterPath(directory), parameterFileText(tables));
-    writeFile(readClass.matrixPath(directory), matrixFileText(tables.malkovChain));
-  }
 }
 
 void useAsProcessModel(const ModelTables& tables, int windowWidth) {

@@ -1,8 +1,7 @@
-// Models made for tests: hypotheses written by hand, random tables, and model directories.
+// Models made for tests: hypotheses written by hand and random tables.
 #pragma once
 
 #include <random>
-#include <string>
 
 #include "model/model_tables.h"
 
@@ -39,9 +38,6 @@ ModelTables wildRandomModel(Random& random);
 // A matrix that keeps a read coding as long as its windows are: 1 from coding to coding, 40 from
 // path start to coding and from coding to stop, -40 otherwise.
 void setCodingMatrix(ModelTables& tables);
-
-// Writes the model as the parameter and matrix file of each of the sixteen classes.
-void writeModelDirectory(const std::string& directory, const ModelTables& tables);
 
 // Makes the model the process-wide one, as the loaders would, with this window width in bases.
 void useAsProcessModel(const ModelTables& tables, int windowWidth);

@@ -1,0 +1,112 @@
+#include "seqio/output_directory.h"
+
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include "seqio/test_files.h"
+
+namespace velto {
+namespace {
+
+namespace fs = std::filesystem;
+
+class OutputDirectoryTest : public testing::Test {
+ protected:
+  std::string name() const { return folder_.file("model"); }
+  std::string errorOfMaking(const std::string& path) {
+    try {
+      OutputDirectory directory(path);
+    } catch (const OutputError& error) {
+      return error.what();
+    }
+    return "";
+  }
+  void makeOld() {
+    fs::create_directory(name());
+    store(name() + "/old", "old");
+  }
+  TestFolder folder_;
+};
+
+TEST_F(OutputDirectoryTest, AppearsWithItsFilesOnlyAtCommit) {
+  OutputDirectory directory(name());
+  store(directory.path() + "/a", "text");
+  EXPECT_EQ(directory.path(), name() + ".tmp-" + std::to_string(getpid()));
+  EXPECT_FALSE(fs::exists(name()));
+  directory.commit();
+  EXPECT_EQ(bytesOf(name() + "/a"), "text");
+  EXPECT_EQ(folder_.entries(), 1U);
+}
+
+TEST_F(OutputDirectoryTest, WithoutCommitNothingIsLeft) {
+  { store(OutputDirectory(name()).path() + "/a", "text"); }
+  EXPECT_EQ(folder_.entries(), 0U);
+}
+
+TEST_F(OutputDirectoryTest, EmptyFolderIsTakenOver) {
+  fs::create_directory(name());
+  OutputDirectory directory(name() + "/");
+  store(directory.path() + "/a", "text");
+  directory.commit();
+  EXPECT_EQ(bytesOf(name() + "/a"), "text");
+  EXPECT_EQ(folder_.entries(), 1U);
+}
+
+TEST_F(OutputDirectoryTest, FolderWithFilesIsRefusedAndStays) {
+  makeOld();
+  EXPECT_EQ(errorOfMaking(name()), name() + ": will not replace: Directory not empty");
+  EXPECT_EQ(bytesOf(name() + "/old"), "old");
+  EXPECT_EQ(folder_.entries(), 1U);
+}
+
+TEST_F(OutputDirectoryTest, FolderFilledMeanwhileIsRefusedAtCommit) {
+  {
+    OutputDirectory directory(name());
+    makeOld();
+    EXPECT_THROW(directory.commit(), OutputError);
+  }
+  EXPECT_EQ(bytesOf(name() + "/old"), "old");
+  EXPECT_EQ(folder_.entries(), 1U);
+}
+
+TEST_F(OutputDirectoryTest, ReplaceSwapsTheWholeFolder) {
+  makeOld();
+  OutputDirectory directory(name(), true);
+  store(directory.path() + "/new", "new");
+  EXPECT_EQ(bytesOf(name() + "/old"), "old");
+  directory.commit();
+  EXPECT_EQ(bytesOf(name() + "/new"), "new");
+  EXPECT_FALSE(fs::exists(name() + "/old"));
+  EXPECT_EQ(folder_.entries(), 1U);
+}
+
+TEST_F(OutputDirectoryTest, ReplaceThatFailsPutsTheOldFolderBack) {
+  makeOld();
+  {
+    OutputDirectory directory(name(), true);
+    fs::remove_all(directory.path());
+    EXPECT_THROW(directory.commit(), OutputError);
+  }
+  EXPECT_EQ(bytesOf(name() + "/old"), "old");
+  EXPECT_EQ(folder_.entries(), 1U);
+}
+
+TEST_F(OutputDirectoryTest, FileAndMissingParentAreRefused) {
+  store(name(), "text");
+  EXPECT_EQ(errorOfMaking(name()), name() + ": cannot replace: Not a directory");
+  EXPECT_NE(errorOfMaking(folder_.file("none/model")).find("No such file or directory"),
+            std::string::npos);
+  EXPECT_EQ(errorOfMaking(""), ": cannot make folder: No such file or directory");
+}
+
+TEST_F(OutputDirectoryTest, RelativeNameWorks) {
+  const fs::path before = fs::current_path();
+  fs::current_path(folder_.path());
+  OutputDirectory directory("model");
+  fs::current_path(before);
+  directory.commit();
+  EXPECT_TRUE(fs::is_directory(name()));
+}
+
+}  // namespace
+}  // namespace velto

@@ -1,0 +1,195 @@
+#include "seqio/output_file.h"
+
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <csignal>
+
+#include "seqio/test_files.h"
+
+namespace velto {
+namespace {
+
+std::string errorOfWriting(const std::string& path, const std::string& text) {
+  try {
+    OutputFile file(path);
+    file.write(text);
+    file.commit();
+  } catch (const OutputError& error) {
+    return error.what();
+  }
+  return "";
+}
+
+class OutputFileTest : public testing::Test {
+ protected:
+  std::string name() const { return folder_.file("out"); }
+  TestFolder folder_;
+};
+
+TEST_F(OutputFileTest, AppearsWithItsTextOnlyAtCommit) {
+  OutputFile file(name());
+  file.write("one\n");
+  file.write("");
+  file.write("two\n");
+  EXPECT_FALSE(std::filesystem::exists(name()));
+  EXPECT_TRUE(std::filesystem::exists(name() + ".tmp-" + std::to_string(getpid())));
+  file.commit();
+  EXPECT_EQ(bytesOf(name()), "one\ntwo\n");
+  EXPECT_EQ(folder_.entries(), 1U);
+}
+
+TEST_F(OutputFileTest, WithoutCommitNothingIsLeftAndTheOldFileStays) {
+  store(name(), "old");
+  { OutputFile(name()).write("new"); }
+  EXPECT_EQ(bytesOf(name()), "old");
+  EXPECT_EQ(folder_.entries(), 1U);
+}
+
+TEST_F(OutputFileTest, CommitReplacesTheOldFile) {
+  store(name(), "old and long");
+  EXPECT_EQ(errorOfWriting(name(), "new"), "");
+  EXPECT_EQ(bytesOf(name()), "new");
+}
+
+TEST_F(OutputFileTest, FileWithoutTextIsMade) {
+  EXPECT_EQ(errorOfWriting(name(), ""), "");
+  EXPECT_TRUE(std::filesystem::exists(name()));
+  EXPECT_EQ(bytesOf(name()), "");
+}
+
+// A block is 65280 bytes.
+TEST_F(OutputFileTest, TextAroundTheBlockSizeIsKeptWhole) {
+  for (const std::size_t length : {65279U, 65280U, 65281U, 200000U}) {
+    const std::string text(length, 'x');
+    for (const std::string& path : {name(), name() + ".gz"}) {
+      OutputFile file(path);
+      file.write(">a\n");
+      file.write(text);
+      file.write("y");
+      file.commit();
+      EXPECT_EQ(readAll(path).records.at(0).bases, text + "y");
+    }
+  }
+}
+
+TEST_F(OutputFileTest, GzipIsChosenByNameOrFlag) {
+  const auto isGzip = [](const std::string& path) {
+    return bytesOf(path).substr(0, 2) == "\x1f\x8b";
+  };
+  const auto write = [](const std::string& path, OutputFile::Format format) {
+    OutputFile file(path, format);
+    file.write(">a\nACGT\n");
+    file.commit();
+    const Outcome outcome = readAll(path);
+    EXPECT_EQ(outcome.error, "");
+    EXPECT_EQ(outcome.records.at(0).bases, "ACGT");
+  };
+  write(name(), OutputFile::Format::kByName);
+  EXPECT_FALSE(isGzip(name()));
+  write(name(), OutputFile::Format::kGzip);
+  EXPECT_TRUE(isGzip(name()));
+  write(name() + ".gz", OutputFile::Format::kByName);
+  EXPECT_TRUE(isGzip(name() + ".gz"));
+  write(name() + ".gz", OutputFile::Format::kPlain);
+  EXPECT_FALSE(isGzip(name() + ".gz"));
+}
+
+TEST_F(OutputFileTest, EmptyGzipIsWhole) {
+  EXPECT_EQ(errorOfWriting(name() + ".gz", ""), "");
+  EXPECT_EQ(bytesOf(name() + ".gz"), bgzfBlock(""));
+}
+
+TEST_F(OutputFileTest, SymbolicLinkStaysAndItsTargetIsReplaced) {
+  store(name(), "old");
+  std::filesystem::create_symlink(name(), folder_.file("link"));
+  EXPECT_EQ(errorOfWriting(folder_.file("link"), "new"), "");
+  EXPECT_TRUE(std::filesystem::is_symlink(folder_.file("link")));
+  EXPECT_EQ(bytesOf(name()), "new");
+}
+
+TEST_F(OutputFileTest, DeviceIsWrittenDirectly) {
+  EXPECT_EQ(errorOfWriting("/dev/null", "text"), "");
+  EXPECT_TRUE(std::filesystem::is_character_file("/dev/null"));
+}
+
+TEST_F(OutputFileTest, FullDiskIsAnError) {
+  EXPECT_EQ(errorOfWriting("/dev/full", "text"),
+            "/dev/full: cannot write: No space left on device");
+  EXPECT_EQ(errorOfWriting("/dev/full", std::string(100000, 'x')),
+            "/dev/full: cannot write: No space left on device");
+}
+
+TEST_F(OutputFileTest, PipeIsWrittenDirectlyAndStaysAPipe) {
+  ASSERT_EQ(mkfifo(name().c_str(), 0600), 0);
+  const int reader = open(name().c_str(), O_RDONLY | O_NONBLOCK);
+  EXPECT_EQ(errorOfWriting(name(), "text"), "");
+  char got[8];
+  EXPECT_EQ(read(reader, got, sizeof got), 4);
+  close(reader);
+  EXPECT_TRUE(std::filesystem::is_fifo(name()));
+  EXPECT_EQ(folder_.entries(), 1U);
+}
+
+// What stands in the redirected file already must stay, and the file must not be renamed over.
+TEST_F(OutputFileTest, StandardOutputIsWrittenBehindWhatItHolds) {
+  for (const char* path : {"-", "/dev/stdout", "/dev/fd/1"}) {
+    const int target = open(name().c_str(), O_RDWR | O_CREAT | O_TRUNC, 0600);
+    ASSERT_EQ(write(target, "head\n", 5), 5);
+    std::fflush(stdout);
+    const int saved = dup(STDOUT_FILENO);
+    dup2(target, STDOUT_FILENO);
+    const std::string error = errorOfWriting(path, "text\n");
+    dup2(saved, STDOUT_FILENO);
+    close(saved);
+    close(target);
+    EXPECT_EQ(error, "");
+    EXPECT_EQ(bytesOf(name()), "head\ntext\n") << path;
+    EXPECT_EQ(folder_.entries(), 1U);
+  }
+}
+
+TEST_F(OutputFileTest, ClosedPipeIsTold) {
+  std::signal(SIGPIPE, SIG_IGN);
+  int ends[2];
+  ASSERT_EQ(pipe(ends), 0);
+  close(ends[0]);
+  OutputFile file("/dev/fd/" + std::to_string(ends[1]));
+  file.write("text");
+  bool closedPipe = false;
+  try {
+    file.commit();
+  } catch (const OutputError& error) {
+    closedPipe = error.closedPipe();
+  }
+  close(ends[1]);
+  EXPECT_TRUE(closedPipe);
+  EXPECT_FALSE(OutputError("-", "cannot write", ENOSPC).closedPipe());
+}
+
+TEST_F(OutputFileTest, NameThatCannotBeMadeIsRefusedAtOnce) {
+  EXPECT_EQ(errorOfWriting(folder_.path(), ""), folder_.path() + ": cannot open: Is a directory");
+  EXPECT_EQ(errorOfWriting("", ""), ": cannot open: No such file or directory");
+  const std::string path = folder_.file("none/out");
+  EXPECT_EQ(errorOfWriting(path, ""), path + ": cannot make " + path + ".tmp-" +
+                                          std::to_string(getpid()) + ": No such file or directory");
+}
+
+TEST_F(OutputFileTest, SameNameTwiceAtOnceIsRefused) {
+  OutputFile first(name());
+  EXPECT_NE(errorOfWriting(name(), "").find("File exists"), std::string::npos);
+  first.commit();
+}
+
+TEST_F(OutputFileTest, FailedRenameIsAnErrorAndLeavesNothing) {
+  OutputFile file(name());
+  std::filesystem::create_directory(name());
+  EXPECT_THROW(file.commit(), OutputError);
+  std::filesystem::remove(name());
+}
+
+}  // namespace
+}  // namespace velto
