@@ -16,10 +16,10 @@ namespace {
 
 // ---- 1. Headings and colours
 
-constexpr double kAxisRoom = 70;     // pixels beside the vertical axis, for numbers
-constexpr double kClassRoom = 170;   // the same for names of classes
-constexpr double kPlotHeight = 340;  // pixels
-constexpr double kRowHeight = 26;    // pixels per class
+constexpr double kAxisRoom = 70;       // pixels beside the vertical axis, for numbers
+constexpr double kClassRoom = 170;     // the same for names of classes
+constexpr double kPlotHeight = 340;    // pixels
+constexpr double kRowHeight = 26;      // pixels per class
 constexpr std::size_t kLeastRows = 6;  // leaves room for the legend
 
 // Colours that people with colour blindness tell apart.
@@ -194,8 +194,7 @@ std::string classPlot(const EvaluationReport& report) {
   const std::vector<int> classes = classesWithReads(report.models.front());
   const auto rows = static_cast<double>(std::max(kLeastRows, classes.size()));
   SvgChart chart(headingOf("Accuracy by class of reads", report), {"score", 0.0, 1.0, 0.2},
-                 {"class (reads)", 0.0, rows, 0.0}, kClassRoom,
-                 kRowHeight * rows);
+                 {"class (reads)", 0.0, rows, 0.0}, kClassRoom, kRowHeight * rows);
   for (std::size_t i = 0; i < classes.size(); ++i) {
     const double row = rows - static_cast<double>(i) - 0.5;
     const EvaluationCounts& counts =

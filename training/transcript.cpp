@@ -84,6 +84,13 @@ std::vector<short> baseCodes(std::string_view letters) {
   return bases;
 }
 
+std::string baseLetters(const std::vector<short>& bases) {
+  std::string letters;
+  letters.reserve(bases.size());
+  for (const short base : bases) letters += isKnownBase(base) ? ReadData::outPutBase(base) : 'N';
+  return letters;
+}
+
 namespace {
 
 // ---- Coding region

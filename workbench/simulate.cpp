@@ -12,10 +12,7 @@ namespace velto {
 namespace {
 
 std::string fastaRecord(const SimulatedRead& read, const std::string& name) {
-  std::string text = ">" + name + " " + read.source->name + "\n";
-  text.reserve(text.size() + read.bases.size() + 1);
-  for (const short base : read.bases) text += base < 0 ? 'N' : "ATGC"[base];
-  return text + "\n";
+  return ">" + name + " " + read.source->name + "\n" + baseLetters(read.bases) + "\n";
 }
 
 constexpr char kReadsOption[] = "--reads";
