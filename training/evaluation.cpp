@@ -1,6 +1,7 @@
 #include "training/evaluation.h"
 
-#include <tbb/blocked_range.h>
+#include <tbb/global_control.h>
+#include <tbb/info.h>
 #include <tbb/parallel_for.h>
 #include <tbb/task_arena.h>
 
@@ -19,7 +20,10 @@ ReadEvaluation evaluateRead(const LabelledRead& read, const CallRead& predict) {
 std::vector<ReadEvaluation> evaluateReads(const std::vector<LabelledRead>& reads,
                                           const CallRead& predict, int threads) {
   std::vector<ReadEvaluation> evaluations(reads.size());
-  tbb::task_arena arena(threads > 0 ? threads : tbb::task_arena::automatic);
+  const int used = threads > 0 ? threads : tbb::info::default_concurrency();
+  const tbb::global_control most(tbb::global_control::max_allowed_parallelism,
+                                 static_cast<std::size_t>(used));
+  tbb::task_arena arena(used);
   arena.execute([&] {
     tbb::parallel_for(std::size_t{0}, reads.size(),
                       [&](std::size_t i) { evaluations[i] = evaluateRead(reads[i], predict); });

@@ -65,7 +65,8 @@ TEST(EvaluationText, NothingToJudgeIsADash) {
   EXPECT_TRUE(holds(text, "start exact                                -   0 of 0\n")) << text;
   const std::string empty = reportText(oneModel({}));
   EXPECT_FALSE(holds(empty, "nan"));
-  EXPECT_FALSE(holds(empty, "inf"));
+  EXPECT_FALSE(holds(empty, " inf"));
+  EXPECT_FALSE(holds(empty, "-inf"));
 }
 
 TEST(EvaluationText, OnlyClassesWithReadsHaveARow) {

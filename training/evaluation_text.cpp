@@ -77,7 +77,7 @@ constexpr FigureValue (*kClassFigures[])(const EvaluationCounts&) = {
 std::string classHeader() {
   std::string text = leftAligned("class", 9) + rightAligned("reads", 7) +
                      rightAligned("coding bases", 14) + rightAligned("non-coding", 12);
-  for (const char* name : {"sens", "prec", "CC", "FR", "inframe", "F1", "nc call"}) {
+  for (const char* name : {"sens", "prec", "CC", "FR", "in frame", "F1", "nc call"}) {
     text += rightAligned(name, 9);
   }
   return text + "\n";

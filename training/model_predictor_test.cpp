@@ -5,6 +5,7 @@
 #include <sstream>
 
 #include "model/base_code.h"
+#include "tests/support/model_directory.h"
 #include "tests/support/models.h"
 #include "tests/support/process.h"
 #include "tests/support/reads.h"
