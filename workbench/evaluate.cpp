@@ -159,9 +159,18 @@ void checkSources(const EvaluateOptions& options) {
   }
 }
 
+// Options of the simulation mean nothing for reads that are given.
+void checkGivenReads(const CLI::App& command) {
+  for (const char* option : {"--preset", "--rates", "--length", "--full-length", "--per-transcript",
+                             kReadsOption, "--indel-scale"}) {
+    if (command.count(option) > 0) throw CLI::ExcludesError("--reads", option);
+  }
+}
+
 void run(const CLI::App& command, CommandLine& line) {
   EvaluateOptions& options = line.options;
   checkSources(options);
+  if (!options.readsPath.empty()) checkGivenReads(command);
   options.sampling = parseSampling(command, line.sampling, kReadsOption);
   options.sampling.rates = scaleIndels(options.sampling.rates, line.indelScale);
   if (!options.sampling.rates.valid()) {
