@@ -11,13 +11,14 @@ namespace {
 
 int windowCodons(int windowWidth) { return windowWidth / 3; }
 
-// Windows of a frame that are scored: those with start s < length - windowWidth.
+}  // namespace
+
 int scoredWindows(int length, int windowWidth, int frame) {
   const int room = length - windowWidth - frame;
   return room <= 0 ? 0 : (room + 2) / 3;
 }
 
-double scoreWindow(const ModelView& model, const short* seq, int length, int start) {
+double scoreWindowPlain(const ModelView& model, const short* seq, int length, int start) {
   smplTestData sample;
   sample.start = start;
   const int codons = windowCodons(model.windowWidth);
@@ -26,14 +27,12 @@ double scoreWindow(const ModelView& model, const short* seq, int length, int sta
   return voteSum(model.tables, sample);
 }
 
-}  // namespace
-
 WindowScores scoreWindowsPlain(const ModelView& model, const short* seq, int length) {
   WindowScores scores;
   for (int f = 0; f < 3; ++f) {
     const int windows = scoredWindows(length, model.windowWidth, f);
     for (int k = 0; k < windows; ++k) {
-      scores.frame[f].push_back(scoreWindow(model, seq, length, 3 * k + f));
+      scores.frame[f].push_back(scoreWindowPlain(model, seq, length, 3 * k + f));
     }
   }
   return scores;

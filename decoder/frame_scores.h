@@ -14,6 +14,12 @@ struct WindowScores {
   std::vector<double> frame[3];
 };
 
+// Number of windows of a frame that are scored.
+int scoredWindows(int length, int windowWidth, int frame);
+
+// The vote sum of the window that starts at base `start`, counted anew.
+double scoreWindowPlain(const ModelView& model, const short* seq, int length, int start);
+
 // Scores the windows by sliding: only the leaving and the entering codon are counted.
 WindowScores scoreWindows(const ModelView& model, const short* seq, int length);
 

@@ -37,64 +37,8 @@ std::vector<FrameChange> frameChanges(const std::vector<int>& path) {
 
 // ---- 2. Votes of the trial windows
 
-constexpr double kWorstScore = -1000.0;
-
-// The window read across one frame change: in trial t the first t codons are read in the old frame,
-// the others `shift` bases further on.
-struct TrialWindow {
-  int start;   // first base
-  int end;     // no codon may reach beyond this base
-  int shift;   // bases
-  int codons;  // codons of the window
-
-  int trials() const { return codons + 1; }
-
-  // First base of codon j when read in the old or in the new frame; -1 if it does not fit.
-  int codonAt(int j, bool shifted, int length) const {
-    const int p = start + 3 * j + (shifted ? shift : 0);
-    return p >= 0 && p + 2 < length && p + 2 <= end ? p : -1;
-  }
-};
-
-// Calls use(trial, score) for every trial in order.
-using ScoreTrials = void (*)(const ModelView&, const short*, int, const TrialWindow&,
-                             std::vector<double>&);
-
-void scoreTrialsPlain(const ModelView& model, const short* seq, int length,
-                      const TrialWindow& window, std::vector<double>& scores) {
-  for (int t = 0; t < window.trials(); ++t) {
-    smplTestData sample;
-    sample.start = window.start;
-    sample.end = window.end;
-    for (int j = 0; j < window.codons; ++j) {
-      const int p = window.codonAt(j, j >= t, length);
-      if (p >= 0) countCodon(sample, seq, length, p);
-    }
-    scores.push_back(voteSum(model.tables, sample));
-  }
-}
-
-void scoreTrials(const ModelView& model, const short* seq, int length, const TrialWindow& window,
-                 std::vector<double>& scores) {
-  const int reach = std::min(length, window.end + 1 + 3 * kPairGaps);
-  const int first = std::min(std::max(0, window.start), reach);
-  const ReadCodons read(seq + first, reach - first);
-  const auto context = [&](int p) { return read.at(p < 0 ? -1 : p - first); };
-  SlidingVote vote(model.tables, window.end - window.start, window.codons);
-  for (int j = 0; j < window.codons; ++j) vote.add(0, context(window.codonAt(j, true, length)));
-  for (int t = 0; t < window.trials(); ++t) {
-    double sums[SlidingVote::kLanes];
-    vote.sums(sums);
-    scores.push_back(sums[0]);
-    if (t == window.codons) break;
-    vote.remove(0, context(window.codonAt(t, true, length)));
-    vote.add(0, context(window.codonAt(t, false, length)));
-  }
-}
-
-// The earliest of the best trials above kWorstScore; `otherwise` if there is none.
-int bestTrial(const std::vector<double>& scores, int otherwise) {
-  double best = kWorstScore;
+int earliestBest(const std::vector<double>& scores, int otherwise) {
+  double best = kWorstTrialScore;
   int place = otherwise;
   for (size_t t = 0; t < scores.size(); ++t) {
     if (scores[t] > best) {
@@ -104,6 +48,58 @@ int bestTrial(const std::vector<double>& scores, int otherwise) {
   }
   return place;
 }
+
+// What the judges know of the read.
+class ReadJudge : public TrialJudge {
+ public:
+  ReadJudge(const ModelView& model, const short* seq, int length)
+      : model_(model), seq_(seq), length_(length) {}
+
+ protected:
+  const ModelView& model_;
+  const short* seq_;
+  int length_;  // bases
+};
+
+class PlainJudge : public ReadJudge {
+ public:
+  using ReadJudge::ReadJudge;
+
+  int bestTrial(const TrialWindow& window, int otherwise) override {
+    std::vector<double> scores;
+    for (int t = 0; t < window.trials(); ++t) {
+      scores.push_back(scoreTrialPlain(model_, seq_, length_, window, t));
+    }
+    return earliestBest(scores, otherwise);
+  }
+};
+
+class SlidingJudge : public ReadJudge {
+ public:
+  using ReadJudge::ReadJudge;
+
+  int bestTrial(const TrialWindow& window, int otherwise) override {
+    const int reach = std::min(length_, window.end + 1 + 3 * kPairGaps);
+    const int first = std::min(std::max(0, window.start), reach);
+    const ReadCodons read(seq_ + first, reach - first);
+    const auto context = [&](int j, bool shifted) {
+      const int p = window.codonAt(j, shifted, length_);
+      return read.at(p < 0 ? -1 : p - first);
+    };
+    SlidingVote vote(model_.tables, window.windowLength(), window.codons);
+    for (int j = 0; j < window.codons; ++j) vote.add(0, context(j, true));
+    std::vector<double> scores;
+    for (int t = 0; t < window.trials(); ++t) {
+      double sums[SlidingVote::kLanes];
+      vote.sums(sums);
+      scores.push_back(sums[0]);
+      if (t == window.codons) break;
+      vote.remove(0, context(t, true));
+      vote.add(0, context(t, false));
+    }
+    return earliestBest(scores, otherwise);
+  }
+};
 
 // ---- 3. Placing
 
@@ -118,38 +114,48 @@ void rewritePath(std::vector<int>& path, int firstStep, int steps, int place, in
   }
 }
 
-void placeShiftsBy(ScoreTrials score, const ModelView& model, const short* seq, int length,
-                   int endStep, std::vector<int>& path) {
+}  // namespace
+
+double scoreTrialPlain(const ModelView& model, const short* seq, int length,
+                       const TrialWindow& window, int trial) {
+  smplTestData sample;
+  sample.start = window.start;
+  sample.end = window.end;
+  for (int j = 0; j < window.codons; ++j) {
+    const int p = window.codonAt(j, j >= trial, length);
+    if (p >= 0) countCodon(sample, seq, length, p);
+  }
+  return voteSum(model.tables, sample);
+}
+
+void placeShifts(TrialJudge& judge, int windowWidth, int endStep, std::vector<int>& path) {
   const std::vector<FrameChange> changes = frameChanges(path);
-  const int width = model.windowWidth;
-  const int h = width / 6;
+  const int h = windowWidth / 6;
   for (size_t c = 1; c + 1 < changes.size(); ++c) {
     const int k = changes[c].step;
     const int start = std::max(0, 3 * (k - h));
     const int end = 3 * (k + h) + 3;
-    if (end - start < (2 * width) / 3) continue;
+    if (end - start < (2 * windowWidth) / 3) continue;
     const int oldFrame = path[static_cast<size_t>(k - 1)];
     const int newFrame = path[static_cast<size_t>(k)];
-    std::vector<double> scores;
-    score(model, seq, length, {start + oldFrame, end, changes[c].shift, width / 3}, scores);
-    int place = bestTrial(scores, h);
+    int place = judge.bestTrial({start + oldFrame, end, changes[c].shift, windowWidth / 3}, h);
     const int firstStep = k - h + 1;
     if (firstStep + place >= endStep) place = endStep - firstStep;
-    rewritePath(path, firstStep, width / 3, place, changes[c - 1].step, changes[c + 1].step,
+    rewritePath(path, firstStep, windowWidth / 3, place, changes[c - 1].step, changes[c + 1].step,
                 oldFrame, newFrame);
   }
 }
 
-}  // namespace
-
 void placeShifts(const ModelView& model, const short* seq, int length, int endStep,
                  std::vector<int>& path) {
-  placeShiftsBy(scoreTrials, model, seq, length, endStep, path);
+  SlidingJudge judge(model, seq, length);
+  placeShifts(judge, model.windowWidth, endStep, path);
 }
 
 void placeShiftsPlain(const ModelView& model, const short* seq, int length, int endStep,
                       std::vector<int>& path) {
-  placeShiftsBy(scoreTrialsPlain, model, seq, length, endStep, path);
+  PlainJudge judge(model, seq, length);
+  placeShifts(judge, model.windowWidth, endStep, path);
 }
 
 }  // namespace velto

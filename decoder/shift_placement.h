@@ -7,6 +7,40 @@
 
 namespace velto {
 
+// The window read across one frame change: in trial t the first t codons are read in the old frame,
+// the others `shift` bases further on.
+struct TrialWindow {
+  int start;   // first base
+  int end;     // no codon may reach beyond this base
+  int shift;   // bases; 1 is an inserted base, 2 a lost one
+  int codons;  // codons of the window
+
+  int trials() const { return codons + 1; }
+  int windowLength() const { return end - start; }  // bases, as the vote uses it
+
+  // First base of codon j when read in the old or in the new frame; -1 if it does not fit.
+  int codonAt(int j, bool shifted, int length) const {
+    const int p = start + 3 * j + (shifted ? shift : 0);
+    return p >= 0 && p + 2 < length && p + 2 <= end ? p : -1;
+  }
+};
+
+// Scores below this one are never a best trial.
+constexpr double kWorstTrialScore = -1000.0;
+
+// Picks the place of one frame change.
+class TrialJudge {
+ public:
+  virtual ~TrialJudge() = default;
+
+  // The earliest of the best trials above kWorstTrialScore; `otherwise` if there is none.
+  virtual int bestTrial(const TrialWindow& window, int otherwise) = 0;
+};
+
+// The vote sum of one trial, counted anew.
+double scoreTrialPlain(const ModelView& model, const short* seq, int length,
+                       const TrialWindow& window, int trial);
+
 // Moves every inner frame change of `path` (one entry per codon step, 0 to 2 or -1 off the path),
 // in place, to the step at which a window read across it votes highest. `endStep` is the step of
 // the path's end, which no change moves beyond. The change that enters the path and the one that
@@ -17,5 +51,8 @@ void placeShifts(const ModelView& model, const short* seq, int length, int endSt
 // The definition of placeShifts: counts and votes every trial window anew.
 void placeShiftsPlain(const ModelView& model, const short* seq, int length, int endStep,
                       std::vector<int>& path);
+
+// The same with the trials of a window judged by `judge`; `windowWidth` is that of its model.
+void placeShifts(TrialJudge& judge, int windowWidth, int endStep, std::vector<int>& path);
 
 }  // namespace velto

@@ -28,14 +28,17 @@ void writeColumn(std::ostream& out, const std::vector<double>& series, int index
 
 }  // namespace
 
-void writeScoreFile(std::ostream& out, const WebPredict& result) {
-  for (int i = 0; i < result.arrayLen; ++i) {
-    out << ReadData::outPutBase(result.seqArray[i]);
-    for (int f = 0; f < 3; ++f) {
-      writeColumn(out, result.frameScore[f], scoreIndex(i, f, result.arrayLen));
-    }
+void writeScoreRows(std::ostream& out, const short* seq, int length,
+                    const std::vector<double> (&scores)[3]) {
+  for (int i = 0; i < length; ++i) {
+    out << ReadData::outPutBase(seq[i]);
+    for (int f = 0; f < 3; ++f) writeColumn(out, scores[f], scoreIndex(i, f, length));
     out << '\n';
   }
+}
+
+void writeScoreFile(std::ostream& out, const WebPredict& result) {
+  writeScoreRows(out, result.seqArray, result.arrayLen, result.frameScore);
 }
 
 int WebPredict::OutValLayout(int /*width*/, char* fileName) {

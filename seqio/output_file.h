@@ -22,6 +22,9 @@ class OutputFile {
   OutputFile(const OutputFile&) = delete;
   OutputFile& operator=(const OutputFile&) = delete;
 
+  // True if the bytes go straight to a stream, pipe or device, before commit() too.
+  bool isDirect() const { return target_.empty(); }
+
   // Throws OutputError, for this or for earlier text, since text is written in blocks.
   void write(std::string_view text);
 

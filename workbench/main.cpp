@@ -6,7 +6,9 @@
 #include <string>
 
 #include "seqio/output_error.h"
+#include "workbench/check_model.h"
 #include "workbench/evaluate.h"
+#include "workbench/scan.h"
 #include "workbench/simulate.h"
 
 namespace {
@@ -43,6 +45,8 @@ int main(int argc, char** argv) {
   app.set_version_flag("--version", std::string("velto ") + VELTO_VERSION);
   app.failure_message(usageMessage);
   app.require_subcommand(1);
+  velto::addScanCommand(app);
+  velto::addCheckModelCommand(app);
   velto::addSimulateCommand(app);
   velto::addEvaluateCommand(app);
   return runCommand(app, argc, argv);

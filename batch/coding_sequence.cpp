@@ -1,0 +1,92 @@
+#include "batch/coding_sequence.h"
+
+#include <algorithm>
+
+#include "model/base_code.h"
+#include "model/read_data.h"
+
+namespace velto {
+namespace {
+
+constexpr int kLostBase = -1;
+
+// The read position of every base of the corrected sequence, kLostBase for a lost one.
+std::vector<int> correctedPositions(const Prediction& prediction) {
+  std::vector<int> positions;
+  const int end = std::min(prediction.stop + 1, prediction.length);
+  auto shift = prediction.frameshifts.begin();
+  for (int p = prediction.start; p < end; ++p) {
+    while (shift != prediction.frameshifts.end() && shift->position < p) ++shift;
+    const bool isShift = shift != prediction.frameshifts.end() && shift->position == p;
+    if (isShift && shift->kind == Frameshift::Kind::kInsertion) continue;
+    if (isShift) positions.push_back(kLostBase);
+    positions.push_back(p);
+  }
+  positions.resize(positions.size() - positions.size() % 3);
+  return positions;
+}
+
+void appendBase(std::vector<CodingPart>& parts, int position, size_t placeInCodon) {
+  if (parts.empty() || parts.back().end != position) {
+    parts.push_back({position, position, static_cast<int>((3 - placeInCodon) % 3)});
+  }
+  ++parts.back().end;
+}
+
+bool isIntact(const std::vector<int>& positions, size_t codon) {
+  const auto first = positions.begin() + static_cast<std::ptrdiff_t>(codon);
+  return std::find(first, first + 3, kLostBase) == first + 3;
+}
+
+int acidOf(std::string_view codon) {
+  return ReadData::CodonTable(baseCode(codon[0]), baseCode(codon[1]), baseCode(codon[2]));
+}
+
+CodingEnds endsOf(std::string_view bases) {
+  const bool hasStart = acidOf(bases.substr(0, 3)) == kMethionine;
+  const bool hasStop = acidOf(bases.substr(bases.size() - 3)) == kStopSignal;
+  if (hasStart) return hasStop ? CodingEnds::kComplete : CodingEnds::kNoStop;
+  return hasStop ? CodingEnds::kNoStart : CodingEnds::kNeither;
+}
+
+}  // namespace
+
+CodingSequence codingSequence(const Prediction& prediction, std::string_view letters) {
+  CodingSequence sequence;
+  if (prediction.status != Prediction::Status::kCoding) return sequence;
+  const std::vector<int> positions = correctedPositions(prediction);
+  for (size_t i = 0; i < positions.size(); ++i) {
+    const int position = positions[i];
+    sequence.bases += position == kLostBase ? 'N' : letters[static_cast<size_t>(position)];
+    if (position == kLostBase) continue;
+    appendBase(sequence.kept, position, i % 3);
+    if (isIntact(positions, i - i % 3)) appendBase(sequence.intact, position, i % 3);
+  }
+  if (!sequence.bases.empty()) sequence.ends = endsOf(sequence.bases);
+  return sequence;
+}
+
+std::string translate(std::string_view codons) {
+  constexpr char kAcidLetters[] = "ACDEFGHIKLMNPQRSTVWY*";  // by amino-acid number
+  std::string protein;
+  for (size_t i = 0; i + 2 < codons.size(); i += 3) {
+    const int acid = acidOf(codons.substr(i, 3));
+    protein += acid == kNoAminoAcid ? 'X' : kAcidLetters[acid];
+  }
+  return protein;
+}
+
+const char* nameOf(CodingEnds ends) {
+  switch (ends) {
+    case CodingEnds::kComplete:
+      return "complete";
+    case CodingEnds::kNoStart:
+      return "5prime_partial";
+    case CodingEnds::kNoStop:
+      return "3prime_partial";
+    default:
+      return "internal";
+  }
+}
+
+}  // namespace velto

@@ -1,0 +1,40 @@
+// The corrected coding sequence of a prediction, and the parts of the read that make it up.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "velto/velto.h"
+
+namespace velto {
+
+// Adjoining bases of the read, first to one behind the last, 0-based on the predicted strand.
+struct CodingPart {
+  int begin;
+  int end;
+  int phase;  // bases before the first base of the next codon, 0 to 2
+};
+
+// Whether the coding region has its start codon and its stop codon.
+enum class CodingEnds { kComplete, kNoStart, kNoStop, kNeither };
+
+// The coding region read in frame from its first to its last whole codon.
+struct CodingSequence {
+  std::string bases;               // inserted bases left out, an N for each lost base; whole codons
+  std::vector<CodingPart> kept;    // all bases of the read that are in it
+  std::vector<CodingPart> intact;  // the same without the codons that lost a base
+  CodingEnds ends = CodingEnds::kNeither;
+};
+
+// `letters` are those of predictedLetters on the prediction's strand. A prediction that is not
+// coding has an empty sequence.
+CodingSequence codingSequence(const Prediction& prediction, std::string_view letters);
+
+// The protein of whole codons by the standard genetic code, '*' for a stop, X for a codon with N.
+std::string translate(std::string_view codons);
+
+// "complete", "5prime_partial" (no start codon), "3prime_partial" (no stop codon) or "internal".
+const char* nameOf(CodingEnds ends);
+
+}  // namespace velto

@@ -1,0 +1,44 @@
+#include "batch/record_batches.h"
+
+#include <utility>
+
+namespace velto {
+namespace {
+
+// Large enough that handing a batch over costs nothing, small enough for many batches in memory.
+constexpr size_t kBatchRecords = 256;
+constexpr size_t kBatchBases = 1 << 17;
+
+}  // namespace
+
+bool RecordBatches::nextRecord(Record& record) {
+  for (;;) {
+    if (reader_ == nullptr) {
+      if (nextPath_ == paths_.size()) return false;
+      reader_ = std::make_unique<RecordReader>(paths_[nextPath_++]);
+    }
+    if (reader_->next(record)) return true;
+    reader_.reset();
+  }
+}
+
+RecordBatch RecordBatches::next() {
+  RecordBatch batch;
+  batch.firstOrdinal = ordinal_ + 1;
+  size_t bases = 0;
+  try {
+    Record record;
+    while (error_ == nullptr && batch.records.size() < kBatchRecords && bases < kBatchBases &&
+           nextRecord(record)) {
+      bases += record.bases.size();
+      batch.records.push_back(std::move(record));
+      record = Record();
+    }
+  } catch (const InputError&) {
+    error_ = std::current_exception();
+  }
+  ordinal_ += static_cast<long>(batch.records.size());
+  return batch;
+}
+
+}  // namespace velto

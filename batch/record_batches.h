@@ -1,0 +1,40 @@
+// Cuts the records of several files into batches of about equal work.
+#pragma once
+
+#include <exception>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "seqio/record_reader.h"
+
+namespace velto {
+
+struct RecordBatch {
+  long firstOrdinal = 1;  // 1-based place of the first record among all
+  std::vector<Record> records;
+};
+
+// For one thread at a time.
+class RecordBatches {
+ public:
+  explicit RecordBatches(std::vector<std::string> paths) : paths_(std::move(paths)) {}
+
+  // The next batch, empty at the end. A file that cannot be read ends the batches after the records
+  // before the damage; error() then holds why.
+  RecordBatch next();
+
+  // The InputError that ended the batches, or null.
+  std::exception_ptr error() const { return error_; }
+
+ private:
+  bool nextRecord(Record& record);
+
+  std::vector<std::string> paths_;
+  size_t nextPath_ = 0;
+  std::unique_ptr<RecordReader> reader_;
+  long ordinal_ = 0;  // records handed out
+  std::exception_ptr error_;
+};
+
+}  // namespace velto

@@ -1,0 +1,52 @@
+#include "batch/record_batches.h"
+
+#include <gtest/gtest.h>
+
+#include "tests/support/temp_dir.h"
+
+namespace velto {
+namespace {
+
+TEST(RecordBatches, GoThroughAllFilesInOrder) {
+  const test::TempDir directory;
+  std::string first;
+  for (int i = 0; i < 300; ++i) first += ">a" + std::to_string(i) + "\nACGT\n";
+  test::writeFile(directory.file("1.fa"), first);
+  test::writeFile(directory.file("2.fa"), "");
+  test::writeFile(directory.file("3.fa"), ">b\nAC\n");
+  RecordBatches batches({directory.file("1.fa"), directory.file("2.fa"), directory.file("3.fa")});
+  std::vector<std::string> names;
+  for (RecordBatch batch = batches.next(); !batch.records.empty(); batch = batches.next()) {
+    EXPECT_EQ(batch.firstOrdinal, static_cast<long>(names.size()) + 1);
+    EXPECT_LE(batch.records.size(), 256U);
+    for (const Record& record : batch.records) names.push_back(record.name);
+  }
+  ASSERT_EQ(names.size(), 301U);
+  EXPECT_EQ(names[0], "a0");
+  EXPECT_EQ(names[299], "a299");
+  EXPECT_EQ(names[300], "b");
+  EXPECT_EQ(batches.error(), nullptr);
+}
+
+TEST(RecordBatches, ALongRecordEndsItsBatch) {
+  const test::TempDir directory;
+  test::writeFile(directory.file("1.fa"), ">a\nAC\n>b\n" + std::string(200000, 'A') + "\n>c\nAC\n");
+  RecordBatches batches({directory.file("1.fa")});
+  EXPECT_EQ(batches.next().records.size(), 2U);
+  EXPECT_EQ(batches.next().records.size(), 1U);
+}
+
+TEST(RecordBatches, EndBeforeTheDamageAndKeepTheError) {
+  const test::TempDir directory;
+  test::writeFile(directory.file("1.fq"), "@a\nACGT\n+\nIIII\n@b\nACGT\n+\nI\n");
+  RecordBatches batches({directory.file("1.fq"), directory.file("1.fq")});
+  const RecordBatch batch = batches.next();
+  ASSERT_EQ(batch.records.size(), 1U);
+  EXPECT_EQ(batch.records[0].name, "a");
+  EXPECT_TRUE(batches.next().records.empty());
+  ASSERT_NE(batches.error(), nullptr);
+  EXPECT_THROW(std::rethrow_exception(batches.error()), InputError);
+}
+
+}  // namespace
+}  // namespace velto

@@ -1,0 +1,60 @@
+#include "batch/scan_counts.h"
+
+#include <cstdio>
+#include <nlohmann/json.hpp>
+
+namespace velto {
+
+void ScanCounts::add(const Prediction& prediction) {
+  ++reads;
+  bases += prediction.length;
+  switch (prediction.status) {
+    case Prediction::Status::kCoding:
+      ++coding;
+      break;
+    case Prediction::Status::kNoncoding:
+      ++noncoding;
+      break;
+    case Prediction::Status::kShort:
+      ++shortReads;
+      break;
+    case Prediction::Status::kEmpty:
+      ++emptyReads;
+  }
+}
+
+void ScanCounts::add(const ScanCounts& other) {
+  reads += other.reads;
+  coding += other.coding;
+  noncoding += other.noncoding;
+  shortReads += other.shortReads;
+  emptyReads += other.emptyReads;
+  bases += other.bases;
+}
+
+std::string countsText(const ScanCounts& counts, double seconds) {
+  char time[32];
+  std::snprintf(time, sizeof time, "%.2f", seconds);
+  return std::to_string(counts.reads) + " reads: " + std::to_string(counts.coding) + " coding, " +
+         std::to_string(counts.noncoding) + " non-coding, " +
+         std::to_string(counts.shortReads + counts.emptyReads) + " refused (" +
+         std::to_string(counts.shortReads) + " short, " + std::to_string(counts.emptyReads) +
+         " empty); " + std::to_string(counts.bases) + " bases; " + time + " s";
+}
+
+std::string summaryJson(const ScanRun& run, const ScanCounts& counts) {
+  nlohmann::ordered_json json;
+  json["version"] = run.version;
+  json["model"] = run.modelDirectory;
+  json["inputs"] = run.inputs;
+  json["threads"] = run.threads;
+  json["reads"] = counts.reads;
+  json["coding"] = counts.coding;
+  json["noncoding"] = counts.noncoding;
+  json["refused"] = {{"short", counts.shortReads}, {"empty", counts.emptyReads}};
+  json["bases"] = counts.bases;
+  json["seconds"] = run.seconds;
+  return json.dump(2, ' ', false, nlohmann::ordered_json::error_handler_t::replace) + '\n';
+}
+
+}  // namespace velto

@@ -1,0 +1,37 @@
+// The counts of a scan, and how they are told.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "velto/velto.h"
+
+namespace velto {
+
+// reads = coding + noncoding + shortReads + emptyReads.
+struct ScanCounts {
+  long reads = 0;
+  long coding = 0;
+  long noncoding = 0;
+  long shortReads = 0;  // refused: 1 to 29 bases
+  long emptyReads = 0;  // refused: no bases
+  long long bases = 0;  // of all reads
+
+  void add(const Prediction& prediction);
+  void add(const ScanCounts& other);
+};
+
+// One line for people.
+std::string countsText(const ScanCounts& counts, double seconds);
+
+// The run as JSON: version, model directory, inputs, threads, counts, seconds.
+struct ScanRun {
+  std::string version;
+  std::string modelDirectory;
+  std::vector<std::string> inputs;
+  int threads;
+  double seconds;
+};
+std::string summaryJson(const ScanRun& run, const ScanCounts& counts);
+
+}  // namespace velto

@@ -1,0 +1,127 @@
+#include "batch/scan_pipeline.h"
+
+#include <oneapi/tbb/enumerable_thread_specific.h>
+#include <oneapi/tbb/global_control.h>
+#include <oneapi/tbb/parallel_pipeline.h>
+#include <oneapi/tbb/task_arena.h>
+
+#include <memory>
+#include <utility>
+
+#include "batch/record_batches.h"
+#include "batch/repeated_names.h"
+
+namespace velto {
+namespace {
+
+namespace tbb = oneapi::tbb;
+
+// A batch read, and what has to be written for it.
+struct Work {
+  RecordBatch batch;
+  std::vector<std::string> texts;  // [output]
+  ScanCounts counts;
+};
+using WorkPointer = std::shared_ptr<Work>;
+
+// A region that is not to be reported, which leaves its score only.
+void dropRegion(Prediction& prediction) {
+  prediction.status = Prediction::Status::kNoncoding;
+  prediction.start = -1;
+  prediction.stop = -1;
+  prediction.frameshifts.clear();
+  prediction.frames.clear();
+}
+
+class Scan {
+ public:
+  Scan(const Predictor& predictor, const ScanOptions& options, std::vector<ScanOutput>& outputs)
+      : predictor_(predictor), options_(options), outputs_(outputs), batches_(options.inputs) {}
+
+  ScanCounts run() {
+    const auto threads = static_cast<size_t>(options_.threads);
+    const tbb::global_control most(tbb::global_control::max_allowed_parallelism, threads);
+    tbb::task_arena arena(options_.threads);
+    arena.execute([&] { runPipeline(kBatchesPerThread * threads); });
+    if (batches_.error() != nullptr) std::rethrow_exception(batches_.error());
+    return counts_;
+  }
+
+ private:
+  static constexpr size_t kBatchesPerThread = 3;
+
+  void runPipeline(size_t batchesInMemory) {
+    const auto read = [this](tbb::flow_control& flow) { return readBatch(flow); };
+    const auto predict = [this](WorkPointer work) { return predictBatch(std::move(work)); };
+    const auto write = [this](const WorkPointer& work) { writeBatch(*work); };
+    tbb::parallel_pipeline(
+        batchesInMemory,
+        tbb::make_filter<void, WorkPointer>(tbb::filter_mode::serial_in_order, read) &
+            tbb::make_filter<WorkPointer, WorkPointer>(tbb::filter_mode::parallel, predict) &
+            tbb::make_filter<WorkPointer, void>(tbb::filter_mode::serial_in_order, write));
+  }
+
+  WorkPointer readBatch(tbb::flow_control& flow) {
+    auto work = std::make_shared<Work>();
+    work->batch = batches_.next();
+    if (work->batch.records.empty()) {
+      flow.stop();
+      return nullptr;
+    }
+    for (const Record& record : work->batch.records) {
+      if (names_.isFirstRepeat(record.name)) options_.warnOfRepeatedName(record.name);
+    }
+    return work;
+  }
+
+  WorkPointer predictBatch(WorkPointer work) {
+    work->texts.resize(outputs_.size());
+    Workspace& workspace = workspaces_.local();
+    long ordinal = work->batch.firstOrdinal;
+    for (const Record& record : work->batch.records) {
+      Prediction prediction = predictor_.predict(record.bases, workspace, options_.predict);
+      const bool coding = prediction.status == Prediction::Status::kCoding;
+      if (coding && prediction.score < options_.minScore.value_or(prediction.score)) {
+        dropRegion(prediction);
+      }
+      work->counts.add(prediction);
+      appendRead(record, ordinal++, prediction, work->texts);
+    }
+    work->batch.records = std::vector<Record>();
+    return work;
+  }
+
+  void appendRead(const Record& record, long ordinal, const Prediction& prediction,
+                  std::vector<std::string>& texts) const {
+    CodingSequence coding;
+    if (prediction.status == Prediction::Status::kCoding) {
+      coding = codingSequence(
+          prediction, predictedLetters(record.bases, prediction.strand, options_.predict.letters));
+    }
+    const ScannedRead read{record, ordinal, prediction, coding};
+    for (size_t i = 0; i < outputs_.size(); ++i) outputs_[i].append(read, texts[i]);
+  }
+
+  void writeBatch(const Work& work) {
+    for (size_t i = 0; i < outputs_.size(); ++i) outputs_[i].file.write(work.texts[i]);
+    counts_.add(work.counts);
+    if (options_.progress) options_.progress(counts_);
+  }
+
+  const Predictor& predictor_;
+  const ScanOptions& options_;
+  std::vector<ScanOutput>& outputs_;
+  RecordBatches batches_;  // used by the reading stage only
+  RepeatedNames names_;    // likewise
+  tbb::enumerable_thread_specific<Workspace> workspaces_;
+  ScanCounts counts_;  // used by the writing stage only
+};
+
+}  // namespace
+
+ScanCounts scanReads(const Predictor& predictor, const ScanOptions& options,
+                     std::vector<ScanOutput>& outputs) {
+  return Scan(predictor, options, outputs).run();
+}
+
+}  // namespace velto

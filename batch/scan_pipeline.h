@@ -1,0 +1,39 @@
+// The threaded pipeline of a scan: read, predict and format, write in the order of the input.
+#pragma once
+
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "batch/scan_counts.h"
+#include "batch/scanned_read.h"
+#include "seqio/output_file.h"
+#include "velto/velto.h"
+
+namespace velto {
+
+// One output of a scan.
+struct ScanOutput {
+  OutputFile& file;
+  // Appends what the output says of a read; called by several threads at once.
+  std::function<void(const ScannedRead&, std::string&)> append;
+};
+
+struct ScanOptions {
+  std::vector<std::string> inputs;  // "-" is standard input
+  PredictOptions predict;
+  std::optional<double> minScore;  // a coding region that scores lower is not reported
+  int threads = 1;
+  // Called now and then from one thread at a time; may be empty.
+  std::function<void(const ScanCounts&)> progress;
+  std::function<void(const std::string& name)> warnOfRepeatedName;
+};
+
+// Predicts all reads and writes them to the outputs, which are the same bytes for every number of
+// threads. Throws InputError for an input that cannot be read, after everything before the damage
+// was written, and OutputError; no output is committed here.
+ScanCounts scanReads(const Predictor& predictor, const ScanOptions& options,
+                     std::vector<ScanOutput>& outputs);
+
+}  // namespace velto

@@ -1,0 +1,58 @@
+#include "batch/scanned_read.h"
+
+#include <cstdio>
+
+namespace velto {
+
+const char* nameOf(Prediction::Status status) {
+  switch (status) {
+    case Prediction::Status::kCoding:
+      return "coding";
+    case Prediction::Status::kNoncoding:
+      return "noncoding";
+    case Prediction::Status::kShort:
+      return "short";
+    default:
+      return "empty";
+  }
+}
+
+char symbolOf(Strand strand) { return strand == Strand::kMinus ? '-' : '+'; }
+
+std::string nameFor(const ScannedRead& read) {
+  return read.record.name.empty() ? "record" + std::to_string(read.ordinal) : read.record.name;
+}
+
+std::string positionList(const Prediction& prediction, Frameshift::Kind kind) {
+  std::string list;
+  for (const Frameshift& shift : prediction.frameshifts) {
+    if (shift.kind != kind) continue;
+    if (!list.empty()) list += ',';
+    list += std::to_string(shift.position + 1);
+  }
+  return list;
+}
+
+std::string numberText(double number, int digits) {
+  char text[32];
+  std::snprintf(text, sizeof text, "%.*g", digits, number);
+  return text;
+}
+
+std::string scoreText(double score) { return numberText(score, 5); }
+
+std::string percentEscaped(std::string_view text, bool (*isPlain)(char)) {
+  constexpr char kDigits[] = "0123456789ABCDEF";
+  std::string escaped;
+  for (const char c : text) {
+    if (isPlain(c)) {
+      escaped += c;
+    } else {
+      const auto byte = static_cast<unsigned char>(c);
+      escaped += {'%', kDigits[byte / 16], kDigits[byte % 16]};
+    }
+  }
+  return escaped;
+}
+
+}  // namespace velto

@@ -1,0 +1,44 @@
+// One record with its prediction: what every output format writes from.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "batch/coding_sequence.h"
+#include "seqio/record.h"
+#include "velto/velto.h"
+
+namespace velto {
+
+struct ScannedRead {
+  const Record& record;
+  long ordinal;  // 1-based place among all records of the run
+  const Prediction& prediction;
+  const CodingSequence& coding;  // empty unless the status is coding
+
+  bool isCoding() const { return prediction.status == Prediction::Status::kCoding; }
+  bool isPredicted() const { return !prediction.model.empty(); }
+};
+
+// "coding", "noncoding", "short" or "empty".
+const char* nameOf(Prediction::Status status);
+
+// '+' or '-'.
+char symbolOf(Strand strand);
+
+// The name of the record; "record" with its ordinal if it has none, for formats that need one.
+std::string nameFor(const ScannedRead& read);
+
+// The 1-based positions of the frameshifts of one kind, comma-separated.
+std::string positionList(const Prediction& prediction, Frameshift::Kind kind);
+
+// The number with up to `digits` significant digits, as an output stream writes it.
+std::string numberText(double number, int digits);
+
+// The score as the one-read program prints it.
+std::string scoreText(double score);
+
+// Replaces every byte that `isPlain` refuses by '%' and two hexadecimal digits.
+std::string percentEscaped(std::string_view text, bool (*isPlain)(char));
+
+}  // namespace velto

@@ -1,0 +1,22 @@
+#include "workbench/check_model.h"
+
+#include <iostream>
+#include <memory>
+#include <string>
+
+#include "velto/velto.h"
+
+namespace velto {
+
+void addCheckModelCommand(CLI::App& app) {
+  CLI::App* command =
+      app.add_subcommand("check-model", "Check the sixteen models of a model directory");
+  const auto directory = std::make_shared<std::string>();
+  command->add_option("DIR", *directory, "Model directory")->required();
+  command->callback([directory] {
+    const Predictor predictor(*directory);
+    std::cout << *directory << ": all 16 models are whole and regular\n";
+  });
+}
+
+}  // namespace velto

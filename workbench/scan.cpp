@@ -1,0 +1,232 @@
+// 1. Outputs  2. Progress  3. The run  4. Options
+#include "workbench/scan.h"
+
+#include <unistd.h>
+
+#include <algorithm>
+#include <chrono>
+#include <filesystem>
+#include <functional>
+#include <iostream>
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+#include <thread>
+#include <utility>
+#include <vector>
+
+#include "batch/bed_rows.h"
+#include "batch/gff3_rows.h"
+#include "batch/json_rows.h"
+#include "batch/scan_pipeline.h"
+#include "batch/score_rows.h"
+#include "batch/sequence_rows.h"
+#include "batch/tsv_rows.h"
+#include "seqio/input_error.h"
+#include "seqio/output_file.h"
+#include "velto/velto.h"
+
+namespace velto {
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+// The options as they are written on the command line; a path left empty is not written.
+struct CommandLine {
+  std::vector<std::string> inputs;
+  std::string modelDirectory;
+  int threads = 0;  // 0: all
+  std::string tsv = "-";
+  std::string gff3;
+  std::string bed;
+  std::string cds;
+  std::string protein;
+  std::string json;
+  std::string scores;
+  std::string summary;
+  Strand strand = Strand::kPlus;
+  std::optional<double> minScore;
+  bool exactCase = false;
+  bool quiet = false;
+  bool progress = false;
+};
+
+// ---- 1. Outputs
+
+// The files of a run, which get their names together at its end.
+class Outputs {
+ public:
+  using Append = std::function<void(const ScannedRead&, std::string&)>;
+
+  // Opens the output unless `path` is empty. Throws OutputError.
+  void add(const std::string& path, const std::string& header, Append append) {
+    if (path.empty()) return;
+    files_.push_back(std::make_unique<OutputFile>(path));
+    files_.back()->write(header);
+    outputs_.push_back({*files_.back(), std::move(append)});
+  }
+
+  std::vector<ScanOutput>& list() { return outputs_; }
+
+  void commit() {
+    for (const auto& file : files_) file->commit();
+  }
+
+  // After a failure: streams get what was finished, files never get their names.
+  void commitStreams() {
+    for (const auto& file : files_) {
+      if (file->isDirect()) file->commit();
+    }
+  }
+
+ private:
+  std::vector<std::unique_ptr<OutputFile>> files_;
+  std::vector<ScanOutput> outputs_;
+};
+
+void openOutputs(const CommandLine& line, Letters letters, Outputs& outputs) {
+  outputs.add(line.tsv, tsvHeader(), appendTsvRow);
+  outputs.add(line.gff3, gff3Header(), appendGff3Rows);
+  outputs.add(line.bed, "", appendBedRow);
+  outputs.add(line.cds, "", appendCodingFasta);
+  outputs.add(line.protein, "", appendProteinFasta);
+  outputs.add(line.json, "", appendJsonRow);
+  outputs.add(line.scores, "", [letters](const ScannedRead& read, std::string& text) {
+    appendScoreRows(read, letters, text);
+  });
+}
+
+// ---- 2. Progress
+
+// Rewrites one line of the terminal twice a second.
+class ProgressLine {
+ public:
+  void operator()(const ScanCounts& counts) {
+    const Clock::time_point now = Clock::now();
+    if (now < next_) return;
+    next_ = now + std::chrono::milliseconds(500);
+    std::cerr << "\rvelto scan: " << counts.reads << " reads, " << counts.coding << " coding"
+              << std::flush;
+  }
+
+  static void clear() { std::cerr << "\r\033[K" << std::flush; }
+
+ private:
+  Clock::time_point next_ = Clock::now();
+};
+
+// ---- 3. The run
+
+constexpr char kDefaultModel[] = "./param-human";
+
+std::string modelDirectory(const std::string& named) {
+  if (!named.empty()) return named;
+  return std::filesystem::is_directory(kDefaultModel) ? kDefaultModel : VELTO_INSTALLED_MODEL;
+}
+
+int threadCount(int wanted) {
+  if (wanted > 0) return wanted;
+  return std::max(1, static_cast<int>(std::thread::hardware_concurrency()));
+}
+
+ScanOptions scanOptions(const CommandLine& line) {
+  ScanOptions options;
+  options.inputs = line.inputs;
+  options.predict.letters = line.exactCase ? Letters::kExact : Letters::kFolded;
+  options.predict.strand = line.strand;
+  options.predict.wantScores = !line.scores.empty();
+  options.minScore = line.minScore;
+  options.threads = threadCount(line.threads);
+  if (line.progress) options.progress = ProgressLine();
+  options.warnOfRepeatedName = [](const std::string& name) {
+    std::cerr << "velto: warning: the name '" << name
+              << "' occurs more than once; other repeated names are not reported\n";
+  };
+  return options;
+}
+
+ScanCounts scanInto(const Predictor& predictor, const ScanOptions& options, Outputs& outputs) {
+  try {
+    return scanReads(predictor, options, outputs.list());
+  } catch (const InputError&) {
+    outputs.commitStreams();
+    throw;
+  }
+}
+
+void writeSummary(const std::string& path, const ScanRun& run, const ScanCounts& counts) {
+  if (path.empty()) return;
+  OutputFile file(path);
+  file.write(summaryJson(run, counts));
+  file.commit();
+}
+
+void scan(const CommandLine& line) {
+  const Clock::time_point begin = Clock::now();
+  const std::string directory = modelDirectory(line.modelDirectory);
+  const Predictor predictor(directory);
+  const ScanOptions options = scanOptions(line);
+  Outputs outputs;
+  openOutputs(line, options.predict.letters, outputs);
+  const ScanCounts counts = scanInto(predictor, options, outputs);
+  outputs.commit();
+  const double seconds = std::chrono::duration<double>(Clock::now() - begin).count();
+  writeSummary(line.summary, {VELTO_VERSION, directory, line.inputs, options.threads, seconds},
+               counts);
+  if (line.progress) ProgressLine::clear();
+  if (!line.quiet) std::cerr << "velto scan: " << countsText(counts, seconds) << "\n";
+}
+
+// ---- 4. Options
+
+void requireDifferentOutputs(const CommandLine& line) {
+  std::map<std::string, int> uses;
+  for (const std::string* path : {&line.tsv, &line.gff3, &line.bed, &line.cds, &line.protein,
+                                  &line.json, &line.scores, &line.summary}) {
+    if (!path->empty() && ++uses[*path] == 2 && *path != "/dev/null") {
+      const std::string name = *path == "-" ? "standard output" : "'" + *path + "'";
+      throw CLI::ValidationError("two outputs go to " + name);
+    }
+  }
+}
+
+void addOutputOptions(CLI::App& command, CommandLine& line) {
+  command.add_option("-o,--output", line.tsv, "Table of all reads, '-' for standard output")
+      ->capture_default_str();
+  command.add_option("--gff3", line.gff3, "Coding regions as GFF3");
+  command.add_option("--bed", line.bed, "Coding regions as BED12");
+  command.add_option("--cds", line.cds, "Corrected coding sequences as FASTA");
+  command.add_option("--protein", line.protein, "Proteins as FASTA");
+  command.add_option("--json", line.json, "All reads as JSON Lines");
+  command.add_option("--scores", line.scores, "Window scores, one row per base");
+  command.add_option("--summary", line.summary, "Counts of the run as JSON");
+}
+
+}  // namespace
+
+void addScanCommand(CLI::App& app) {
+  CLI::App* command = app.add_subcommand("scan", "Find the coding regions of many reads");
+  const auto line = std::make_shared<CommandLine>();
+  static const std::map<std::string, Strand> strands = {
+      {"plus", Strand::kPlus}, {"minus", Strand::kMinus}, {"both", Strand::kBoth}};
+  command->add_option("FILE", line->inputs, "FASTA, FASTQ (gz too) or BAM; '-': standard input")
+      ->required();
+  command->add_option("-d,--model", line->modelDirectory,
+                      "Model directory (default: ./param-human, then the installed one)");
+  command->add_option("-t,--threads", line->threads, "Threads (default: all)")
+      ->check(CLI::Range(1, 1024));
+  addOutputOptions(*command, *line);
+  command->add_option("--strand", line->strand, "plus, minus or both (default: plus)")
+      ->transform(CLI::CheckedTransformer(strands));
+  command->add_option("--min-score", line->minScore, "Report no coding region below this score");
+  command->add_flag("--exact-case", line->exactCase, "Only upper-case A, C, G, T are bases");
+  command->add_flag("--quiet", line->quiet, "No counts at the end");
+  command->add_flag("--progress", line->progress, "Show the progress on standard error");
+  command->callback([line] {
+    requireDifferentOutputs(*line);
+    scan(*line);
+  });
+}
+
+}  // namespace velto

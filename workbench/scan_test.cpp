@@ -1,0 +1,333 @@
+// Runs `velto scan` and `velto check-model` as processes: results, streams, statuses and files.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <nlohmann/json.hpp>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "model/read_class.h"
+#include "tests/support/process.h"
+#include "tests/support/reads.h"
+#include "tests/support/temp_dir.h"
+#include "tests/support/trained_models.h"
+
+namespace velto {
+namespace {
+
+using test::ProcessResult;
+using Fields = std::vector<std::string>;
+
+std::vector<std::string> split(const std::string& text, char separator) {
+  std::vector<std::string> parts;
+  std::istringstream in(text);
+  for (std::string part; std::getline(in, part, separator);) parts.push_back(part);
+  return parts;
+}
+
+// The rows of a table without its header line.
+std::vector<Fields> rowsOf(const std::string& table) {
+  std::vector<Fields> rows;
+  for (const std::string& line : split(table, '\n')) rows.push_back(split(line, '\t'));
+  if (!rows.empty()) rows.erase(rows.begin());
+  return rows;
+}
+
+// One species, its models and 3,000 reads, made once.
+struct Data {
+  Data() {
+    species.writeModels(random, test::PriorForm::kNearlyConstant, directory.file("model"));
+    std::string fasta;
+    for (int i = 0; i < 30.05; ++i) {
+      reads.push_back(species.read(random, test::randomInt(random, 100, 900), 0.012));
+      fasta +=
+          ">read" + std::to_string(i) + " no " + std::to_string(i) + "\n" + reads.back() + "\n";
+    }
+    test::writeFile(directory.file("reads.fa"), fasta);
+  }
+
+  test::Random random{test::testSeed()};
+  test::MadeUpSpecies species{random};
+  test::TempDir directory;
+  std::vector<std::string> reads;
+};
+
+const Data& data() {
+  static const Data made;
+  return made;
+}
+
+class ScanTest : public testing::Test {
+ protected:
+  // Runs `velto scan` with the test's model in a directory of its own.
+  ProcessResult scan(const std::vector<std::string>& arguments, const std::string& input = "") {
+    std::vector<std::string> all = {"scan", "-d", data().directory.file("model")};
+    all.insert(all.end(), arguments.begin(), arguments.end());
+    return test::runProcess(VELTO_PROGRAM, all, work.path(), input);
+  }
+
+  ProcessResult shell(const std::string& command) {
+    return test::runProcess("/bin/bash", {"-c", command}, work.path());
+  }
+
+  std::string file(const std::string& name) { return test::readFile(work.file(name)); }
+
+  static std::string readsFile() { return data().directory.file("reads.fa"); }
+
+  size_t filesInWork() {
+    const std::filesystem::directory_iterator files(work.path());
+    return static_cast<size_t>(std::distance(begin(files), end(files)));
+  }
+
+  test::TempDir work;
+};
+
+// ---- The numbers
+
+// The value behind `label` in a report, up to the next blank.
+std::string valueAfter(const std::string& report, const std::string& label, size_t from = 0) {
+  const size_t at = report.find(label, from);
+  if (at == std::string::npos) return "";
+  const size_t begin = at + label.size();
+  return report.substr(begin, report.find_first_of(" \n", begin) - begin);
+}
+
+std::string joinedValues(const std::string& report, const std::string& label) {
+  std::string list;
+  for (const std::string& line : split(report, '\n')) {
+    if (line.rfind(label, 0) != 0) continue;
+    const size_t at = line.find('@');
+    list += (list.empty() ? "" : ",") + line.substr(at == line.npos ? label.size() : at + 1);
+  }
+  return list;
+}
+
+TEST_F(ScanTest, RowsEqualTheReportsOfTheOneReadProgram) {
+  const ProcessResult scanned = scan({readsFile()});
+  ASSERT_EQ(scanned.status, 0) << scanned.err;
+  const std::vector<Fields> rows = rowsOf(scanned.out);
+  ASSERT_EQ(rows.size(), data().reads.size());
+  int coding = 0;
+  int shifts = 0;
+  for (size_t i = 0; i < 2000; ++i) {
+    if (i % 10 != 0) continue;
+    test::writeFile(work.file("one.fa"), ">x\n" + data().reads[i] + "\n");
+    const std::string report =
+        test::runProcess(VELTO_ONE_READ_PROGRAM,
+                         {"-i", "one.fa", "-d", data().directory.file("model")}, work.path())
+            .out;
+    const bool found = report.find("NO CODING REGION") == std::string::npos;
+    SCOPED_TRACE(rows[i][0]);
+    EXPECT_EQ(rows[i][5], valueAfter(report, "DP SCORE: "));
+    EXPECT_EQ(rows[i][6], found ? valueAfter(report, "START: ") : "");
+    EXPECT_EQ(rows[i][7], found ? valueAfter(report, "STOP: ") : "");
+    EXPECT_EQ(rows[i][8], joinedValues(report, "INSERTION_ERR: "));
+    EXPECT_EQ(rows[i][9], joinedValues(report, "DELETION_ERR: "));
+    EXPECT_EQ(rows[i][12], found ? "coding" : "noncoding");
+    coding += found;
+    shifts += !rows[i][8].empty() + !rows[i][9].empty();
+  }
+  EXPECT_GT(coding, 50);
+  EXPECT_GT(shifts, 50);
+}
+
+TEST_F(ScanTest, ScoreRowsAreThoseOfTheOneReadScoreFile) {
+  std::string fasta;
+  std::string wanted;
+  for (size_t i = 0; i < 20; ++i) {
+    const std::string record = ">r" + std::to_string(i) + "\n" + data().reads[i] + "\n";
+    fasta += record;
+    test::writeFile(work.file("one.fa"), record);
+    test::runProcess(VELTO_ONE_READ_PROGRAM,
+                     {"-i", "one.fa", "-d", data().directory.file("model"), "-s", "one.csv"},
+                     work.path());
+    wanted += ">r" + std::to_string(i) + " +\n" + file("one.csv");
+  }
+  const ProcessResult scanned = scan({"-", "-o", "t", "--scores", "scores"}, fasta);
+  ASSERT_EQ(scanned.status, 0) << scanned.err;
+  EXPECT_EQ(file("scores"), wanted);
+}
+
+TEST_F(ScanTest, OneTwoAndEightThreadsWriteTheSameBytes) {
+  const std::vector<std::string> names = {"tsv", "gff3", "bed", "cds", "protein", "json"};
+  for (const std::string threads : {"1", "2", "8"}) {
+    const ProcessResult result =
+        scan({readsFile(), "-t", threads, "--strand", "both", "-o", "tsv" + threads, "--gff3",
+              "gff3" + threads, "--bed", "bed" + threads, "--cds", "cds" + threads, "--protein",
+              "protein" + threads, "--json", "json" + threads});
+    ASSERT_EQ(result.status, 0) << result.err;
+  }
+  for (const std::string& name : names) {
+    EXPECT_GT(file(name + "1").size(), 10000U);
+    EXPECT_EQ(file(name + "1"), file(name + "2"));
+    EXPECT_EQ(file(name + "1"), file(name + "8"));
+  }
+}
+
+TEST_F(ScanTest, MinScoreMakesRegionsThatScoreLowerNoncoding) {
+  const std::vector<Fields> all = rowsOf(scan({readsFile()}).out);
+  const std::vector<Fields> best = rowsOf(scan({readsFile(), "--min-score", "30.05"}).out);
+  ASSERT_EQ(best.size(), all.size());
+  int dropped = 0;
+  for (size_t i = 0; i < all.size(); ++i) {
+    const bool low = all[i][12] == "coding" && std::stod(all[i][5]) < 30.05;
+    dropped += low;
+    EXPECT_EQ(best[i][5], all[i][5]);
+    EXPECT_EQ(best[i][6], low ? "" : all[i][6]);
+    EXPECT_EQ(best[i][12], low ? "noncoding" : all[i][12]);
+  }
+  EXPECT_GT(dropped, 100);
+}
+
+TEST_F(ScanTest, CountsAddUp) {
+  const std::string input = ">a\n" + data().reads[0] + "\n>b\nACGT\n>c\n\n>d\n" +
+                            std::string(100, 'A') + "\n>e\n" + std::string(29, 'C') + "\n";
+  const ProcessResult result = scan({"-", "--summary", "summary.json"}, input);
+  ASSERT_EQ(result.status, 0) << result.err;
+  const auto summary = nlohmann::json::parse(file("summary.json"));
+  EXPECT_EQ(summary["reads"], 5);
+  EXPECT_EQ(summary["coding"].get<int>() + summary["noncoding"].get<int>(), 2);
+  EXPECT_EQ(summary["refused"]["short"], 2);
+  EXPECT_EQ(summary["refused"]["empty"], 1);
+  EXPECT_EQ(summary["bases"].get<size_t>(), data().reads[0].size() + 4 + 100 + 29);
+  EXPECT_NE(result.err.find("5 reads: "), std::string::npos);
+  EXPECT_NE(result.err.find("3 refused (2 short, 1 empty)"), std::string::npos);
+  EXPECT_EQ(rowsOf(result.out).size(), 5U);
+}
+
+TEST_F(ScanTest, LowerCaseCountsAsUpperCaseUnlessTheCaseIsExact) {
+  std::string lower = data().reads[0];
+  for (char& letter : lower) letter = static_cast<char>(std::tolower(letter));
+  EXPECT_EQ(scan({"-"}, ">r\n" + lower + "\n").out,
+            scan({"-"}, ">r\n" + data().reads[0] + "\n").out);
+  const Fields exact = rowsOf(scan({"-", "--exact-case"}, ">r\n" + lower + "\n").out).at(0);
+  EXPECT_EQ(exact[2], "0");
+}
+
+// ---- Other programs
+
+bool isInstalled(const std::string& program) {
+  return test::runProcess("/bin/sh", {"-c", "command -v " + program}, "/").status == 0;
+}
+
+TEST_F(ScanTest, Gff3PassesAValidator) {
+  if (!isInstalled("gt")) GTEST_SKIP() << "genometools is not installed";
+  ASSERT_EQ(scan({readsFile(), "--strand", "both", "-o", "t", "--gff3", "g.gff3"}).status, 0);
+  const ProcessResult checked = shell("gt gff3validator g.gff3");
+  EXPECT_EQ(checked.status, 0) << checked.err.substr(0, 1000);
+  EXPECT_EQ(checked.out, "input is valid GFF3\n");
+}
+
+// The lines of a sequence file by record name, which ends at a blank or '('.
+std::vector<std::pair<std::string, std::string>> sequences(const std::string& fasta) {
+  std::vector<std::pair<std::string, std::string>> list;
+  const std::vector<std::string> lines = split(fasta, '\n');
+  for (size_t i = 0; i + 1 < lines.size(); i += 2) {
+    list.emplace_back(lines[i].substr(0, lines[i].find_first_of(" (")), lines[i + 1]);
+  }
+  return list;
+}
+
+std::string withoutN(std::string letters) {
+  letters.erase(std::remove(letters.begin(), letters.end(), 'N'), letters.end());
+  return letters;
+}
+
+TEST_F(ScanTest, BedBlocksSpellTheCorrectedCodingSequence) {
+  if (!isInstalled("bedtools")) GTEST_SKIP() << "bedtools is not installed";
+  ASSERT_EQ(
+      scan({readsFile(), "--strand", "both", "-o", "t", "--bed", "b.bed", "--cds", "c.fa"}).status,
+      0);
+  const ProcessResult cut = shell(
+      "cp " + readsFile() + " r.fa && bedtools getfasta -split -s -nameOnly -fi r.fa -bed b.bed");
+  ASSERT_EQ(cut.status, 0) << cut.err;
+  const auto blocks = sequences(cut.out);
+  const auto coding = sequences(file("c.fa"));
+  ASSERT_EQ(blocks.size(), coding.size());
+  EXPECT_GT(coding.size(), 300U);
+  for (size_t i = 0; i < coding.size(); ++i) {
+    EXPECT_EQ(blocks[i].first, coding[i].first);
+    EXPECT_EQ(withoutN(blocks[i].second), withoutN(coding[i].second));
+  }
+}
+
+// ---- Failures
+
+TEST_F(ScanTest, TruncatedInputNamesFileAndRecordAndLeavesNoFile) {
+  ASSERT_EQ(shell("gzip -c " + readsFile() + " | head -c 400000 > cut.fa.gz").status, 0);
+  const ProcessResult result =
+      scan({"cut.fa.gz", "--gff3", "g.gff3", "--cds", "c.fa", "--summary", "s.json"});
+  EXPECT_EQ(result.status, 1);
+  EXPECT_NE(result.err.find("cut.fa.gz: record "), std::string::npos) << result.err;
+  EXPECT_EQ(filesInWork(), 1U);
+  // The stream got the records before the damage.
+  const std::vector<Fields> rows = rowsOf(result.out);
+  EXPECT_GT(rows.size(), 1000U);
+  EXPECT_LT(rows.size(), data().reads.size());
+  const std::string whole = scan({readsFile()}).out;
+  EXPECT_EQ(result.out, whole.substr(0, result.out.size()));
+}
+
+TEST_F(ScanTest, AnEarlierFileOfTheNameOutlivesAFailure) {
+  test::writeFile(work.file("t.tsv"), "old\n");
+  EXPECT_EQ(scan({"missing.fa", "-o", "t.tsv"}).status, 1);
+  EXPECT_EQ(file("t.tsv"), "old\n");
+  EXPECT_EQ(filesInWork(), 1U);
+}
+
+TEST_F(ScanTest, ClosedPipeEndsQuietly) {
+  const ProcessResult result =
+      shell(std::string(VELTO_PROGRAM) + " scan -d " + data().directory.file("model") + " " +
+            readsFile() + " | head -n 2; echo ${PIPESTATUS[0]}");
+  EXPECT_EQ(result.err, "");
+  EXPECT_EQ(split(result.out, '\n').size(), 3U);
+  EXPECT_EQ(split(result.out, '\n').back(), "1");
+}
+
+TEST_F(ScanTest, RepeatedNamesAreWarnedAboutOnce) {
+  const std::string input = ">a\nACGT\n>b\nACGT\n>a\nACGT\n>b\nACGT\n";
+  const ProcessResult result = scan({"-", "--quiet"}, input);
+  EXPECT_EQ(result.status, 0);
+  EXPECT_EQ(result.err,
+            "velto: warning: the name 'a' occurs more than once; other repeated names are not "
+            "reported\n");
+}
+
+TEST_F(ScanTest, BadCommandLinesHaveStatus2) {
+  EXPECT_EQ(scan({}).status, 2);
+  EXPECT_EQ(scan({readsFile(), "--strand", "up"}).status, 2);
+  EXPECT_EQ(scan({readsFile(), "-t", "0"}).status, 2);
+  EXPECT_EQ(scan({readsFile(), "--gff3", "-"}).status, 2);
+  EXPECT_EQ(scan({readsFile(), "--gff3", "a", "--bed", "a"}).status, 2);
+}
+
+TEST_F(ScanTest, EmptyInputHasNoRows) {
+  const ProcessResult result = scan({"-", "--quiet"}, "");
+  EXPECT_EQ(result.status, 0);
+  EXPECT_EQ(split(result.out, '\n').size(), 1U);
+}
+
+TEST_F(ScanTest, BrokenModelsAreRefusedAsCheckModelRefusesThem) {
+  const ProcessResult good =
+      test::runProcess(VELTO_PROGRAM, {"check-model", data().directory.file("model")}, work.path());
+  EXPECT_EQ(good.status, 0);
+  EXPECT_NE(good.out.find("all 16 models are whole and regular"), std::string::npos);
+
+  std::filesystem::copy(data().directory.file("model"), work.file("bad"),
+                        std::filesystem::copy_options::recursive);
+  const std::string matrix = readClassAt(15).matrixPath(work.file("bad"));
+  test::writeFile(matrix, "1,2,3,4\n1,2,3,4\n1,2\n1,2,3,4\n");
+  const ProcessResult bad = test::runProcess(VELTO_PROGRAM, {"check-model", "bad"}, work.path());
+  EXPECT_EQ(bad.status, 1);
+  EXPECT_EQ(bad.err, "velto: bad/paramater/matrixL2G3-ex0.txt: line 3: a field is missing\n");
+  const ProcessResult scanned =
+      test::runProcess(VELTO_PROGRAM, {"scan", "-d", "bad", readsFile()}, work.path());
+  EXPECT_EQ(scanned.status, 1);
+  EXPECT_EQ(scanned.err, bad.err);
+  EXPECT_EQ(scanned.out, "");
+}
+
+}  // namespace
+}  // namespace velto
