@@ -137,10 +137,15 @@ class PairFeature {
   // falls with the others, so that the corners of their ranges tell.
   bool isSteady() const {
     if (!isMonotone()) return false;
-    for (int pairs = 0; pairs <= most_; ++pairs) {
-      if (above(pairs, pairs, pairs) != above(pairs, most_, most_)) return false;
-    }
-    return true;
+    const int least = leastSteady();
+    return least > most_ || above(least, most_, most_);
+  }
+
+  // Of a steady feature: the least pair count that is above; beyond all counts if there is none.
+  int leastSteady() const {
+    int least = 0;
+    while (least <= most_ && !above(least, least, least)) ++least;
+    return least;
   }
 
   // Table MovingPair::least.
@@ -234,10 +239,10 @@ void VoteTables::addPair(size_t i, int length, PairTables& tables, std::vector<i
   const int vote = t.polarity != 0 ? weight_[i] : -weight_[i];  // when above
   const size_t rowOfPair = row(h.gap, h.elem1, h.elem2);
   if (feature.isSteady()) {
+    const int least = feature.leastSteady();
     for (int count = 0; count < counts_; ++count) {
-      const bool above = feature.above(count, count, count);
       votes[rowOfPair * static_cast<size_t>(counts_) + static_cast<size_t>(count)] +=
-          above ? vote : -vote;
+          count >= least ? vote : -vote;
     }
     return;
   }

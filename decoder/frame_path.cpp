@@ -15,37 +15,62 @@ int entryOr(const std::vector<int>& entries, size_t i, int missing) {
   return i < entries.size() ? entries[i] : missing;
 }
 
-// A missing previous state reads the last entry of the row before, an asymmetry kept on purpose; a
-// negative flat index counts as 0.
-double transition(const double (&matrix)[16], int current, int previous) {
-  const int index = 4 * current + previous;
-  return index < 0 ? 0.0 : matrix[index];
-}
+// Transition scores by decoding state; -1, no state, is a state here too.
+class Transitions {
+ public:
+  explicit Transitions(const double (&matrix)[16]) {
+    for (int current = -1; current <= 3; ++current) {
+      for (int previous = -1; previous <= 3; ++previous) {
+        score_[current + 1][previous + 1] = entry(matrix, 4 * current + previous);
+      }
+    }
+  }
 
-// State of cell (i - 1, g): a freshly started path counts as the path start.
-int previousState(const layout& lay, const dpNode& cell, size_t step, size_t frame) {
-  if (cell.prevFrame == kPathBegins) return decodingState(kPathStart);
-  return decodingState(entryOr(lay.cls[frame], step, kNoWindow));
+  // [previous state + 1]
+  const double* to(int current) const { return score_[current + 1]; }
+
+ private:
+  // A missing previous state reads the last entry of the row before, an asymmetry kept on purpose;
+  // a negative flat index counts as 0.
+  static double entry(const double (&matrix)[16], int index) {
+    return index < 0 ? 0.0 : matrix[index];
+  }
+
+  double score_[5][5];
+};
+
+// What the layout says of one step.
+struct LaidStep {
+  int state[3];  // [frame] decoding state
+  bool atg[3];   // [frame]
+};
+
+LaidStep laidStep(const layout& lay, size_t i) {
+  LaidStep step;
+  for (size_t f = 0; f < 3; ++f) {
+    step.state[f] = decodingState(entryOr(lay.cls[f], i, kNoWindow));
+    step.atg[f] = entryOr(lay.met[f], i, kOtherCodon) == kAtgCodon;
+  }
+  return step;
 }
 
 // best(i, f) = max over g of best(i-1, g) + transition - 70 if f has no state - 20 if g != f,
-// against an ATG start of 2; below -30 the cell restarts at -30.
-void fillCell(const double (&matrix)[16], const layout& lay, const int (&previous)[3],
-              const dpNode* before, size_t i, size_t f, dpNode& cell) {
-  const int current = decodingState(entryOr(lay.cls[f], i, kNoWindow));
-  const bool atg = entryOr(lay.met[f], i, kOtherCodon) == kAtgCodon;
+// against an ATG start of 2; below -30 the cell restarts at -30. `toCurrent` are the transitions
+// to the state of f, `previous` the states of step i - 1.
+template <size_t kFrame>
+void fillCell(const double* toCurrent, const int (&previous)[3], const dpNode* before,
+              const LaidStep& step, dpNode& cell) {
+  const int current = step.state[kFrame];
+  const bool atg = step.atg[kFrame];
   double best = atg ? kAtgStartScore : kWorstScore;
   int from = atg ? kPathBegins : -1;
   for (size_t g = 0; g < 3; ++g) {
-    double s = transition(matrix, current, previous[g]) + before[g].score;
+    double s = toCurrent[previous[g] + 1] + before[g].score;
     if (current < 0) s += kNoStatePenalty;
-    if (g != f) s += kFrameChangePenalty;
-    if (s == best && g == f) {
-      from = static_cast<int>(g);
-    } else if (s > best) {
-      best = s;
-      from = static_cast<int>(g);
-    }
+    if (g != kFrame) s += kFrameChangePenalty;
+    const bool wins = s > best || (s == best && g == kFrame);
+    from = wins ? static_cast<int>(g) : from;
+    best = s > best ? s : best;
   }
   const bool restart = best < kOpenStartScore;
   cell.prevFrame = restart ? kPathBegins : from;
@@ -70,13 +95,21 @@ void fillFramePaths(const double (&matrix)[16], const layout& lay, dpNode* nodes
     nodes[f].score =
         entryOr(lay.met[f], 0, kOtherCodon) == kAtgCodon ? kAtgStartScore : kOpenStartScore;
   }
+  const Transitions transitions(matrix);
+  LaidStep last = n > 0 ? laidStep(lay, 0) : LaidStep();
   for (size_t i = 1; i < n; ++i) {
     const dpNode* before = nodes + 3 * (i - 1);
-    int previous[3];
-    for (size_t g = 0; g < 3; ++g) previous[g] = previousState(lay, before[g], i - 1, g);
-    for (size_t f = 0; f < 3; ++f) {
-      fillCell(matrix, lay, previous, before, i, f, nodes[3 * i + f]);
+    dpNode* cells = nodes + 3 * i;
+    int previous[3];  // a freshly started path counts as the path start
+    for (size_t g = 0; g < 3; ++g) {
+      const bool begins = before[g].prevFrame == kPathBegins;
+      previous[g] = begins ? decodingState(kPathStart) : last.state[g];
     }
+    const LaidStep step = laidStep(lay, i);
+    fillCell<0>(transitions.to(step.state[0]), previous, before, step, cells[0]);
+    fillCell<1>(transitions.to(step.state[1]), previous, before, step, cells[1]);
+    fillCell<2>(transitions.to(step.state[2]), previous, before, step, cells[2]);
+    last = step;
   }
 }
 

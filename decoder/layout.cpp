@@ -33,19 +33,4 @@ char layoutSymbol(int code) {
   }
 }
 
-int decodingState(int code) {
-  switch (code) {
-    case kCodingWindow:
-      return 0;
-    case kNonCodingWindow:
-      return 1;
-    case kPathStart:
-      return 2;
-    case kStopCodon:
-      return 3;
-    default:
-      return -1;
-  }
-}
-
 }  // namespace velto

@@ -37,6 +37,19 @@ struct layout {
 char layoutSymbol(int code);
 
 // Decoding state of a class code: coding 0, non-coding 1, path start 2, stop codon 3, others -1.
-int decodingState(int code);
+constexpr int decodingState(int code) {
+  switch (code) {
+    case kCodingWindow:
+      return 0;
+    case kNonCodingWindow:
+      return 1;
+    case kPathStart:
+      return 2;
+    case kStopCodon:
+      return 3;
+    default:
+      return -1;
+  }
+}
 
 }  // namespace velto
