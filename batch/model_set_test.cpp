@@ -4,6 +4,7 @@
 
 #include <filesystem>
 
+#include "tests/support/model_directory.h"
 #include "tests/support/models.h"
 #include "tests/support/temp_dir.h"
 

@@ -40,7 +40,7 @@ struct Data {
   Data() {
     species.writeModels(random, test::PriorForm::kNearlyConstant, directory.file("model"));
     std::string fasta;
-    for (int i = 0; i < 30.05; ++i) {
+    for (int i = 0; i < 3000; ++i) {
       reads.push_back(species.read(random, test::randomInt(random, 100, 900), 0.012));
       fasta +=
           ">read" + std::to_string(i) + " no " + std::to_string(i) + "\n" + reads.back() + "\n";
