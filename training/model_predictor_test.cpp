@@ -46,7 +46,7 @@ TEST(ModelPredictor, CallsWhatTheOneReadProgramReports) {
     const CalledRead called = predictor.predict(test::baseCodes(letters));
     test::writeFile(directory.file("r.fa"), ">r\n" + letters + "\n");
     const auto run =
-        test::runProcess(VELTO_ONE_READ, {"-i", "r.fa", "-d", models}, directory.path());
+        test::runProcess(VELTO_ONE_READ_PROGRAM, {"-i", "r.fa", "-d", models}, directory.path());
     ASSERT_EQ(run.status, 0);
     EXPECT_EQ(summary(called, letters), summaryOfReport(run.out)) << "round " << round;
     calledReads += called.isCoding();
