@@ -1,3 +1,4 @@
+// The JSON of an evaluation.
 #include <nlohmann/json.hpp>
 
 #include "model/read_class.h"

@@ -150,7 +150,8 @@ std::string distancePlot(const EvaluationReport& report) {
     most = std::max(most, *std::max_element(bins.back().begin(), bins.back().end()));
   }
   SvgChart chart(headingOf("Distance of called from true frameshifts", report),
-                 {"called minus true position, bases", binStart(0), binStart(kBins), 15.0},
+                 {"called minus true position, bases", binStart(0) - kBinWidth,
+                  binStart(kBins) + kBinWidth, 15.0},
                  {"matched frameshifts per " + std::to_string(kBinWidth) + " bases", 0.0,
                   most * 1.05, std::max(1.0, roundTick(most))},
                  kAxisRoom, kPlotHeight);
@@ -178,12 +179,17 @@ std::vector<int> classesWithReads(const ModelEvaluation& model) {
   return classes;
 }
 
+// The figures of a row stand a little below each other, so that none hides another.
+constexpr double kFigureStep = 0.25;  // rows
+
 void addClassPoints(SvgChart& chart, const EvaluationReport& report, int readClass, double row) {
   for (std::size_t m = 0; m < report.models.size(); ++m) {
     const EvaluationCounts& counts = report.models[m].byClass[static_cast<std::size_t>(readClass)];
+    double height = row + kFigureStep;
     for (const PlottedFigure& figure : kPlotted) {
       const FigureValue value = figure.of(counts);
-      if (value.value) chart.addPoint({drawn(*value.value), row}, styleOf(figure, m));
+      if (value.value) chart.addPoint({drawn(*value.value), height}, styleOf(figure, m));
+      height -= kFigureStep;
     }
   }
 }

@@ -1,5 +1,6 @@
-// 1. Columns  2. Figures  3. Classes
+// The tables of an evaluation: 1. Columns  2. Figures  3. Classes
 #include <cstdio>
+#include <optional>
 
 #include "model/read_class.h"
 #include "training/evaluation_figures.h"

@@ -4,13 +4,11 @@
 
 #include <sstream>
 
-#include "model/base_code.h"
 #include "tests/support/model_directory.h"
 #include "tests/support/models.h"
 #include "tests/support/process.h"
 #include "tests/support/reads.h"
 #include "tests/support/temp_dir.h"
-#include "training/labelled_read.h"
 
 namespace velto {
 namespace {
@@ -44,13 +42,11 @@ TEST(ModelPredictor, CallsWhatTheOneReadProgramReports) {
     const std::string models = directory.file("model" + std::to_string(round));
     test::writeModelDirectory(models, tables);
     const ModelPredictor predictor(models);
-    LabelledRead read;
     const std::string letters = test::randomLetters(random, 300 + 100 * round);
-    read.bases = test::baseCodes(letters);
-    const CalledRead called = predictor.predict(read.readClass(), read.bases);
+    const CalledRead called = predictor.predict(test::baseCodes(letters));
     test::writeFile(directory.file("r.fa"), ">r\n" + letters + "\n");
     const auto run =
-        test::runProcess(VELTO_ONE_READ, {"-i", "r.fa", "-d", models}, directory.path());
+        test::runProcess(VELTO_ONE_READ_PROGRAM, {"-i", "r.fa", "-d", models}, directory.path());
     ASSERT_EQ(run.status, 0);
     EXPECT_EQ(summary(called, letters), summaryOfReport(run.out)) << "round " << round;
     calledReads += called.isCoding();
@@ -61,18 +57,21 @@ TEST(ModelPredictor, CallsWhatTheOneReadProgramReports) {
 }
 
 TEST(ModelPredictor, ReadsOfFewerThanThirtyBasesAreNotCalled) {
+  const test::TempDir directory;
   ModelTables tables;
   test::addConstant(tables, 1.0);
   test::setCodingMatrix(tables);
-  const CalledRead called = predictRead({tables, 96}, std::vector<short>(29, 0));
+  test::writeModelDirectory(directory.path(), tables);
+  const ModelPredictor predictor(directory.path());
+  const CalledRead called = predictor.predict(std::vector<short>(29, 0));
   EXPECT_FALSE(called.isCoding());
   EXPECT_EQ(called.frame.size(), 29U);
-  EXPECT_TRUE(predictRead({tables, 96}, {}).frame.empty());
+  EXPECT_TRUE(predictor.predict({}).frame.empty());
 }
 
 TEST(ModelPredictor, MissingAndBrokenFilesAreNamed) {
   const test::TempDir directory;
-  EXPECT_THROW(ModelPredictor(directory.path()), std::runtime_error);
+  EXPECT_THROW(ModelPredictor(directory.path()), ModelError);
   test::Random random(1);
   test::writeModelDirectory(directory.path(), test::usualRandomModel(random));
   EXPECT_NO_THROW(ModelPredictor(directory.path()));
@@ -81,7 +80,7 @@ TEST(ModelPredictor, MissingAndBrokenFilesAreNamed) {
   try {
     ModelPredictor predictor(directory.path());
     ADD_FAILURE() << "accepted";
-  } catch (const std::runtime_error& error) {
+  } catch (const ModelError& error) {
     EXPECT_EQ(std::string(error.what()).rfind(matrix + ": line 2: ", 0), 0U) << error.what();
   }
 }

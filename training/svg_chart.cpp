@@ -8,7 +8,7 @@ namespace {
 
 // Sizes in pixels.
 constexpr double kPlotWidth = 520;
-constexpr double kLegendWidth = 190;
+constexpr double kLegendWidth = 260;
 constexpr double kHeadingLine = 20;
 constexpr double kTopMargin = 18;
 constexpr double kBottomMargin = 60;

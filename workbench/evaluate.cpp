@@ -64,9 +64,7 @@ void keepWhole(const ReadSet& set, const std::vector<ReadEvaluation>& evaluation
 Evaluated evaluateModel(const std::string& directory, const std::vector<ReadSet>& sets,
                         const EvaluateOptions& options) {
   const ModelPredictor models(directory);
-  const CallRead predict = [&](const LabelledRead& read) {
-    return models.predict(read.readClass(), read.bases);
-  };
+  const CallRead predict = [&](const LabelledRead& read) { return models.predict(read.bases); };
   Evaluated result;
   result.model.directory = directory;
   for (const ReadSet& set : sets) {
