@@ -47,17 +47,23 @@ double LayoutAccuracy::specificity() const {
   return static_cast<double>(nonCodingFound) / nonCoding;
 }
 
-// (TP TN - FN FP) / sqrt((TP + FN) (TN + FP) (TP + FP) (TN + FN)), each term divided on its own.
 double LayoutAccuracy::correlation() const {
   const int tp = codingFound;
   const int tn = nonCodingFound;
   const int fn = coding - tp;
   const int fp = nonCoding - tn;
-  const auto divided = [&](double term) {
-    const auto root = [](int sum) { return std::sqrt(static_cast<double>(sum)); };
-    return term / root(tp + fn) / root(tn + fp) / root(tp + fp) / root(tn + fn);
-  };
-  return divided(static_cast<double>(tp) * tn) - divided(wrappedProduct(fn, fp));
+  const double sums[4] = {static_cast<double>(tp + fn), static_cast<double>(tn + fp),
+                          static_cast<double>(tp + fp), static_cast<double>(tn + fn)};
+  return classCorrelation(static_cast<double>(tp) * tn, wrappedProduct(fn, fp), sums);
+}
+
+double classCorrelation(double tpTn, double fnFp, const double (&sums)[4]) {
+  for (const double sum : sums) {
+    const double root = std::sqrt(sum);
+    tpTn /= root;
+    fnFp /= root;
+  }
+  return tpTn - fnFp;
 }
 
 void writeAccuracy(std::ostream& out, const LayoutAccuracy& accuracy) {

@@ -75,12 +75,23 @@ short tolerantBaseCode(char letter) {
   return baseCode(letter == 'U' ? 'T' : letter);
 }
 
+}  // namespace
+
 std::vector<short> baseCodes(std::string_view letters) {
   std::vector<short> bases;
   bases.reserve(letters.size());
   for (const char letter : letters) bases.push_back(tolerantBaseCode(letter));
   return bases;
 }
+
+std::string baseLetters(const std::vector<short>& bases) {
+  std::string letters;
+  letters.reserve(bases.size());
+  for (const short base : bases) letters += isKnownBase(base) ? ReadData::outPutBase(base) : 'N';
+  return letters;
+}
+
+namespace {
 
 // ---- Coding region
 

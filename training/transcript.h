@@ -41,6 +41,12 @@ constexpr int kRefusals = 10;
 // One sentence part in words, for example "stop codon inside the coding region".
 const char* refusalText(Refusal refusal);
 
+// Base codes of letters: lower case counts as upper case, U as T, every other letter is unknown.
+std::vector<short> baseCodes(std::string_view letters);
+
+// Letters of base codes: A, T, G, C, or N for an unknown base.
+std::string baseLetters(const std::vector<short>& bases);
+
 struct ParsedTranscript {
   Transcript transcript;  // meaningful when accepted
   Refusal refusal = Refusal::kNone;

@@ -7,6 +7,7 @@
 
 #include "seqio/output_error.h"
 #include "workbench/check_model.h"
+#include "workbench/evaluate.h"
 #include "workbench/scan.h"
 #include "workbench/simulate.h"
 
@@ -47,5 +48,6 @@ int main(int argc, char** argv) {
   velto::addScanCommand(app);
   velto::addCheckModelCommand(app);
   velto::addSimulateCommand(app);
+  velto::addEvaluateCommand(app);
   return runCommand(app, argc, argv);
 }

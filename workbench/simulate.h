@@ -2,23 +2,17 @@
 #pragma once
 
 #include <CLI/CLI.hpp>
-#include <cstdint>
-#include <optional>
 #include <string>
 #include <vector>
 
-#include "training/read_simulator.h"
+#include "training/read_sampling.h"
 
 namespace velto {
 
 struct SimulateOptions {
   std::vector<std::string> codingFiles;
   std::vector<std::string> noncodingFiles;
-  ErrorRates rates;
-  std::optional<FragmentLengths> lengths;  // nothing: whole transcripts
-  std::optional<std::uint64_t> reads;      // each from a random transcript; nothing: perTranscript
-  std::uint64_t perTranscript = 1;         // reads of each transcript in turn
-  std::uint64_t seed = 1;
+  ReadSampling sampling;
   std::string fastaPath = "-";
   std::string truthPath;  // empty: no truth table
 };

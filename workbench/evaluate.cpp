@@ -1,0 +1,221 @@
+// 1. Reads  2. Models  3. Output  4. Options
+#include "workbench/evaluate.h"
+
+#include <memory>
+#include <sstream>
+
+#include "seqio/output_file.h"
+#include "training/evaluation.h"
+#include "training/evaluation_plots.h"
+#include "training/evaluation_report.h"
+#include "training/model_predictor.h"
+#include "training/rate_series.h"
+#include "workbench/sampling_options.h"
+
+namespace velto {
+namespace {
+
+// ---- 1. Reads
+
+// Reads with alike error rates, all of them or those of one share of the indel rates.
+struct ReadSet {
+  std::vector<LabelledRead> reads;
+  bool isWhole;  // the reads that were asked for
+};
+
+std::vector<ReadSet> simulatedSets(const EvaluateOptions& options) {
+  const std::vector<Transcript> transcripts =
+      loadSources(options.codingFiles, options.noncodingFiles);
+  std::vector<ReadSet> sets;
+  for (const double share : indelShares(options.sampling.rates)) {
+    const bool isWhole = share == 1.0;
+    if (!isWhole && options.plotsPath.empty()) continue;
+    ReadSampling sampling = options.sampling;
+    sampling.rates = scaleIndels(sampling.rates, share);
+    sets.push_back({simulateLabelled(sampling, transcripts), isWhole});
+  }
+  return sets;
+}
+
+std::vector<ReadSet> readSets(const EvaluateOptions& options) {
+  if (options.readsPath.empty()) return simulatedSets(options);
+  return {{loadLabelled(options.readsPath, options.truthPath), true}};
+}
+
+// ---- 2. Models
+
+struct Evaluated {
+  ModelEvaluation model;
+  std::vector<EvaluationCounts> byTranscript;
+};
+
+void keepWhole(const ReadSet& set, const std::vector<ReadEvaluation>& evaluations,
+               Evaluated& result) {
+  result.model.total = totalOf(evaluations);
+  result.model.byClass = totalsByClass(set.reads, evaluations);
+  result.byTranscript = totalsByTranscript(set.reads, evaluations);
+  for (const ReadEvaluation& evaluation : evaluations) {
+    result.model.shiftDistances.insert(result.model.shiftDistances.end(),
+                                       evaluation.shiftDistances.begin(),
+                                       evaluation.shiftDistances.end());
+  }
+}
+
+Evaluated evaluateModel(const std::string& directory, const std::vector<ReadSet>& sets,
+                        const EvaluateOptions& options) {
+  const ModelPredictor models(directory);
+  const CallRead predict = [&](const LabelledRead& read) { return models.predict(read.bases); };
+  Evaluated result;
+  result.model.directory = directory;
+  for (const ReadSet& set : sets) {
+    const std::vector<ReadEvaluation> evaluations =
+        evaluateReads(set.reads, predict, options.threads);
+    if (set.isWhole) keepWhole(set, evaluations, result);
+    if (options.plotsPath.empty()) continue;
+    if (options.readsPath.empty()) {
+      result.model.byRate.push_back(ratePoint(totalOf(evaluations)));
+    } else {
+      result.model.byRate = ratePointsOfReads(evaluations);
+    }
+  }
+  return result;
+}
+
+// ---- 3. Output
+
+std::string joined(const std::vector<std::string>& parts) {
+  std::string text;
+  for (const std::string& part : parts) text += (text.empty() ? "" : " ") + part;
+  return text;
+}
+
+std::string ratesText(const ErrorRates& rates) {
+  std::ostringstream text;
+  text << "substitution " << rates.substitution << ", insertion " << rates.insertion
+       << ", deletion " << rates.deletion << ", unknown " << rates.unknown;
+  return text.str();
+}
+
+std::string lengthsText(const ReadSampling& sampling) {
+  if (!sampling.lengths) return "full";
+  return std::to_string(sampling.lengths->shortest) + "-" +
+         std::to_string(sampling.lengths->longest);
+}
+
+std::vector<std::pair<std::string, std::string>> inputOf(const EvaluateOptions& options) {
+  std::vector<std::pair<std::string, std::string>> input = {{"model", options.modelDirectory}};
+  if (!options.compareDirectory.empty()) {
+    input.front().first = "first model";
+    input.emplace_back("second model", options.compareDirectory);
+  }
+  if (!options.readsPath.empty()) {
+    input.emplace_back("reads file", options.readsPath);
+    input.emplace_back("truth file", options.truthPath);
+  } else {
+    if (!options.codingFiles.empty()) input.emplace_back("coding", joined(options.codingFiles));
+    if (!options.noncodingFiles.empty()) {
+      input.emplace_back("non-coding", joined(options.noncodingFiles));
+    }
+    input.emplace_back("error rates", ratesText(options.sampling.rates));
+    input.emplace_back("lengths", lengthsText(options.sampling));
+  }
+  input.emplace_back("seed", std::to_string(options.sampling.seed));
+  return input;
+}
+
+void writeFile(const std::string& path, const std::string& text) {
+  OutputFile file(path, OutputFile::Format::kPlain);
+  file.write(text);
+  file.commit();
+}
+
+void writeReport(const EvaluationReport& report, const EvaluateOptions& options) {
+  if (!options.plotsPath.empty()) writePlots(report, options.plotsPath);
+  if (!options.jsonPath.empty()) writeFile(options.jsonPath, reportJson(report));
+  if (options.jsonPath != "-") writeFile("-", reportText(report));
+}
+
+// ---- 4. Options
+
+constexpr char kReadsOption[] = "--read-count";
+
+// The options as they are written on the command line.
+struct CommandLine {
+  EvaluateOptions options;
+  SamplingLine sampling;
+  double indelScale = 1.0;
+};
+
+void checkSources(const EvaluateOptions& options) {
+  const bool hasTranscripts = !options.codingFiles.empty() || !options.noncodingFiles.empty();
+  if (options.readsPath.empty() != options.truthPath.empty()) {
+    throw CLI::ValidationError("--reads", "reads and truth table belong together");
+  }
+  if (options.readsPath.empty() != hasTranscripts) {
+    throw CLI::ValidationError(
+        "--reads", "either --reads with --truth, or --coding or --noncoding transcripts");
+  }
+}
+
+// Options of the simulation mean nothing for reads that are given.
+void checkGivenReads(const CLI::App& command) {
+  for (const char* option : {"--preset", "--rates", "--length", "--full-length", "--per-transcript",
+                             kReadsOption, "--indel-scale"}) {
+    if (command.count(option) > 0) throw CLI::ExcludesError("--reads", option);
+  }
+}
+
+void run(const CLI::App& command, CommandLine& line) {
+  EvaluateOptions& options = line.options;
+  checkSources(options);
+  if (!options.readsPath.empty()) checkGivenReads(command);
+  options.sampling = parseSampling(command, line.sampling, kReadsOption);
+  options.sampling.rates = scaleIndels(options.sampling.rates, line.indelScale);
+  if (!options.sampling.rates.valid()) {
+    throw CLI::ValidationError("--indel-scale", "the error rates would sum up to more than 1");
+  }
+  evaluate(options);
+}
+
+}  // namespace
+
+void evaluate(const EvaluateOptions& options) {
+  const std::vector<ReadSet> sets = readSets(options);
+  EvaluationReport report;
+  report.input = inputOf(options);
+  const Evaluated first = evaluateModel(options.modelDirectory, sets, options);
+  report.transcripts = static_cast<long>(first.byTranscript.size());
+  report.models.push_back(first.model);
+  if (!options.compareDirectory.empty()) {
+    const Evaluated second = evaluateModel(options.compareDirectory, sets, options);
+    report.models.push_back(second.model);
+    report.differences =
+        pairedBootstrap(first.byTranscript, second.byTranscript, options.sampling.seed);
+  }
+  writeReport(report, options);
+}
+
+void addEvaluateCommand(CLI::App& app) {
+  CLI::App* command = app.add_subcommand("evaluate", "Judge a model directory by labelled reads");
+  const auto line = std::make_shared<CommandLine>();
+  EvaluateOptions& options = line->options;
+  command->add_option("-d,--model", options.modelDirectory, "Model directory")->required();
+  command->add_option("--compare", options.compareDirectory,
+                      "Second model directory, judged by the same reads");
+  command->add_option("--reads", options.readsPath, "Labelled reads; needs --truth");
+  command->add_option("--truth", options.truthPath, "Their truth table, from velto simulate");
+  command->add_option("--coding", options.codingFiles,
+                      "Simulate reads from these coding transcripts (FASTA)");
+  command->add_option("--noncoding", options.noncodingFiles,
+                      "Simulate reads from these non-coding transcripts (FASTA)");
+  addSamplingOptions(*command, line->sampling, kReadsOption);
+  command->add_option("--indel-scale", line->indelScale, "Factor of both indel rates [1]")
+      ->check(CLI::NonNegativeNumber);
+  command->add_option("--json", options.jsonPath, "JSON file; - for standard output, no tables");
+  command->add_option("--plots", options.plotsPath, "Folder for plots as SVG");
+  command->add_option("-t,--threads", options.threads, "Threads [all processors]")
+      ->check(CLI::PositiveNumber);
+  command->callback([command, line] { run(*command, *line); });
+}
+
+}  // namespace velto

@@ -1,0 +1,32 @@
+// The subcommand `velto evaluate`: how well the models of a directory predict labelled reads.
+#pragma once
+
+#include <CLI/CLI.hpp>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "training/read_sampling.h"
+
+namespace velto {
+
+struct EvaluateOptions {
+  std::string modelDirectory;
+  std::string compareDirectory;  // empty: one model
+  std::string readsPath;         // empty: reads are simulated
+  std::string truthPath;
+  std::vector<std::string> codingFiles;
+  std::vector<std::string> noncodingFiles;
+  ReadSampling sampling;  // its seed is also that of the bootstrap
+  std::string jsonPath;   // empty: none; "-": standard output, in place of the tables
+  std::string plotsPath;  // folder; empty: none
+  int threads = 0;        // 0: as many as there are processors
+};
+
+// Evaluates and writes the tables to standard output, and JSON and plots where asked. Throws
+// InputError, OutputError or std::runtime_error.
+void evaluate(const EvaluateOptions& options);
+
+void addEvaluateCommand(CLI::App& app);
+
+}  // namespace velto

@@ -1,0 +1,116 @@
+#include "workbench/sampling_options.h"
+
+#include <charconv>
+#include <iostream>
+#include <iterator>
+#include <optional>
+#include <stdexcept>
+#include <string_view>
+
+#include "training/transcript_file.h"
+
+namespace velto {
+namespace {
+
+void reportRefused(const RefusalCounts& counts) {
+  if (counts.refused() == 0) return;
+  std::cerr << "velto: " << counts.refused() << " of " << counts.refused() + counts.accepted()
+            << " records refused:\n"
+            << counts.text();
+}
+
+void append(const std::vector<std::string>& files, TranscriptKind kind,
+            std::vector<Transcript>& transcripts) {
+  TranscriptSet set = loadTranscripts(files, kind);
+  reportRefused(set.counts);
+  transcripts.insert(transcripts.end(), std::make_move_iterator(set.transcripts.begin()),
+                     std::make_move_iterator(set.transcripts.end()));
+}
+
+template <typename Number>
+Number parseNumber(std::string_view text, const std::string& option) {
+  Number value{};
+  const char* end = text.data() + text.size();
+  const auto result = std::from_chars(text.data(), end, value);
+  if (result.ec != std::errc() || result.ptr != end) {
+    throw CLI::ValidationError(option, "'" + std::string(text) + "' is not a number");
+  }
+  return value;
+}
+
+ErrorRates parseRates(const std::string& text) {
+  const std::string option = "--rates";
+  std::vector<double> shares;
+  for (const std::string& part : CLI::detail::split(text, ',')) {
+    shares.push_back(parseNumber<double>(part, option));
+  }
+  if (shares.size() != 4) throw CLI::ValidationError(option, "four rates are needed");
+  const ErrorRates rates{shares[0], shares[1], shares[2], shares[3]};
+  if (!rates.valid()) {
+    throw CLI::ValidationError(option, "rates must be at least 0 and sum up to at most 1");
+  }
+  return rates;
+}
+
+ErrorRates ratesOfPreset(const std::string& name) {
+  const std::optional<ErrorRates> rates = presetRates(name);
+  if (!rates) throw CLI::ValidationError("--preset", "there is no preset '" + name + "'");
+  return *rates;
+}
+
+FragmentLengths parseLengths(const std::string& text) {
+  const std::string option = "--length";
+  const std::size_t dash = text.find('-');
+  if (dash == std::string::npos) throw CLI::ValidationError(option, "expected MIN-MAX");
+  const std::string_view view = text;
+  const FragmentLengths lengths{parseNumber<int>(view.substr(0, dash), option),
+                                parseNumber<int>(view.substr(dash + 1), option)};
+  if (lengths.shortest < 1 || lengths.longest < lengths.shortest) {
+    throw CLI::ValidationError(option, "expected 1 <= MIN <= MAX");
+  }
+  return lengths;
+}
+
+}  // namespace
+
+std::vector<Transcript> loadSources(const std::vector<std::string>& codingFiles,
+                                    const std::vector<std::string>& noncodingFiles) {
+  std::vector<Transcript> transcripts;
+  append(codingFiles, TranscriptKind::kCoding, transcripts);
+  append(noncodingFiles, TranscriptKind::kNoncoding, transcripts);
+  if (transcripts.empty()) throw std::runtime_error("no usable transcript in the input");
+  return transcripts;
+}
+
+void addSamplingOptions(CLI::App& command, SamplingLine& line, const std::string& readsOption) {
+  auto* preset = command.add_option("--preset", line.preset,
+                                    "Error rates: clean, est, mild or nanopore [est]");
+  command
+      .add_option("--rates", line.rates,
+                  "Substitutions, insertions, deletions and unknown bases per base, as 0.01,0,0,0")
+      ->excludes(preset);
+  auto* lengths = command.add_option("--length", line.lengths,
+                                     "Fragment length in template bases, MIN-MAX [300-800]");
+  command.add_flag("--full-length", line.fullLength, "Whole transcripts")->excludes(lengths);
+  auto* reads =
+      command.add_option(readsOption, line.reads, "Number of reads, each from a random transcript")
+          ->check(CLI::NonNegativeNumber);
+  command.add_option("--per-transcript", line.perTranscript, "Reads of each transcript [1]")
+      ->check(CLI::PositiveNumber)
+      ->excludes(reads);
+  command.add_option("--seed", line.seed, "The same seed gives the same bytes [1]")
+      ->check(CLI::NonNegativeNumber);
+}
+
+ReadSampling parseSampling(const CLI::App& command, const SamplingLine& line,
+                           const std::string& readsOption) {
+  ReadSampling sampling;
+  sampling.rates = line.rates.empty() ? ratesOfPreset(line.preset) : parseRates(line.rates);
+  if (!line.fullLength) sampling.lengths = parseLengths(line.lengths);
+  if (command.count(readsOption) > 0) sampling.reads = line.reads;
+  sampling.perTranscript = line.perTranscript;
+  sampling.seed = line.seed;
+  return sampling;
+}
+
+}  // namespace velto
