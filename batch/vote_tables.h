@@ -99,7 +99,7 @@ class VoteTables {
  private:
   static constexpr int kPartners = kAminoAcids + 1;
 
-  static size_t triangle(int count) { return static_cast<size_t>(count) * (count + 1U) / 2; }
+  static size_t triangle(int count) { return static_cast<size_t>(count * (count + 1) / 2); }
 
   struct SlotRange {
     std::uint8_t begin, end;
