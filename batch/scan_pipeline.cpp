@@ -5,7 +5,6 @@
 #include <oneapi/tbb/parallel_pipeline.h>
 #include <oneapi/tbb/task_arena.h>
 
-#include <memory>
 #include <utility>
 
 #include "batch/record_batches.h"
@@ -22,7 +21,6 @@ struct Work {
   std::vector<std::string> texts;  // [output]
   ScanCounts counts;
 };
-using WorkPointer = std::shared_ptr<Work>;
 
 // A region that is not to be reported, which leaves its score only.
 void dropRegion(Prediction& prediction) {
@@ -42,7 +40,8 @@ class Scan {
     const auto threads = static_cast<size_t>(options_.threads);
     const tbb::global_control most(tbb::global_control::max_allowed_parallelism, threads);
     tbb::task_arena arena(options_.threads);
-    arena.execute([&] { runPipeline(kBatchesPerThread * threads); });
+    works_.resize(kBatchesPerThread * threads);
+    arena.execute([this] { runPipeline(); });
     if (batches_.error() != nullptr) std::rethrow_exception(batches_.error());
     return counts_;
   }
@@ -50,32 +49,33 @@ class Scan {
  private:
   static constexpr size_t kBatchesPerThread = 3;
 
-  void runPipeline(size_t batchesInMemory) {
+  void runPipeline() {
     const auto read = [this](tbb::flow_control& flow) { return readBatch(flow); };
-    const auto predict = [this](WorkPointer work) { return predictBatch(std::move(work)); };
-    const auto write = [this](const WorkPointer& work) { writeBatch(*work); };
+    const auto predict = [this](Work* work) { return predictBatch(work); };
+    const auto write = [this](Work* work) { writeBatch(*work); };
     tbb::parallel_pipeline(
-        batchesInMemory,
-        tbb::make_filter<void, WorkPointer>(tbb::filter_mode::serial_in_order, read) &
-            tbb::make_filter<WorkPointer, WorkPointer>(tbb::filter_mode::parallel, predict) &
-            tbb::make_filter<WorkPointer, void>(tbb::filter_mode::serial_in_order, write));
+        works_.size(), tbb::make_filter<void, Work*>(tbb::filter_mode::serial_in_order, read) &
+                           tbb::make_filter<Work*, Work*>(tbb::filter_mode::parallel, predict) &
+                           tbb::make_filter<Work*, void>(tbb::filter_mode::serial_in_order, write));
   }
 
-  WorkPointer readBatch(tbb::flow_control& flow) {
-    auto work = std::make_shared<Work>();
-    work->batch = batches_.next();
-    if (work->batch.records.empty()) {
+  // Batches are written in order, so that the oldest of a full ring is always the next one free.
+  Work* readBatch(tbb::flow_control& flow) {
+    Work& work = works_[nextWork_++ % works_.size()];
+    work.batch = batches_.next();
+    if (work.batch.records.empty()) {
       flow.stop();
       return nullptr;
     }
-    for (const Record& record : work->batch.records) {
+    for (const Record& record : work.batch.records) {
       if (names_.isFirstRepeat(record.name)) options_.warnOfRepeatedName(record.name);
     }
-    return work;
+    return &work;
   }
 
-  WorkPointer predictBatch(WorkPointer work) {
-    work->texts.resize(outputs_.size());
+  Work* predictBatch(Work* work) {
+    work->texts.assign(outputs_.size(), "");
+    work->counts = ScanCounts();
     Workspace& workspace = workspaces_.local();
     long ordinal = work->batch.firstOrdinal;
     for (const Record& record : work->batch.records) {
@@ -87,7 +87,7 @@ class Scan {
       work->counts.add(prediction);
       appendRead(record, ordinal++, prediction, work->texts);
     }
-    work->batch.records = std::vector<Record>();
+    work->batch.records.clear();
     return work;
   }
 
@@ -111,8 +111,10 @@ class Scan {
   const Predictor& predictor_;
   const ScanOptions& options_;
   std::vector<ScanOutput>& outputs_;
-  RecordBatches batches_;  // used by the reading stage only
-  RepeatedNames names_;    // likewise
+  std::vector<Work> works_;  // ring of the batches in memory
+  RecordBatches batches_;    // used by the reading stage only
+  RepeatedNames names_;      // likewise
+  size_t nextWork_ = 0;      // likewise
   tbb::enumerable_thread_specific<Workspace> workspaces_;
   ScanCounts counts_;  // used by the writing stage only
 };
