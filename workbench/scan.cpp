@@ -5,7 +5,6 @@
 
 #include <algorithm>
 #include <chrono>
-#include <filesystem>
 #include <functional>
 #include <iostream>
 #include <map>
@@ -26,6 +25,7 @@
 #include "seqio/input_error.h"
 #include "seqio/output_file.h"
 #include "velto/velto.h"
+#include "workbench/default_model.h"
 
 namespace velto {
 namespace {
@@ -118,13 +118,6 @@ class ProgressLine {
 
 // ---- 3. The run
 
-constexpr char kDefaultModel[] = "./param-human";
-
-std::string modelDirectory(const std::string& named) {
-  if (!named.empty()) return named;
-  return std::filesystem::is_directory(kDefaultModel) ? kDefaultModel : VELTO_INSTALLED_MODEL;
-}
-
 int threadCount(int wanted) {
   if (wanted > 0) return wanted;
   return std::max(1, static_cast<int>(std::thread::hardware_concurrency()));
@@ -164,7 +157,8 @@ void writeSummary(const std::string& path, const ScanRun& run, const ScanCounts&
 
 void scan(const CommandLine& line) {
   const Clock::time_point begin = Clock::now();
-  const std::string directory = modelDirectory(line.modelDirectory);
+  const std::string directory =
+      line.modelDirectory.empty() ? defaultModelDirectory() : line.modelDirectory;
   const Predictor predictor(directory);
   const ScanOptions options = scanOptions(line);
   Outputs outputs;

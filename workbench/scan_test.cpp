@@ -303,6 +303,17 @@ TEST_F(ScanTest, BadCommandLinesHaveStatus2) {
   EXPECT_EQ(scan({readsFile(), "--gff3", "a", "--bed", "a"}).status, 2);
 }
 
+TEST_F(ScanTest, ModelOfTheWorkingDirectoryIsTheDefault) {
+  const std::string fasta = ">r\n" + data().reads[0] + "\n";
+  std::filesystem::copy(data().directory.file("model"), work.file("param-human"),
+                        std::filesystem::copy_options::recursive);
+  const ProcessResult result =
+      test::runProcess(VELTO_PROGRAM, {"scan", "-", "--summary", "s.json"}, work.path(), fasta);
+  EXPECT_EQ(result.status, 0) << result.err;
+  EXPECT_EQ(result.out, scan({"-"}, fasta).out);
+  EXPECT_EQ(nlohmann::json::parse(file("s.json"))["model"], "./param-human");
+}
+
 TEST_F(ScanTest, EmptyInputHasNoRows) {
   const ProcessResult result = scan({"-", "--quiet"}, "");
   EXPECT_EQ(result.status, 0);
