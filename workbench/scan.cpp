@@ -45,7 +45,7 @@ struct CommandLine {
   std::string json;
   std::string scores;
   std::string summary;
-  Strand strand = Strand::kPlus;
+  std::string strand = "plus";
   std::optional<double> minScore;
   bool exactCase = false;
   bool quiet = false;
@@ -123,11 +123,16 @@ int threadCount(int wanted) {
   return std::max(1, static_cast<int>(std::thread::hardware_concurrency()));
 }
 
+Strand strandNamed(const std::string& name) {
+  if (name == "both") return Strand::kBoth;
+  return name == "minus" ? Strand::kMinus : Strand::kPlus;
+}
+
 ScanOptions scanOptions(const CommandLine& line) {
   ScanOptions options;
   options.inputs = line.inputs;
   options.predict.letters = line.exactCase ? Letters::kExact : Letters::kFolded;
-  options.predict.strand = line.strand;
+  options.predict.strand = strandNamed(line.strand);
   options.predict.wantScores = !line.scores.empty();
   options.minScore = line.minScore;
   options.threads = threadCount(line.threads);
@@ -202,17 +207,17 @@ void addOutputOptions(CLI::App& command, CommandLine& line) {
 void addScanCommand(CLI::App& app) {
   CLI::App* command = app.add_subcommand("scan", "Find the coding regions of many reads");
   const auto line = std::make_shared<CommandLine>();
-  static const std::map<std::string, Strand> strands = {
-      {"plus", Strand::kPlus}, {"minus", Strand::kMinus}, {"both", Strand::kBoth}};
   command->add_option("FILE", line->inputs, "FASTA, FASTQ (gz too) or BAM; '-': standard input")
       ->required();
   command->add_option("-d,--model", line->modelDirectory,
                       "Model directory (default: ./param-human, then the installed one)");
   command->add_option("-t,--threads", line->threads, "Threads (default: all)")
       ->check(CLI::Range(1, 1024));
+  command->set_version_flag("--version", std::string("velto ") + VELTO_VERSION);
   addOutputOptions(*command, *line);
-  command->add_option("--strand", line->strand, "plus, minus or both (default: plus)")
-      ->transform(CLI::CheckedTransformer(strands));
+  command->add_option("--strand", line->strand, "Strand to predict on")
+      ->check(CLI::IsMember({"plus", "minus", "both"}))
+      ->capture_default_str();
   command->add_option("--min-score", line->minScore, "Report no coding region below this score");
   command->add_flag("--exact-case", line->exactCase, "Only upper-case A, C, G, T are bases");
   command->add_flag("--quiet", line->quiet, "No counts at the end");
