@@ -212,7 +212,7 @@ void addScanCommand(CLI::App& app) {
       ->check(CLI::Range(1, 1024));
   addOutputOptions(*command, *line);
   command->add_option("--strand", line->strand, "plus, minus or both (default: plus)")
-      ->transform(CLI::CheckedTransformer(strands));
+      ->transform(CLI::CheckedTransformer(strands).description(""));
   command->add_option("--min-score", line->minScore, "Report no coding region below this score");
   command->add_flag("--exact-case", line->exactCase, "Only upper-case A, C, G, T are bases");
   command->add_flag("--quiet", line->quiet, "No counts at the end");
