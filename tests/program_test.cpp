@@ -197,5 +197,12 @@ TEST_F(ProgramTest, ReadWithoutACodingRegionEndsWellToo) {
             "START: 0 STOP: 0\n\nNO CODING REGION WAS FOUND IN THIS SEQUENCE.\n");
 }
 
+// The program as a newcomer runs it: in the project's root, on the shipped read and model.
+TEST(ShippedSampleTest, ReportNamesRegionAndBothErrors) {
+  const ProcessResult result = runProcess(VELTO_PROGRAM, {}, ".");
+  EXPECT_EQ(result.status, 0);
+  EXPECT_EQ(result.out, readFile("tests/golden/sample_report.txt"));
+}
+
 }  // namespace
 }  // namespace velto::test
