@@ -10,6 +10,7 @@
 #include "workbench/evaluate.h"
 #include "workbench/scan.h"
 #include "workbench/simulate.h"
+#include "workbench/train.h"
 
 namespace {
 
@@ -48,6 +49,7 @@ int main(int argc, char** argv) {
   velto::addScanCommand(app);
   velto::addCheckModelCommand(app);
   velto::addSimulateCommand(app);
+  velto::addTrainCommand(app);
   velto::addEvaluateCommand(app);
   return runCommand(app, argc, argv);
 }

@@ -1,0 +1,70 @@
+#include "training/fold_split.h"
+
+#include <algorithm>
+#include <array>
+#include <map>
+#include <string>
+
+namespace velto {
+namespace {
+
+constexpr std::size_t kFolds = 5;
+constexpr std::size_t kSearchFold = 3;
+constexpr std::size_t kHeldBackFold = 4;
+constexpr std::size_t kLeastGroups = 10;
+
+struct Group {
+  std::string name;
+  long bases = 0;
+};
+
+// The groups, largest first.
+std::vector<Group> groupsBySize(const std::vector<const std::vector<Transcript>*>& sets,
+                                std::string Transcript::*key) {
+  std::map<std::string, long> bases;
+  for (const auto* set : sets) {
+    for (const Transcript& transcript : *set) bases[transcript.*key] += transcript.length();
+  }
+  std::vector<Group> groups;
+  for (const auto& [name, count] : bases) groups.push_back({name, count});
+  std::stable_sort(groups.begin(), groups.end(),
+                   [](const Group& a, const Group& b) { return a.bases > b.bases; });
+  return groups;
+}
+
+// Gives each group, largest first, to the fold that holds least so far.
+std::map<std::string, std::size_t> foldOfGroup(const std::vector<Group>& groups) {
+  std::map<std::string, std::size_t> folds;
+  std::array<long, kFolds> bases{};
+  for (const Group& group : groups) {
+    const auto least =
+        static_cast<std::size_t>(std::min_element(bases.begin(), bases.end()) - bases.begin());
+    bases[least] += group.bases;
+    folds[group.name] = least;
+  }
+  return folds;
+}
+
+TranscriptPool& partOf(FoldSplit& split, std::size_t fold) {
+  if (fold == kSearchFold) return split.search;
+  return fold == kHeldBackFold ? split.heldBack : split.boosting;
+}
+
+}  // namespace
+
+FoldSplit splitFolds(const std::vector<Transcript>& coding,
+                     const std::vector<Transcript>& noncoding) {
+  std::string Transcript::*key = &Transcript::group;
+  std::vector<Group> groups = groupsBySize({&coding, &noncoding}, key);
+  if (groups.size() < kLeastGroups) {
+    key = &Transcript::name;
+    groups = groupsBySize({&coding, &noncoding}, key);
+  }
+  const std::map<std::string, std::size_t> folds = foldOfGroup(groups);
+  FoldSplit split;
+  for (const Transcript& t : coding) partOf(split, folds.at(t.*key)).coding.push_back(&t);
+  for (const Transcript& t : noncoding) partOf(split, folds.at(t.*key)).noncoding.push_back(&t);
+  return split;
+}
+
+}  // namespace velto

@@ -1,0 +1,107 @@
+// Searches the frame-transition matrix of one length group, and the vote shift of its four classes.
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <vector>
+
+#include "model/model_tables.h"
+#include "model/read_class.h"
+#include "training/read_accuracy.h"
+#include "training/vote_table.h"
+
+namespace velto {
+
+constexpr int kGcClasses = 4;
+
+// What the reads of a search differ in: error rates of coding reads, or non-coding reads.
+enum SearchPreset { kEstReads, kMildReads, kCleanReads, kNoncodingReads, kSearchPresets };
+
+using PresetTallies = std::array<AccuracyTally, kSearchPresets>;
+
+// Numbers of a matrix with the entries that the search ties together, and the shifts added to the
+// votes of the GC classes.
+struct TiedMatrix {
+  double stay = 2.0;        // coding after coding
+  double change = -1.0;     // coding after non-coding and the reverse
+  double empty = -4.0;      // non-coding after non-coding
+  double opening = 10.0;    // first step after a path's start
+  double crossing = -30.0;  // first step after a stop codon that the path runs over
+  double ending = -75.0;    // stop codon
+  double gate = 30.0;       // stop codon right after a path's start: what every real path must beat
+  std::array<double, kGcClasses> shifts{};
+
+  static constexpr std::size_t kNumbers = 7 + kGcClasses;
+  double& number(std::size_t i);
+
+  // The matrix, rounded to the decimals of its file.
+  void fill(double (&matrix)[16]) const;
+};
+
+// The additive scores of a matrix in the form that fast decoding reads: [state now + 1][state
+// before + 1], the penalty of having no state included.
+struct TransitionTable {
+  explicit TransitionTable(const double (&matrix)[16]);
+  double score[5][5];
+};
+
+// A read with its window votes, ready to be decoded under any matrix and shift.
+class ScoredRead {
+ public:
+  // `vote` must outlive the read.
+  ScoredRead(SimulatedRead read, const VoteTable& vote, int windowWidth);
+
+  // Decodes, places the shifts and adds to the tally: the region that the decoder finds, but for
+  // rounding.
+  void decode(const TransitionTable& table, double shift, AccuracyTally& tally) const;
+
+ private:
+  struct Step {            // one codon step
+    float vote[3];         // [frame]; where state is kVoted
+    signed char state[3];  // [frame]; decoding state, or kVoted
+    bool atg[3];           // [frame]
+  };
+  static constexpr signed char kVoted = 9;
+
+  SimulatedRead read_;
+  const VoteTable* vote_;
+  int windowWidth_;  // bases
+  std::vector<Step> steps_;
+};
+
+// Reads of one class by preset.
+struct SearchReads {
+  std::vector<ScoredRead> ofPreset[kSearchPresets];
+};
+
+// Accuracy on the first `most` reads of each preset of one class. Uses all threads of the calling
+// arena.
+PresetTallies tallyReads(const SearchReads& reads, const double (&matrix)[16], double shift,
+                         std::size_t most = SIZE_MAX);
+
+// What a search aims at. The value of a matrix is the mean over the presets of coding reads, by
+// their weights, of frame F1, frame recall and correlation, by theirs; more for exact regions, less
+// for calls of non-coding reads above a share.
+struct SearchAim {
+  double presetWeights[kNoncodingReads] = {0.32, 0.3, 0.38};  // sum up to 1
+  double frameF1 = 0.4;
+  double frameRecall = 0.3;
+  double correlation = 0.3;
+  double exactBonus = 0.2;          // if all clean reads had start and stop exact
+  double mostNoncodingCalls = 0.2;  // share of reads
+};
+double searchValue(const PresetTallies& tallies, const SearchAim& aim);
+
+struct SearchPlan {
+  int generations;       // of the wide search, which evolves a population of guesses
+  std::size_t fewReads;  // reads per class and preset of the wide search
+  int refinements;       // random changes tried, on all reads, around the best guess
+  SearchAim aim = {};
+};
+
+// The best numbers found. Depends on its arguments alone, not on the number of threads.
+TiedMatrix searchMatrix(const std::array<SearchReads, kGcClasses>& reads, const SearchPlan& plan,
+                        std::uint64_t seed);
+
+}  // namespace velto

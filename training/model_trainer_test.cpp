@@ -1,0 +1,109 @@
+#include "training/model_trainer.h"
+
+#include <gtest/gtest.h>
+#include <tbb/global_control.h>
+
+#include <sstream>
+
+#include "model/model_file.h"
+#include "training/model_card.h"
+#include "training/synthetic_species.h"
+
+namespace velto {
+namespace {
+
+GroupPlan tinyPlan(const ReadClass& readClass) {
+  GroupPlan plan = standardPlan(readClass);
+  plan.sampling.windows = 3000;
+  plan.sampling.draws = 2500;
+  plan.boosting.questions = 20;
+  plan.boosting.finalSweeps = 2;
+  plan.search = {1, 3, 5, SearchAim()};
+  plan.reads = 6;
+  return plan;
+}
+
+// Transcripts of every GC class, long enough for every length class.
+const SyntheticSpecies& species() {
+  static const SyntheticSpecies made = [] {
+    SyntheticSpecies s;
+    for (const int gc : {36, 47, 54, 63}) s.add(15, 3150, gc);
+    return s;
+  }();
+  return made;
+}
+
+TrainedModel trained(const SyntheticSpecies& s, std::uint64_t seed) {
+  TrainingJob job{s.coding, s.noncoding};
+  job.seed = seed;
+  job.plan = tinyPlan;
+  return trainModel(job);
+}
+
+const TrainedModel& example() {
+  static const TrainedModel model = trained(species(), 1);
+  return model;
+}
+
+std::string textOf(const TrainedModel& model) {
+  std::string text;
+  for (const TrainedClass& c : model) {
+    text += parameterFileText(c.tables) + matrixFileText(c.tables.malkovChain);
+  }
+  CardFacts facts;
+  return text + modelCardText(facts, model);
+}
+
+TEST(ModelTrainer, FilesAreTheSameAtAnyNumberOfThreadsAndDifferBySeed) {
+  const std::string many = textOf(example());
+  const tbb::global_control one(tbb::global_control::max_allowed_parallelism, 1);
+  EXPECT_TRUE(textOf(trained(species(), 1)) == many);
+  EXPECT_FALSE(textOf(trained(species(), 2)) == many);
+}
+
+TEST(ModelTrainer, FilesReadBackRegularAndUnchanged) {
+  for (const TrainedClass& c : example()) {
+    const std::string text = parameterFileText(c.tables);
+    std::istringstream parameters(text), matrix(matrixFileText(c.tables.malkovChain));
+    ModelTables read;
+    EXPECT_TRUE(readParameterFile(parameters, kModelHypotheses, read).regular());
+    EXPECT_TRUE(readMatrixFile(matrix, read.malkovChain).regular());
+    EXPECT_EQ(parameterFileText(read), text);
+    for (int i = 0; i < 16; ++i) EXPECT_EQ(read.malkovChain[i], c.tables.malkovChain[i]);
+  }
+}
+
+TEST(ModelTrainer, CodingReadsOfAnEasySpeciesAreFound) {
+  AccuracyTally clean;
+  for (const TrainedClass& c : example()) clean.add(c.heldBack[kCleanReads]);
+  EXPECT_GT(clean.reads, 50);
+  EXPECT_GT(clean.frameRecall(), 0.7);
+}
+
+TEST(ModelTrainer, ClassWithoutReadsBorrowsFromTheOthers) {
+  SyntheticSpecies twoClasses;
+  twoClasses.add(20, 3300, 36);
+  twoClasses.add(20, 3300, 54);
+  twoClasses.add(20, 3300, 63);
+  const TrainedModel model = trained(twoClasses, 1);
+  const ReadClass lacking{1, 2, 196};
+  const SampleCounts& n = model[static_cast<std::size_t>(readClassIndex(lacking))].sample;
+  EXPECT_TRUE(n.lackedReads);
+  EXPECT_LT(5 * n.reads, n.borrowedReads);
+}
+
+TEST(ModelTrainer, TooLittleDataNamesTheClassAndTheCounts) {
+  SyntheticSpecies withoutLongTranscripts;
+  for (const int gc : {36, 47, 54, 63}) withoutLongTranscripts.add(15, 2500, gc);
+  try {
+    trained(withoutLongTranscripts, 1);
+    FAIL() << "trained a model";
+  } catch (const TooLittleData& error) {
+    const std::string message = error.what();
+    EXPECT_EQ(message.rfind("too little data for class 196L2G", 0), 0U) << message;
+    EXPECT_NE(message.find(": 0 reads, 0 borrowed"), std::string::npos) << message;
+  }
+}
+
+}  // namespace
+}  // namespace velto

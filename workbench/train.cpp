@@ -1,0 +1,125 @@
+#include "workbench/train.h"
+
+#include <tbb/global_control.h>
+#include <unistd.h>
+
+#include <filesystem>
+#include <iostream>
+#include <memory>
+
+#include "model/model_file.h"
+#include "seqio/output_directory.h"
+#include "seqio/output_file.h"
+#include "training/model_card.h"
+#include "training/model_trainer.h"
+#include "training/transcript_file.h"
+
+namespace velto {
+namespace {
+
+// ---- Input
+
+TranscriptSet load(const std::vector<std::string>& files, TranscriptKind kind, const char* what) {
+  TranscriptSet set = loadTranscripts(files, kind);
+  if (set.counts.refused() > 0) {
+    std::cerr << "velto: " << set.counts.refused() << " of "
+              << set.counts.refused() + set.counts.accepted() << " " << what
+              << " records refused:\n"
+              << set.counts.text();
+  }
+  if (set.transcripts.empty()) {
+    throw TooLittleData(std::string("no usable ") + what + " transcript in the input");
+  }
+  return set;
+}
+
+// ---- Output
+
+void writeFile(const std::string& path, const std::string& text) {
+  OutputFile file(path, OutputFile::Format::kPlain);
+  file.write(text);
+  file.commit();
+}
+
+void writeModel(const TrainedModel& model, const std::string& directory) {
+  namespace fs = std::filesystem;
+  for (int c = 0; c < kReadClasses; ++c) {
+    const ReadClass readClass = readClassAt(c);
+    const ModelTables& tables = model[static_cast<std::size_t>(c)].tables;
+    const std::string path = readClass.parameterPath(directory);
+    fs::create_directories(fs::path(path).parent_path());
+    writeFile(path, parameterFileText(tables));
+    writeFile(readClass.matrixPath(directory), matrixFileText(tables.malkovChain));
+  }
+}
+
+void reportBorrowing(const TrainedModel& model) {
+  for (int c = 0; c < kReadClasses; ++c) {
+    const SampleCounts& n = model[static_cast<std::size_t>(c)].sample;
+    if (!n.lackedReads) continue;
+    std::cerr << "velto: class " << readClassAt(c).name() << " has " << n.reads
+              << " reads of its own and borrowed " << n.borrowedReads
+              << " from other classes of GC content\n";
+  }
+}
+
+// ---- Command
+
+std::string joined(const std::vector<std::string>& files) {
+  std::string text;
+  for (const std::string& file : files) text += " " + file;
+  return text;
+}
+
+// The output's place is left out: the same model may be made anywhere.
+std::string commandText(const TrainOptions& options) {
+  return "velto train --coding" + joined(options.codingFiles) + " --noncoding" +
+         joined(options.noncodingFiles) + " --seed " + std::to_string(options.seed);
+}
+
+}  // namespace
+
+void train(const TrainOptions& options) {
+  const TranscriptSet coding = load(options.codingFiles, TranscriptKind::kCoding, "coding");
+  const TranscriptSet noncoding =
+      load(options.noncodingFiles, TranscriptKind::kNoncoding, "non-coding");
+  OutputDirectory output(options.outputPath);
+  TrainingJob job{coding.transcripts, noncoding.transcripts};
+  job.seed = options.seed;
+  if (!options.quiet && isatty(STDERR_FILENO) != 0) {
+    job.progress = [](const std::string& line) { std::cerr << "velto: " << line << "\n"; };
+  }
+  std::unique_ptr<tbb::global_control> limit;
+  if (options.threads > 0) {
+    limit = std::make_unique<tbb::global_control>(tbb::global_control::max_allowed_parallelism,
+                                                  static_cast<std::size_t>(options.threads));
+  }
+  const TrainedModel model = trainModel(job);
+  if (!options.quiet) reportBorrowing(model);
+  writeModel(model, output.path());
+  const CardFacts facts{VELTO_VERSION,       commandText(options),   options.seed,
+                        options.codingFiles, options.noncodingFiles, coding.counts,
+                        noncoding.counts};
+  writeFile(output.path() + "/model.json", modelCardText(facts, model));
+  output.commit();
+}
+
+void addTrainCommand(CLI::App& app) {
+  CLI::App* command = app.add_subcommand("train", "Train a model directory from transcripts");
+  const auto options = std::make_shared<TrainOptions>();
+  command
+      ->add_option("--coding", options->codingFiles,
+                   "FASTA files of coding transcripts (CDS=a-b or |CDS:a-b| in the header)")
+      ->required();
+  command
+      ->add_option("--noncoding", options->noncodingFiles, "FASTA files of non-coding transcripts")
+      ->required();
+  command->add_option("-o,--output", options->outputPath, "Model directory to make")->required();
+  command->add_option("--seed", options->seed, "The same seed gives the same model [1]");
+  command->add_option("-t,--threads", options->threads, "Threads [all]")
+      ->check(CLI::PositiveNumber);
+  command->add_flag("-q,--quiet", options->quiet, "No progress and no remarks");
+  command->callback([options] { train(*options); });
+}
+
+}  // namespace velto
