@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <array>
 #include <climits>
+#include <mutex>
 #include <utility>
 
 #include "batch/integer_scores.h"
@@ -70,11 +71,15 @@ Workspace::Workspace(Workspace&&) noexcept = default;
 Workspace& Workspace::operator=(Workspace&&) noexcept = default;
 
 struct Predictor::Impl {
-  explicit Impl(const std::string& directory) : models(loadModels(directory)) {
-    for (int index = 0; index < kReadClasses; ++index) {
-      tables[static_cast<size_t>(index)] =
-          std::make_unique<const VoteTables>(models.model(readClassAt(index)).view());
-    }
+  explicit Impl(const std::string& directory) : models(loadModels(directory)) {}
+
+  // The tables of a class, made when its first read comes.
+  const VoteTables& tablesOf(const ReadClass& readClass) const {
+    LazyTables& lazy = tables[static_cast<size_t>(readClassIndex(readClass))];
+    std::call_once(lazy.once, [&] {
+      lazy.tables = std::make_unique<const VoteTables>(models.model(readClass).view());
+    });
+    return *lazy.tables;
   }
 
   // Predicts the read in space.codes.
@@ -82,7 +87,12 @@ struct Predictor::Impl {
                Prediction& result) const;
 
   ModelSet models;
-  std::array<std::unique_ptr<const VoteTables>, kReadClasses> tables;  // [readClassIndex]
+
+  struct LazyTables {
+    std::once_flag once;
+    std::unique_ptr<const VoteTables> tables;
+  };
+  mutable std::array<LazyTables, kReadClasses> tables;  // [readClassIndex]
 };
 
 namespace {
@@ -111,7 +121,7 @@ void placeFrameChanges(const VotingRead& read, IntegerVote& vote, int endStep,
 void Predictor::Impl::predict(const ReadClass& readClass, const PredictOptions& options,
                               Workspace::Impl& space, Prediction& result) const {
   const ModelView model = models.model(readClass).view();
-  const VoteTables& votes = *tables[static_cast<size_t>(readClassIndex(readClass))];
+  const VoteTables& votes = tablesOf(readClass);
   const int length = static_cast<int>(space.codes.size());
   space.codons.assign(space.codes.data(), length);
   const VotingRead read{model, votes, space.codes.data(), length, space.codons};

@@ -6,8 +6,8 @@ namespace velto {
 namespace {
 
 // Large enough that handing a batch over costs nothing, small enough for many batches in memory.
-constexpr size_t kBatchRecords = 256;
-constexpr size_t kBatchBases = 1 << 17;
+constexpr size_t kBatchRecords = 128;
+constexpr size_t kBatchBases = 1 << 16;
 
 }  // namespace
 

@@ -18,7 +18,7 @@ TEST(RecordBatches, GoThroughAllFilesInOrder) {
   std::vector<std::string> names;
   for (RecordBatch batch = batches.next(); !batch.records.empty(); batch = batches.next()) {
     EXPECT_EQ(batch.firstOrdinal, static_cast<long>(names.size()) + 1);
-    EXPECT_LE(batch.records.size(), 256U);
+    EXPECT_LE(batch.records.size(), 128U);
     for (const Record& record : batch.records) names.push_back(record.name);
   }
   ASSERT_EQ(names.size(), 301U);
