@@ -37,12 +37,12 @@ GroupPlan standardPlan(const ReadClass& readClass) {
   fragments.mostNoncodingCalls = 0.24;
   // Reads of a whole transcript: nearly all are called, so that the ends of the region decide.
   SearchAim whole;
-  whole.presetWeights[kEstReads] = 0.25;
-  whole.presetWeights[kCleanReads] = 0.45;
-  whole.frameF1 = 0.3;
+  whole.presetWeights[kEstReads] = 0.34;
+  whole.presetWeights[kCleanReads] = 0.36;
+  whole.frameF1 = 0.35;
   whole.frameRecall = 0.2;
-  whole.correlation = 0.5;
-  whole.exactBonus = 0.3;
+  whole.correlation = 0.45;
+  whole.exactBonus = 0.2;
   // Long reads have more bases to judge by, and take longer.
   if (readClass.windowWidth == 96) {
     plan.search = {80, 140, 400, fragments};
