@@ -18,7 +18,7 @@ struct TrainOptions {
 };
 
 // Writes the sixteen parameter files, the sixteen matrix files and `model.json`. The bytes depend
-// on the transcripts and the seed alone. Refused records and classes that had to borrow reads are
+// on transcripts and seed alone. Refused records and classes that had to borrow reads are
 // reported on standard error, progress if that is a terminal. Throws InputError, TooLittleData and
 // OutputError; nothing is left of the output then.
 void train(const TrainOptions& options);

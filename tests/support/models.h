@@ -9,7 +9,7 @@ namespace velto::test {
 
 using Random = std::mt19937_64;
 
-// The seed of a random test; the environment variable VELTO_TEST_SEED replaces the usual one. It is
+// Seed of a random test; the environment variable VELTO_TEST_SEED replaces the usual one. It is
 // printed when the test fails, see SCOPED_TRACE at the callers.
 unsigned long long testSeed();
 
