@@ -10,6 +10,7 @@
 #include "decoder/frame_path.h"
 #include "decoder/frame_scores.h"
 #include "decoder/layout.h"
+#include "decoder/shift_placement.h"
 #include "training/random.h"
 #include "training/window_features.h"
 
@@ -63,6 +64,28 @@ TransitionTable::TransitionTable(const double (&matrix)[16]) {
     }
   }
 }
+
+// Judges each trial window once. A window is known by its end, the frame of its start and the
+// shift.
+class ScoredRead::PlaceJudge : public TrialJudge {
+ public:
+  explicit PlaceJudge(const ScoredRead& read) : read_(read) {}
+
+  int bestTrial(const TrialWindow& window, int otherwise) override {
+    const std::size_t key = static_cast<std::size_t>(window.end / 3) * 6 +
+                            static_cast<std::size_t>(window.start % 3 * 2 + window.shift - 1);
+    if (key >= read_.places_.size()) read_.places_.resize(key + 1, kNotJudged);
+    if (read_.places_[key] == kNotJudged) {
+      const std::vector<short>& bases = read_.read_.bases;
+      read_.places_[key] = static_cast<signed char>(
+          read_.vote_->bestTrial(bases.data(), read_.read_.length(), window, otherwise));
+    }
+    return read_.places_[key];
+  }
+
+ private:
+  const ScoredRead& read_;
+};
 
 ScoredRead::ScoredRead(SimulatedRead read, const VoteTable& vote, int windowWidth)
     : read_(std::move(read)), vote_(&vote), windowWidth_(windowWidth) {
@@ -126,8 +149,8 @@ void ScoredRead::decode(const TransitionTable& table, double shift, AccuracyTall
   const TracedPath traced =
       traceFramePath(scratch.nodes.data(), static_cast<int>(steps_.size()), scratch.path);
   if (traced.score > kLeastCodingScore) {
-    vote_->placeShifts(windowWidth_, read_.bases.data(), read_.length(), traced.endStep,
-                       scratch.path);
+    PlaceJudge judge(*this);
+    placeShifts(judge, windowWidth_, traced.endStep, scratch.path);
   }
   tallyRead(read_, scratch.path, codingRegion(scratch.path, traced.score), tally);
 }

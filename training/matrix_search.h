@@ -53,7 +53,7 @@ class ScoredRead {
   ScoredRead(SimulatedRead read, const VoteTable& vote, int windowWidth);
 
   // Decodes, places the shifts and adds to the tally: the region that the decoder finds, but for
-  // rounding.
+  // rounding. One thread at a time: places are kept for the next matrix.
   void decode(const TransitionTable& table, double shift, AccuracyTally& tally) const;
 
  private:
@@ -63,11 +63,15 @@ class ScoredRead {
     bool atg[3];           // [frame]
   };
   static constexpr signed char kVoted = 9;
+  static constexpr signed char kNotJudged = -1;
+  class PlaceJudge;
 
   SimulatedRead read_;
   const VoteTable* vote_;
   int windowWidth_;  // bases
   std::vector<Step> steps_;
+  mutable std::vector<signed char> places_;  // [last codon step of a trial window][first base's
+                                             // frame][shift - 1], or kNotJudged
 };
 
 // Reads of one class by preset.

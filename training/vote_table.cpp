@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cmath>
 
-#include "decoder/shift_placement.h"
 #include "model/sliding_vote.h"
 
 namespace velto {
@@ -93,50 +92,30 @@ class WindowLevels {
   int pairs_[kPairCodes] = {};
 };
 
-namespace {
-
-// Judges the trials of a frame change by whole sums kept up to date from trial to trial.
-class TableJudge : public TrialJudge {
- public:
-  TableJudge(const VoteTable& vote, const short* seq, int length)
-      : vote_(vote), seq_(seq), length_(length) {}
-
-  int bestTrial(const TrialWindow& window, int otherwise) override {
-    const int reach = std::min(length_, window.end + 1 + 3 * kPairGaps);
-    const int first = std::min(std::max(0, window.start), reach);
-    const ReadCodons read(seq_ + first, reach - first);
-    const auto codon = [&](int j, bool shifted) {
-      const int p = window.codonAt(j, shifted, length_);
-      return read.at(p < 0 ? -1 : p - first);
-    };
-    WindowLevels levels(vote_);
-    for (int j = 0; j < window.codons; ++j) levels.change(codon(j, true), 1);
-    std::int64_t best = millionths(kWorstTrialScore);
-    int place = otherwise;
-    for (int t = 0; t < window.trials(); ++t) {
-      if (levels.sum() > best) {
-        best = levels.sum();
-        place = t;
-      }
-      if (t == window.codons) break;
-      levels.change(codon(t, true), -1);
-      levels.change(codon(t, false), 1);
+// Whole sums are kept up to date from trial to trial.
+int VoteTable::bestTrial(const short* seq, int length, const TrialWindow& window,
+                         int otherwise) const {
+  const int reach = std::min(length, window.end + 1 + 3 * kPairGaps);
+  const int first = std::min(std::max(0, window.start), reach);
+  const ReadCodons read(seq + first, reach - first);
+  const auto codon = [&](int j, bool shifted) {
+    const int p = window.codonAt(j, shifted, length);
+    return read.at(p < 0 ? -1 : p - first);
+  };
+  WindowLevels levels(*this);
+  for (int j = 0; j < window.codons; ++j) levels.change(codon(j, true), 1);
+  std::int64_t best = millionths(kWorstTrialScore);
+  int place = otherwise;
+  for (int t = 0; t < window.trials(); ++t) {
+    if (levels.sum() > best) {
+      best = levels.sum();
+      place = t;
     }
-    return place;
+    if (t == window.codons) break;
+    levels.change(codon(t, true), -1);
+    levels.change(codon(t, false), 1);
   }
-
- private:
-  const VoteTable& vote_;
-  const short* seq_;
-  int length_;  // bases
-};
-
-}  // namespace
-
-void VoteTable::placeShifts(int windowWidth, const short* seq, int length, int endStep,
-                            std::vector<int>& path) const {
-  TableJudge judge(*this, seq, length);
-  velto::placeShifts(judge, windowWidth, endStep, path);
+  return place;
 }
 
 VoteTable::VoteTable(const Vote& vote) : added_(kWindowFeatures) {

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "decoder/frame_scores.h"
+#include "decoder/shift_placement.h"
 #include "training/boosting.h"
 
 namespace velto {
@@ -20,9 +21,8 @@ class VoteTable {
   // Vote sums of the windows that scoreWindows scores.
   WindowScores score(int windowWidth, const short* seq, int length) const;
 
-  // Moves the frame changes of a decoded path as placeShifts does under the written model.
-  void placeShifts(int windowWidth, const short* seq, int length, int endStep,
-                   std::vector<int>& path) const;
+  // Place of one frame change as a TrialJudge under the written model picks it.
+  int bestTrial(const short* seq, int length, const TrialWindow& window, int otherwise) const;
 
   // Writes the vote as the 500 hypotheses of a model for this window width, the constant first.
   void write(int windowWidth, ModelTables& tables) const;
