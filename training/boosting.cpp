@@ -67,6 +67,10 @@ class Booster {
   Candidate bestOfLevels(int feature, const SlopeSum& all) const;
   Candidate bestOfPair(int pair, const SlopeSum& all) const;
   std::vector<Candidate> bestPerFeature() const;
+  // The pairs are so many that each look at the gains but the first sees every kPairTurns-th only,
+  // in turn.
+  static constexpr int kPairTurns = 4;
+
   bool isChosen(WindowQuestion question) const;
   void addMember(WindowQuestion question);
   void adjust(Member& member);
@@ -80,6 +84,7 @@ class Booster {
   std::vector<float> logOdds_;
   std::vector<Slope> slopes_;
   std::vector<Member> members_;
+  int looks_ = 0;
 };
 
 void Booster::refresh(Index i) {
@@ -139,7 +144,10 @@ std::vector<Candidate> Booster::bestPerFeature() const {
   for (int feature = 0; feature < kFirstPairFeature; ++feature) {
     best.push_back(bestOfLevels(feature, all));
   }
-  for (int pair = 0; pair < kPairCodes; ++pair) best.push_back(bestOfPair(pair, all));
+  const int turns = looks_ == 0 ? 1 : kPairTurns;
+  for (int pair = looks_ % turns; pair < kPairCodes; pair += turns) {
+    best.push_back(bestOfPair(pair, all));
+  }
   return best;
 }
 
@@ -150,6 +158,7 @@ bool Booster::isChosen(WindowQuestion question) const {
 
 bool Booster::choose(std::size_t count) {
   std::vector<Candidate> best = bestPerFeature();
+  ++looks_;
   std::stable_sort(best.begin(), best.end(),
                    [](const Candidate& a, const Candidate& b) { return a.gain > b.gain; });
   const std::size_t before = size();
