@@ -8,9 +8,8 @@
 namespace velto {
 namespace {
 
-constexpr std::size_t kFolds = 5;
-constexpr std::size_t kSearchFold = 3;
-constexpr std::size_t kHeldBackFold = 4;
+constexpr std::size_t kHeldBackFold = kTrainingFolds;
+constexpr std::size_t kFolds = kTrainingFolds + 1;
 constexpr std::size_t kLeastGroups = 10;
 
 struct Group {
@@ -46,11 +45,24 @@ std::map<std::string, std::size_t> foldOfGroup(const std::vector<Group>& groups)
 }
 
 TranscriptPool& partOf(FoldSplit& split, std::size_t fold) {
-  if (fold == kSearchFold) return split.search;
-  return fold == kHeldBackFold ? split.heldBack : split.boosting;
+  return fold == kHeldBackFold ? split.heldBack : split.training[fold];
+}
+
+void append(const std::vector<const Transcript*>& more, std::vector<const Transcript*>& list) {
+  list.insert(list.end(), more.begin(), more.end());
 }
 
 }  // namespace
+
+TranscriptPool FoldSplit::trainingPool(std::size_t without) const {
+  TranscriptPool pool;
+  for (std::size_t fold = 0; fold < kTrainingFolds; ++fold) {
+    if (fold == without) continue;
+    append(training[fold].coding, pool.coding);
+    append(training[fold].noncoding, pool.noncoding);
+  }
+  return pool;
+}
 
 FoldSplit splitFolds(const std::vector<Transcript>& coding,
                      const std::vector<Transcript>& noncoding) {

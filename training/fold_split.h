@@ -1,6 +1,8 @@
 // Splits transcripts by chromosome or gene into the parts of a training run.
 #pragma once
 
+#include <array>
+#include <cstddef>
 #include <vector>
 
 #include "training/transcript.h"
@@ -8,10 +10,16 @@
 
 namespace velto {
 
+constexpr std::size_t kTrainingFolds = 4;
+
+// Five parts of about equal size.
 struct FoldSplit {
-  TranscriptPool boosting;  // three fifths: windows of the votes that the search works with
-  TranscriptPool search;    // a fifth: reads of the matrix search; then windows of the final votes
-  TranscriptPool heldBack;  // a fifth: reads of the reported accuracy
+  std::array<TranscriptPool, kTrainingFolds> training;  // windows of the votes, and reads of the
+                                                        // matrix search
+  TranscriptPool heldBack;                              // reads of the reported accuracy
+
+  // The training folds together, but for fold `without`; all of them by default.
+  TranscriptPool trainingPool(std::size_t without = kTrainingFolds) const;
 };
 
 // Keeps the transcripts of a group in one part, unless there are fewer than ten groups: then each

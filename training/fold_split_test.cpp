@@ -28,27 +28,37 @@ std::set<std::string> groupsOf(const TranscriptPool& pool) {
   return groups;
 }
 
-TEST(FoldSplit, GroupsStayTogetherAndPartsAreThreeToOneToOne) {
+TEST(FoldSplit, GroupsStayTogetherAndPartsAreOfOneSize) {
   const std::vector<Transcript> coding = transcripts(100, 20);
   const std::vector<Transcript> noncoding = transcripts(40, 20);
   const FoldSplit split = splitFolds(coding, noncoding);
-  EXPECT_EQ(split.boosting.coding.size(), 60U);
-  EXPECT_EQ(split.search.coding.size(), 20U);
-  EXPECT_EQ(split.heldBack.coding.size(), 20U);
+  std::vector<const TranscriptPool*> parts{&split.heldBack};
+  for (const TranscriptPool& fold : split.training) parts.push_back(&fold);
   std::map<std::string, int> seen;
-  for (const TranscriptPool* pool : {&split.boosting, &split.search, &split.heldBack}) {
-    for (const std::string& group : groupsOf(*pool)) ++seen[group];
+  for (const TranscriptPool* part : parts) {
+    EXPECT_EQ(part->coding.size(), 20U);
+    EXPECT_EQ(part->noncoding.size(), 8U);
+    for (const std::string& group : groupsOf(*part)) ++seen[group];
   }
   EXPECT_EQ(seen.size(), 20U);
-  for (const auto& [group, parts] : seen) EXPECT_EQ(parts, 1) << group;
+  for (const auto& [group, count] : seen) EXPECT_EQ(count, 1) << group;
 }
 
 TEST(FoldSplit, FewGroupsAreSplitByTranscript) {
   const std::vector<Transcript> coding = transcripts(50, 9);
   const FoldSplit split = splitFolds(coding, {});
-  EXPECT_EQ(split.boosting.coding.size(), 30U);
-  EXPECT_EQ(split.search.coding.size(), 10U);
+  for (const TranscriptPool& fold : split.training) EXPECT_EQ(fold.coding.size(), 10U);
   EXPECT_EQ(split.heldBack.coding.size(), 10U);
+}
+
+TEST(FoldSplit, TrainingPoolLeavesOneFoldOut) {
+  const std::vector<Transcript> coding = transcripts(100, 20);
+  const FoldSplit split = splitFolds(coding, {});
+  const std::set<std::string> leftOut = groupsOf(split.training[2]);
+  const std::set<std::string> others = groupsOf(split.trainingPool(2));
+  EXPECT_EQ(others.size(), 12U);
+  for (const std::string& group : leftOut) EXPECT_EQ(others.count(group), 0U);
+  EXPECT_EQ(split.trainingPool().coding.size(), 80U);
 }
 
 }  // namespace

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <numeric>
 
 #include "decoder/coding_region.h"
 #include "decoder/frame_path.h"
@@ -156,13 +157,15 @@ void ScoredRead::decode(const TransitionTable& table, double shift, AccuracyTall
 }
 
 PresetTallies tallyReads(const SearchReads& reads, const double (&matrix)[16], double shift,
-                         std::size_t most) {
+                         double share) {
   const TransitionTable table(matrix);
   PresetTallies tallies;
   for (std::size_t preset = 0; preset < kSearchPresets; ++preset) {
     const std::vector<ScoredRead>& list = reads.ofPreset[preset];
+    const auto count =
+        static_cast<std::size_t>(std::ceil(share * static_cast<double>(list.size())));
     tallies[preset] = tbb::parallel_reduce(
-        tbb::blocked_range<std::size_t>(0, std::min(most, list.size()), 16), AccuracyTally(),
+        tbb::blocked_range<std::size_t>(0, count, 16), AccuracyTally(),
         [&](const tbb::blocked_range<std::size_t>& part, AccuracyTally sum) {
           for (std::size_t i = part.begin(); i < part.end(); ++i) list[i].decode(table, shift, sum);
           return sum;
@@ -178,7 +181,6 @@ PresetTallies tallyReads(const SearchReads& reads, const double (&matrix)[16], d
 // ---- Search
 
 double searchValue(const PresetTallies& tallies, const SearchAim& aim) {
-  constexpr double kCallPenalty = 2.0;
   double value = 0.0;
   for (std::size_t preset = 0; preset < kNoncodingReads; ++preset) {
     const AccuracyTally& tally = tallies[preset];
@@ -192,8 +194,8 @@ double searchValue(const PresetTallies& tallies, const SearchAim& aim) {
     value +=
         aim.exactBonus * static_cast<double>(clean.exactRegions) / static_cast<double>(clean.reads);
   }
-  const double excess = tallies[kNoncodingReads].callRate() - aim.mostNoncodingCalls;
-  return value - kCallPenalty * std::max(0.0, excess);
+  const double excess = tallies[kNoncodingReads].callRate() - aim.freeCalls;
+  return value - aim.callCost * std::max(0.0, excess);
 }
 
 namespace {
@@ -204,10 +206,10 @@ struct NumberRange {
   double high;
   double step;
 };
-constexpr NumberRange kShiftRange{-0.3, 0.7, 0.1};
+constexpr NumberRange kShiftRange{-1.0, 0.6, 0.1};
 constexpr NumberRange kRanges[TiedMatrix::kNumbers] = {
-    {0.5, 4.5, 0.3},      {-3.0, 1.5, 0.3},    {-5.0, -0.3, 0.3}, {-15.0, 20.0, 3.0},
-    {-120.0, -10.0, 8.0}, {-95.0, -65.0, 3.0}, {0.0, 50.0, 4.0},  kShiftRange,
+    {0.5, 3.5, 0.3},      {-3.0, 1.5, 0.3},    {-4.0, 0.3, 0.3},   {-5.0, 45.0, 3.0},
+    {-150.0, -10.0, 8.0}, {-95.0, -35.0, 3.0}, {-60.0, 60.0, 4.0}, kShiftRange,
     kShiftRange,          kShiftRange,         kShiftRange};
 
 double between(const NumberRange& range, Random& random) {
@@ -223,23 +225,23 @@ double bell(Random& random) {
 
 class Search {
  public:
-  Search(const std::array<SearchReads, kGcClasses>& reads, const SearchAim& aim, std::uint64_t seed)
+  Search(const GroupReads& reads, const SearchAim& aim, std::uint64_t seed)
       : reads_(reads), aim_(aim), random_(seed) {}
 
   // Differential evolution: a guess gives way to a mixture of itself with another one moved by the
   // difference of two more, if that is no worse.
-  TiedMatrix evolve(int generations, std::size_t fewReads) {
+  TiedMatrix evolve(int generations, double share) {
     std::vector<Guess> guesses(kPopulation);
     for (std::size_t g = 1; g < kPopulation; ++g) {
       for (std::size_t i = 0; i < TiedMatrix::kNumbers; ++i) {
         guesses[g].numbers.number(i) = between(kRanges[i], random_);
       }
     }
-    for (Guess& guess : guesses) guess.value = valueOf(guess.numbers, fewReads);
+    for (Guess& guess : guesses) guess.value = valueOf(guess.numbers, share);
     for (int generation = 0; generation < generations; ++generation) {
       for (Guess& guess : guesses) {
         Guess mixed{mixture(guesses, guess), 0.0};
-        mixed.value = valueOf(mixed.numbers, fewReads);
+        mixed.value = valueOf(mixed.numbers, share);
         if (mixed.value >= guess.value) guess = mixed;
       }
     }
@@ -250,14 +252,15 @@ class Search {
 
   // Changes one to three numbers at a time and keeps what is better.
   TiedMatrix refine(TiedMatrix best, int trials) {
-    double value = valueOf(best, SIZE_MAX);
+    double value = valueOf(best, 1.0);
     for (int trial = 0; trial < trials; ++trial) {
+      const double scale = 2 * trial < trials ? 1.0 : 0.5;
       TiedMatrix changed = best;
       for (std::uint32_t k = random_.below(3) + 1; k > 0; --k) {
         const std::size_t i = random_.below(TiedMatrix::kNumbers);
-        changed.number(i) += kRanges[i].step * bell(random_);
+        changed.number(i) += scale * kRanges[i].step * bell(random_);
       }
-      const double changedValue = valueOf(changed, SIZE_MAX);
+      const double changedValue = valueOf(changed, 1.0);
       if (changedValue <= value) continue;
       best = changed;
       value = changedValue;
@@ -286,30 +289,38 @@ class Search {
     return mixed;
   }
 
-  double valueOf(const TiedMatrix& numbers, std::size_t most) const {
+  double valueOf(const TiedMatrix& numbers, double share) const {
     double matrix[16];
     numbers.fill(matrix);
     PresetTallies sum;
     for (std::size_t gc = 0; gc < kGcClasses; ++gc) {
-      const PresetTallies ofClass = tallyReads(reads_[gc], matrix, numbers.shifts[gc], most);
+      const PresetTallies ofClass = tallyReads(reads_[gc], matrix, numbers.shifts[gc], share);
       for (std::size_t preset = 0; preset < kSearchPresets; ++preset) {
         sum[preset].add(ofClass[preset]);
       }
     }
-    return searchValue(sum, aim_);
+    return searchValue(sum, aim_) - kSpreadPenalty * spread(numbers.shifts);
   }
 
-  const std::array<SearchReads, kGcClasses>& reads_;
+  // Settles the shift of a class that has hardly any reads.
+  static constexpr double kSpreadPenalty = 0.002;
+  static double spread(const std::array<double, kGcClasses>& shifts) {
+    const double mean = std::accumulate(shifts.begin(), shifts.end(), 0.0) / kGcClasses;
+    return std::accumulate(shifts.begin(), shifts.end(), 0.0, [mean](double sum, double shift) {
+      return sum + (shift - mean) * (shift - mean);
+    });
+  }
+
+  const GroupReads& reads_;
   const SearchAim& aim_;
   Random random_;
 };
 
 }  // namespace
 
-TiedMatrix searchMatrix(const std::array<SearchReads, kGcClasses>& reads, const SearchPlan& plan,
-                        std::uint64_t seed) {
+TiedMatrix searchMatrix(const GroupReads& reads, const SearchPlan& plan, std::uint64_t seed) {
   Search search(reads, plan.aim, seed);
-  TiedMatrix best = search.refine(search.evolve(plan.generations, plan.fewReads), plan.refinements);
+  TiedMatrix best = search.refine(search.evolve(plan.generations, plan.share), plan.refinements);
   for (double& shift : best.shifts) shift = roundedToFile(shift);
   return best;
 }

@@ -79,33 +79,35 @@ struct SearchReads {
   std::vector<ScoredRead> ofPreset[kSearchPresets];
 };
 
-// Accuracy on the first `most` reads of each preset of one class. Uses all threads of the calling
-// arena.
+using GroupReads = std::array<SearchReads, kGcClasses>;  // [GC class], of one length group
+
+// Accuracy on the first `share` of the reads of each preset of one class. Uses all threads of the
+// calling arena.
 PresetTallies tallyReads(const SearchReads& reads, const double (&matrix)[16], double shift,
-                         std::size_t most = SIZE_MAX);
+                         double share = 1.0);
 
 // What a search aims at. The value of a matrix is the mean over the presets of coding reads, by
 // their weights, of frame F1, frame recall and correlation, by theirs; more for exact regions, less
-// for calls of non-coding reads above a share.
+// for calls of non-coding reads.
 struct SearchAim {
   double presetWeights[kNoncodingReads] = {0.32, 0.3, 0.38};  // sum up to 1
   double frameF1 = 0.4;
   double frameRecall = 0.3;
   double correlation = 0.3;
-  double exactBonus = 0.2;          // if all clean reads had start and stop exact
-  double mostNoncodingCalls = 0.2;  // share of reads
+  double exactBonus = 0.2;  // if all clean reads had start and stop exact
+  double freeCalls = 0.2;   // share of non-coding reads whose calls cost nothing
+  double callCost = 2.0;    // of the share of the other non-coding reads that are called
 };
 double searchValue(const PresetTallies& tallies, const SearchAim& aim);
 
 struct SearchPlan {
-  int generations;       // of the wide search, which evolves a population of guesses
-  std::size_t fewReads;  // reads per class and preset of the wide search
-  int refinements;       // random changes tried, on all reads, around the best guess
+  int generations;  // of the wide search, which evolves a population of guesses
+  double share;     // of the reads that the wide search judges by
+  int refinements;  // random changes tried, on all reads, around the best guess
   SearchAim aim = {};
 };
 
 // The best numbers found. Depends on its arguments alone, not on the number of threads.
-TiedMatrix searchMatrix(const std::array<SearchReads, kGcClasses>& reads, const SearchPlan& plan,
-                        std::uint64_t seed);
+TiedMatrix searchMatrix(const GroupReads& reads, const SearchPlan& plan, std::uint64_t seed);
 
 }  // namespace velto

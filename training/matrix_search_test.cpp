@@ -84,9 +84,9 @@ TEST(MatrixSearch, FastDecodingAgreesWithTheDecoder) {
   EXPECT_GT(called, 10000);
 }
 
-std::array<SearchReads, kGcClasses> searchReads() {
+GroupReads searchReads() {
   static const VoteTable vote(simpleVote());
-  std::array<SearchReads, kGcClasses> reads;
+  GroupReads reads;
   std::uint64_t seed = 0;
   for (SearchReads& ofClass : reads) {
     for (int preset = 0; preset < kSearchPresets; ++preset) {
@@ -99,7 +99,7 @@ std::array<SearchReads, kGcClasses> searchReads() {
   return reads;
 }
 
-double valueOf(const std::array<SearchReads, kGcClasses>& reads, const TiedMatrix& numbers) {
+double valueOf(const GroupReads& reads, const TiedMatrix& numbers) {
   double matrix[16];
   numbers.fill(matrix);
   PresetTallies sum;
@@ -112,15 +112,15 @@ double valueOf(const std::array<SearchReads, kGcClasses>& reads, const TiedMatri
 
 TEST(MatrixSearch, FoundNumbersAreNoWorseThanTheFirstGuess) {
   const auto reads = searchReads();
-  const TiedMatrix found = searchMatrix(reads, {4, 100, 20}, 1);
+  const TiedMatrix found = searchMatrix(reads, {4, 1.0, 20}, 1);
   EXPECT_GE(valueOf(reads, found), valueOf(reads, TiedMatrix()));
 }
 
 TEST(MatrixSearch, ResultDoesNotDependOnTheThreads) {
   const auto reads = searchReads();
-  const TiedMatrix many = searchMatrix(reads, {2, 5, 20}, 9);
+  const TiedMatrix many = searchMatrix(reads, {2, 0.5, 20}, 9);
   const tbb::global_control one(tbb::global_control::max_allowed_parallelism, 1);
-  TiedMatrix single = searchMatrix(reads, {2, 5, 20}, 9);
+  TiedMatrix single = searchMatrix(reads, {2, 0.5, 20}, 9);
   TiedMatrix other = many;
   for (std::size_t i = 0; i < TiedMatrix::kNumbers; ++i) {
     EXPECT_EQ(single.number(i), other.number(i));

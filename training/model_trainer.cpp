@@ -17,7 +17,7 @@ namespace velto {
 
 GroupPlan standardPlan(const ReadClass& readClass) {
   GroupPlan plan;
-  plan.sampling.windows = 80000;
+  plan.sampling.windows = 120000;
   plan.sampling.draws = 300000;
   plan.sampling.windowsPerRead = 4;
   plan.sampling.noncodingReads = 0.12;
@@ -28,34 +28,39 @@ GroupPlan standardPlan(const ReadClass& readClass) {
   plan.sampling.shares[2] = 0.3;
   plan.sampling.mixture = {
       {*presetRates("est"), 0.4}, {*presetRates("mild"), 0.25}, {*presetRates("clean"), 0.35}};
-  plan.boosting = {kModelHypotheses - 1, 10, 0, 0, 10, 400.0};
-  // Fragments: the calls that clean reads need cost calls of non-coding ones.
+  plan.boosting = {kModelHypotheses - 1, 20, 0, 0, 10, 400.0};
+  // Fragments: what the search gains on est reads it loses on reads with few errors, which are most
+  // of those of today.
   SearchAim fragments;
-  fragments.presetWeights[kEstReads] = 0.3;
-  fragments.presetWeights[kCleanReads] = 0.4;
-  fragments.exactBonus = 0.1;
-  fragments.mostNoncodingCalls = 0.24;
+  fragments.presetWeights[kEstReads] = 0.12;
+  fragments.presetWeights[kMildReads] = 0.18;
+  fragments.presetWeights[kCleanReads] = 0.7;
+  fragments.frameF1 = 0.0;
+  fragments.frameRecall = 0.5;
+  fragments.correlation = 0.5;
+  fragments.exactBonus = 0.05;
+  fragments.freeCalls = 0.0;
+  fragments.callCost = 0.05;
   // Reads of a whole transcript: nearly all are called, so that the ends of the region decide.
   SearchAim whole;
-  whole.presetWeights[kEstReads] = 0.34;
-  whole.presetWeights[kCleanReads] = 0.36;
+  whole.presetWeights[kEstReads] = 0.45;
+  whole.presetWeights[kMildReads] = 0.3;
+  whole.presetWeights[kCleanReads] = 0.25;
   whole.frameF1 = 0.35;
   whole.frameRecall = 0.2;
   whole.correlation = 0.45;
   whole.exactBonus = 0.2;
+  whole.freeCalls = 0.25;
   // Long reads have more bases to judge by, and take longer.
-  if (readClass.windowWidth == 96) {
-    plan.search = {80, 140, 400, fragments};
-    plan.reads = 600;
-  } else if (readClass.lengthId == 0) {
-    plan.search = {60, 120, 300, fragments};
-    plan.reads = 400;
+  if (readClass.lengthId == 0) {
+    plan.search = {110, 0.25, 400, fragments};
+    plan.reads = 3200;
   } else if (readClass.lengthId == 1) {
-    plan.search = {50, 80, 200, whole};
-    plan.reads = 350;
+    plan.search = {110, 0.25, 250, whole};
+    plan.reads = 2400;
   } else {
-    plan.search = {40, 40, 150, whole};
-    plan.reads = 160;
+    plan.search = {80, 0.2, 150, whole};
+    plan.reads = 1600;
   }
   return plan;
 }
@@ -96,36 +101,38 @@ RateMixture searchRates(int preset) {
   }
 }
 
-bool isOfClass(const SimulatedRead& read, const ReadClass& readClass) {
-  const ReadClass own = classifyRead(read.length(), 50.0);
-  return own.lengthId == readClass.lengthId && own.windowWidth == readClass.windowWidth &&
-         gcClassOf(read) == readClass.gcId;
-}
-
-std::vector<ScoredRead> drawScoredReads(const std::vector<const Transcript*>& from,
-                                        const ReadClass& readClass, const RateMixture& mixture,
-                                        std::size_t count, std::uint64_t seed,
-                                        const VoteTable& vote) {
+// Reads of one preset as they come: each transcript as likely as any other, in turn from the folds.
+// folds[i] is scored by votes[i], which did not see it.
+using VotesOfGroup = std::array<const VoteTable*, kGcClasses>;
+void drawScoredReads(const std::vector<const TranscriptPool*>& folds,
+                     const std::vector<VotesOfGroup>& votes, const ReadClass& lengthGroup,
+                     SearchPreset preset, std::size_t count, std::uint64_t seed,
+                     GroupReads& reads) {
   constexpr std::size_t kDrawsPerRead = 40;
-  std::vector<ScoredRead> reads;
-  for (std::size_t k = 0; !from.empty() && k < kDrawsPerRead * count && reads.size() < count; ++k) {
+  const RateMixture mixture = searchRates(preset);
+  std::size_t drawn = 0;
+  for (std::size_t k = 0; drawn < count && k < kDrawsPerRead * count; ++k) {
     Random random = Random::split(seed, k);
+    const std::size_t fold = k % folds.size();
+    const auto& from = preset == kNoncodingReads ? folds[fold]->noncoding : folds[fold]->coding;
+    if (from.empty()) continue;
     const Transcript& transcript = *from[random.below(static_cast<std::uint32_t>(from.size()))];
-    const ErrorRates& rates = drawRates(mixture, random);
-    SimulatedRead read = drawRead(transcript, readClass, rates, random);
-    if (isOfClass(read, readClass))
-      reads.emplace_back(std::move(read), vote, readClass.windowWidth);
+    SimulatedRead read = drawRead(transcript, lengthGroup, drawRates(mixture, random), random);
+    if (!isOfLengthClass(read, lengthGroup)) continue;
+    const auto gc = static_cast<std::size_t>(gcClassOf(read));
+    reads[gc].ofPreset[preset].emplace_back(std::move(read), *votes[fold][gc],
+                                            lengthGroup.windowWidth);
+    ++drawn;
   }
-  return reads;
 }
 
-SearchReads drawSearchReads(const TranscriptPool& pool, const ReadClass& readClass,
-                            std::size_t count, std::uint64_t seed, const VoteTable& vote) {
-  SearchReads reads;
+GroupReads drawGroup(const std::vector<const TranscriptPool*>& folds,
+                     const std::vector<VotesOfGroup>& votes, const ReadClass& lengthGroup,
+                     std::size_t count, std::uint64_t seed) {
+  GroupReads reads;
   tbb::parallel_for(0, static_cast<int>(kSearchPresets), [&](int preset) {
-    reads.ofPreset[preset] = drawScoredReads(
-        preset == kNoncodingReads ? pool.noncoding : pool.coding, readClass, searchRates(preset),
-        count, seed + static_cast<std::uint64_t>(preset), vote);
+    drawScoredReads(folds, votes, lengthGroup, static_cast<SearchPreset>(preset), count,
+                    seed + static_cast<std::uint64_t>(preset), reads);
   });
   return reads;
 }
@@ -134,10 +141,10 @@ SearchReads drawSearchReads(const TranscriptPool& pool, const ReadClass& readCla
 
 // Share of the windows that the votes of the matrix search are made from; they need not be the
 // best.
-constexpr double kFirstShare = 0.35;
+constexpr double kSearchShare = 0.6;
 
-// Classes whose windows are in memory at the same time, some 0.4 GB each.
-constexpr int kClassesAtOnce = 8;
+// Classes whose windows are in memory at the same time, up to 0.8 GB each.
+constexpr int kClassesAtOnce = 4;
 
 class Trainer {
  public:
@@ -145,44 +152,47 @@ class Trainer {
       : job_(job), split_(splitFolds(job.coding, job.noncoding)) {}
 
   TrainedModel train() {
-    trainVotes(split_.boosting, kFirstShare, "first vote");
-    for (int first = 0; first < kReadClasses; first += kGcClasses) searchGroup(first);
-    trainVotes(withSearchPart(), 1.0, "vote");
-    for (int first = 0; first < kReadClasses; first += kGcClasses) judgeGroup(first);
+    for (std::size_t fold = 0; fold <= kTrainingFolds; ++fold) trainVotes(fold);
+    for (int first = 0; first < kReadClasses; first += kGcClasses) {
+      judgeGroup(first, searchGroup(first));
+    }
     return std::move(model_);
   }
 
  private:
   TrainedClass& at(int c) { return model_[static_cast<std::size_t>(c)]; }
-
-  TranscriptPool withSearchPart() const {
-    TranscriptPool pool = split_.boosting;
-    const TranscriptPool& more = split_.search;
-    pool.coding.insert(pool.coding.end(), more.coding.begin(), more.coding.end());
-    pool.noncoding.insert(pool.noncoding.end(), more.noncoding.begin(), more.noncoding.end());
-    return pool;
+  VoteTable& vote(std::size_t without, int c) {
+    return *votes_[without][static_cast<std::size_t>(c)];
   }
 
-  // `share` is that of the planned windows.
-  void trainVotes(const TranscriptPool& pool, double share, const std::string& what) {
+  // Trains on the training folds but `without`. The votes that leave none out are the model's.
+  void trainVotes(std::size_t without) {
+    const TranscriptPool pool = split_.trainingPool(without);
+    const std::string what =
+        without == kTrainingFolds
+            ? "vote of class "
+            : "vote without fold " + std::to_string(without + 1) + " of class ";
     for (int first = 0; first < kReadClasses; first += kClassesAtOnce) {
       tbb::parallel_for(first, first + kClassesAtOnce, 1, [&](int c) {
-        trainVote(c, pool, share);
-        report(what + " of class " + readClassAt(c).name());
+        trainVote(c, without, pool);
+        report(what + readClassAt(c).name());
       });
     }
   }
 
-  void trainVote(int c, const TranscriptPool& pool, double share) {
+  void trainVote(int c, std::size_t without, const TranscriptPool& pool) {
     const ReadClass readClass = readClassAt(c);
     GroupPlan plan = job_.plan(readClass);
-    plan.sampling.windows =
-        static_cast<std::size_t>(share * static_cast<double>(plan.sampling.windows));
+    if (without < kTrainingFolds) {
+      plan.sampling.windows =
+          static_cast<std::size_t>(kSearchShare * static_cast<double>(plan.sampling.windows));
+    }
+    const int stream = c + kReadClasses * static_cast<int>(without);
     WindowSet windows;
-    at(c).sample =
-        sampleWindows(pool, readClass, plan.sampling, seedOf(job_.seed, kWindowStream, c), windows);
+    at(c).sample = sampleWindows(pool, readClass, plan.sampling,
+                                 seedOf(job_.seed, kWindowStream, stream), windows);
     checkSample(c);
-    votes_[static_cast<std::size_t>(c)] =
+    votes_[without][static_cast<std::size_t>(c)] =
         std::make_unique<VoteTable>(boostVote(windows, plan.boosting));
   }
 
@@ -201,39 +211,39 @@ class Trainer {
                         std::to_string(n.windows[2]));
   }
 
-  std::array<SearchReads, kGcClasses> drawGroup(int first, const TranscriptPool& pool,
-                                                std::size_t count, Stream stream) {
-    std::array<SearchReads, kGcClasses> reads;
+  VotesOfGroup votesOfGroup(std::size_t without, int first) {
+    VotesOfGroup votes;
     for (int gc = 0; gc < kGcClasses; ++gc) {
-      const int c = first + gc;
-      reads[static_cast<std::size_t>(gc)] =
-          drawSearchReads(pool, readClassAt(c), count, seedOf(job_.seed, stream, 4 * c),
-                          *votes_[static_cast<std::size_t>(c)]);
+      votes[static_cast<std::size_t>(gc)] = &vote(without, first + gc);
     }
-    return reads;
+    return votes;
   }
 
-  TiedMatrix& matrixOf(int first) {
-    return matrices_[static_cast<std::size_t>(first / kGcClasses)];
-  }
-
-  void searchGroup(int first) {
+  TiedMatrix searchGroup(int first) {
     const GroupPlan plan = job_.plan(readClassAt(first));
-    const auto reads = drawGroup(first, split_.search, plan.reads, kSearchStream);
-    matrixOf(first) = searchMatrix(reads, plan.search, seedOf(job_.seed, kTrialStream, first));
+    std::vector<const TranscriptPool*> folds;
+    std::vector<VotesOfGroup> votes;
+    for (std::size_t fold = 0; fold < kTrainingFolds; ++fold) {
+      folds.push_back(&split_.training[fold]);
+      votes.push_back(votesOfGroup(fold, first));
+    }
+    const GroupReads reads = drawGroup(folds, votes, readClassAt(first), plan.reads,
+                                       seedOf(job_.seed, kSearchStream, 4 * first));
+    const TiedMatrix matrix =
+        searchMatrix(reads, plan.search, seedOf(job_.seed, kTrialStream, first));
     report("matrix of length group " + groupName(first));
+    return matrix;
   }
 
   // Writes the tables of the four classes and measures them on the held-back part.
-  void judgeGroup(int first) {
-    const TiedMatrix& matrix = matrixOf(first);
-    const std::size_t count = job_.plan(readClassAt(first)).reads;
-    const auto reads = drawGroup(first, split_.heldBack, count, kHeldBackStream);
+  void judgeGroup(int first, const TiedMatrix& matrix) {
+    const GroupReads reads = drawGroup({&split_.heldBack}, {votesOfGroup(kTrainingFolds, first)},
+                                       readClassAt(first), job_.plan(readClassAt(first)).reads,
+                                       seedOf(job_.seed, kHeldBackStream, 4 * first));
     for (int gc = 0; gc < kGcClasses; ++gc) {
       TrainedClass& trained = at(first + gc);
       const double shift = matrix.shifts[static_cast<std::size_t>(gc)];
-      votes_[static_cast<std::size_t>(first + gc)]->write(readClassAt(first).windowWidth,
-                                                          trained.tables);
+      vote(kTrainingFolds, first + gc).write(readClassAt(first).windowWidth, trained.tables);
       addShift(shift, trained.tables);
       matrix.fill(trained.tables.malkovChain);
       trained.heldBack =
@@ -256,8 +266,8 @@ class Trainer {
   const TrainingJob& job_;
   const FoldSplit split_;
   std::mutex mutex_;
-  std::array<std::unique_ptr<VoteTable>, kReadClasses> votes_;
-  std::array<TiedMatrix, kReadClasses / kGcClasses> matrices_;
+  // [fold left out, kTrainingFolds for none][class]
+  std::array<std::array<std::unique_ptr<VoteTable>, kReadClasses>, kTrainingFolds + 1> votes_;
   TrainedModel model_;
 };
 

@@ -24,7 +24,7 @@ struct GroupPlan {
   SamplingPlan sampling;
   BoostingPlan boosting;
   SearchPlan search;
-  std::size_t reads;  // of the matrix search, per class and preset
+  std::size_t reads;  // of the matrix search, per preset; and as many to judge the group by
 };
 
 // The plan that `velto train` follows for the group of a class.
@@ -47,9 +47,10 @@ struct TrainingJob {
                                                                // one thread at a time
 };
 
-// Boosts the votes of all classes without the search part, searches the matrices on it, and boosts
-// the votes again with it. Trains with all threads of the calling arena; the result does not depend
-// on their number. Throws TooLittleData.
+// Boosts votes that leave out one training fold each, searches the matrices on the reads of all
+// folds, each scored by the votes that did not see it, and boosts the model's votes on all folds.
+// Trains with all threads of the calling arena; the result does not depend on their number. Throws
+// TooLittleData.
 TrainedModel trainModel(const TrainingJob& job);
 
 }  // namespace velto

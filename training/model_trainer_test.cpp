@@ -18,8 +18,8 @@ GroupPlan tinyPlan(const ReadClass& readClass) {
   plan.sampling.draws = 2500;
   plan.boosting.questions = 20;
   plan.boosting.finalSweeps = 2;
-  plan.search = {1, 3, 5, SearchAim()};
-  plan.reads = 6;
+  plan.search = {1, 0.5, 5, SearchAim()};
+  plan.reads = 24;
   return plan;
 }
 

@@ -9,6 +9,7 @@ namespace {
 
 constexpr int kShortestRead = 240;      // bases; shorter ones hardly hold a path
 constexpr int kLongestFragment = 6000;  // bases
+constexpr int kLongestWhole = 20000;    // bases of a transcript that is read as a whole
 constexpr double kWholeTranscripts = 0.7;
 
 enum WindowKind { kInFrame, kOutOfFrame, kOutside };
@@ -120,11 +121,6 @@ TranscriptPool withoutShort(const TranscriptPool& pool, int shortest) {
   return kept;
 }
 
-bool isOfLengthClass(const SimulatedRead& read, const ReadClass& readClass) {
-  const ReadClass own = classifyRead(read.length(), 50.0);
-  return own.lengthId == readClass.lengthId && own.windowWidth == readClass.windowWidth;
-}
-
 }  // namespace
 
 FragmentLengths readLengths(const ReadClass& readClass) {
@@ -132,6 +128,11 @@ FragmentLengths readLengths(const ReadClass& readClass) {
   if (readClass.lengthId == 0) return {600, 999};
   if (readClass.lengthId == 1) return {1000, 3000};
   return {3001, kLongestFragment};
+}
+
+bool isOfLengthClass(const SimulatedRead& read, const ReadClass& readClass) {
+  const ReadClass own = classifyRead(read.length(), 50.0);
+  return own.lengthId == readClass.lengthId && own.windowWidth == readClass.windowWidth;
 }
 
 int gcClassOf(const SimulatedRead& read) {
@@ -143,8 +144,8 @@ int gcClassOf(const SimulatedRead& read) {
 SimulatedRead drawRead(const Transcript& transcript, const ReadClass& readClass,
                        const ErrorRates& rates, Random& random) {
   const FragmentLengths lengths = readLengths(readClass);
-  const bool fits =
-      transcript.length() >= lengths.shortest && transcript.length() <= lengths.longest;
+  const int longest = readClass.lengthId == 2 ? kLongestWhole : lengths.longest;
+  const bool fits = transcript.length() >= lengths.shortest && transcript.length() <= longest;
   const bool whole = fits && readClass.windowWidth != 96 && random.real() < kWholeTranscripts;
   const Fragment fragment =
       whole ? wholeTranscript(transcript) : sampleFragment(transcript, lengths, random);

@@ -19,6 +19,9 @@ struct TranscriptPool {
 // Bounds of the lengths of the reads of a class that are drawn, in bases.
 FragmentLengths readLengths(const ReadClass& readClass);
 
+// Whether a read's length falls into the length class and window width of a class.
+bool isOfLengthClass(const SimulatedRead& read, const ReadClass& readClass);
+
 // GC class of a read.
 int gcClassOf(const SimulatedRead& read);
 
