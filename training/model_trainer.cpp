@@ -32,12 +32,12 @@ GroupPlan standardPlan(const ReadClass& readClass) {
   // Fragments: what the search gains on est reads it loses on reads with few errors, which are most
   // of those of today.
   SearchAim fragments;
-  fragments.presetWeights[kEstReads] = 0.12;
-  fragments.presetWeights[kMildReads] = 0.18;
-  fragments.presetWeights[kCleanReads] = 0.7;
+  fragments.presetWeights[kEstReads] = 0.18;
+  fragments.presetWeights[kMildReads] = 0.2;
+  fragments.presetWeights[kCleanReads] = 0.62;
   fragments.frameF1 = 0.0;
-  fragments.frameRecall = 0.5;
-  fragments.correlation = 0.5;
+  fragments.frameRecall = 0.55;
+  fragments.correlation = 0.45;
   fragments.exactBonus = 0.05;
   fragments.freeCalls = 0.0;
   fragments.callCost = 0.05;
@@ -101,9 +101,10 @@ RateMixture searchRates(int preset) {
   }
 }
 
+using VotesOfGroup = std::array<const VoteTable*, kGcClasses>;  // [GC class]
+
 // Reads of one preset as they come: each transcript as likely as any other, in turn from the folds.
-// folds[i] is scored by votes[i], which did not see it.
-using VotesOfGroup = std::array<const VoteTable*, kGcClasses>;
+// Reads of folds[i] are scored by votes[i].
 void drawScoredReads(const std::vector<const TranscriptPool*>& folds,
                      const std::vector<VotesOfGroup>& votes, const ReadClass& lengthGroup,
                      SearchPreset preset, std::size_t count, std::uint64_t seed,
