@@ -58,30 +58,33 @@ AccuracyTally tallyByDecoder(const SimulatedRead& read, const VoteTable& vote, d
   return tally;
 }
 
-TEST(MatrixSearch, FastDecodingAgreesWithTheDecoder) {
+TEST(MatrixSearch, FastDecodingAgreesWithTheDecoderUnderOneMatrixAfterAnother) {
   const VoteTable vote(simpleVote());
   Random random(3);
   long called = 0;
-  for (std::uint64_t k = 0; k < 200; ++k) {
+  for (std::uint64_t k = 0; k < 100; ++k) {
     const auto& pool = k % 4 == 0 ? species().noncoding : species().coding;
     const SimulatedRead read = readOf(pool[k % pool.size()], k);
-    TiedMatrix numbers;
-    for (std::size_t i = 0; i < TiedMatrix::kNumbers; ++i) {
-      numbers.number(i) *= 0.5 + random.real();
+    const ScoredRead scored(read, vote, 96);
+    for (int turn = 0; turn < 4; ++turn) {
+      TiedMatrix numbers;
+      for (std::size_t i = 0; i < TiedMatrix::kNumbers; ++i) {
+        numbers.number(i) *= 0.5 + random.real();
+      }
+      numbers.gate *= 0.5;
+      const double shift = random.real() - 0.5;
+      double matrix[16];
+      numbers.fill(matrix);
+      AccuracyTally fast;
+      scored.decode(TransitionTable(matrix), shift, fast);
+      const AccuracyTally plain = tallyByDecoder(read, vote, shift, matrix);
+      EXPECT_EQ(fast.called, plain.called) << k << ' ' << turn;
+      EXPECT_EQ(fast.inFrame, plain.inFrame) << k << ' ' << turn;
+      EXPECT_EQ(fast.exactRegions, plain.exactRegions) << k << ' ' << turn;
+      called += plain.called;
     }
-    numbers.gate *= 0.5;
-    const double shift = random.real() - 0.5;
-    double matrix[16];
-    numbers.fill(matrix);
-    AccuracyTally fast;
-    ScoredRead(read, vote, 96).decode(TransitionTable(matrix), shift, fast);
-    const AccuracyTally plain = tallyByDecoder(read, vote, shift, matrix);
-    EXPECT_EQ(fast.called, plain.called) << k;
-    EXPECT_EQ(fast.inFrame, plain.inFrame) << k;
-    EXPECT_EQ(fast.exactRegions, plain.exactRegions) << k;
-    called += plain.called;
   }
-  EXPECT_GT(called, 10000);
+  EXPECT_GT(called, 20000);
 }
 
 GroupReads searchReads() {
@@ -127,13 +130,47 @@ TEST(MatrixSearch, ResultDoesNotDependOnTheThreads) {
   }
 }
 
-TEST(MatrixSearch, CallsOfNoncodingReadsBeyondTheLimitCost) {
+TEST(MatrixSearch, ShiftsOfClassesWithoutReadsStayTogether) {
+  const TiedMatrix found = searchMatrix(GroupReads(), {10, 1.0, 40}, 5);
+  for (const double shift : found.shifts) EXPECT_EQ(shift, found.shifts[0]);
+}
+
+TEST(MatrixSearch, CallsOfNoncodingReadsBeyondTheFreeOnesCost) {
+  SearchAim aim;
+  aim.freeCalls = 0.2;
+  aim.callCost = 0.5;
   PresetTallies tallies;
   tallies[kNoncodingReads].reads = 100;
-  tallies[kNoncodingReads].readsCalled = 10;
-  const double few = searchValue(tallies, SearchAim());
-  tallies[kNoncodingReads].readsCalled = 40;
-  EXPECT_LT(searchValue(tallies, SearchAim()), few);
+  tallies[kNoncodingReads].readsCalled = 20;
+  EXPECT_DOUBLE_EQ(searchValue(tallies, aim), 0.0);
+  tallies[kNoncodingReads].readsCalled = 50;
+  EXPECT_DOUBLE_EQ(searchValue(tallies, aim), -0.15);
+  aim.freeCalls = 0.0;
+  EXPECT_DOUBLE_EQ(searchValue(tallies, aim), -0.25);
+}
+
+TEST(MatrixSearch, ValueIsTheWeightedMeanOverThePresets) {
+  SearchAim aim;
+  aim.presetWeights[kEstReads] = 0.5;
+  aim.presetWeights[kMildReads] = 0.25;
+  aim.presetWeights[kCleanReads] = 0.25;
+  aim.frameF1 = 0.25;
+  aim.frameRecall = 0.25;
+  aim.correlation = 0.5;
+  aim.exactBonus = 0.2;
+  PresetTallies tallies;
+  AccuracyTally& est = tallies[kEstReads];
+  est.bases = 400;
+  est.coding = 100;
+  est.called = 100;
+  est.codingCalled = 75;
+  est.inFrame = 50;
+  AccuracyTally& clean = tallies[kCleanReads];
+  clean.reads = 10;
+  clean.exactRegions = 5;
+  // Frame F1 100 / 200; frame recall 50 / 100; correlation (75 x 275 - 25 x 25) / (100 x 300).
+  EXPECT_DOUBLE_EQ(searchValue(tallies, aim),
+                   0.5 * (0.25 * 0.5 + 0.25 * 0.5 + 0.5 * 2.0 / 3.0) + 0.2 * 0.5);
 }
 
 TEST(TiedMatrix, FillsTheMatrixByStateNowAndBefore) {
