@@ -55,6 +55,21 @@ TEST(Boosting, PlantedRuleIsTheFirstQuestion) {
   EXPECT_GT(vote.questions[0].weight, 1.0);
 }
 
+TEST(Boosting, PairsPassedOverInOneLookAreFoundInALaterOne) {
+  for (int acid = 12; acid < 16; ++acid) {
+    const auto rule = [acid](const smplTestData& counts) {
+      return counts.pairAcidCnt[2][9][acid] + counts.pairAcidCnt[1][15][acid] > 0;
+    };
+    const WindowSet windows = randomWindows(2000, rule);
+    std::set<int> asked;
+    for (const WeightedQuestion& q : boostVote(windows, kPlan).questions) {
+      asked.insert(q.question.feature);
+    }
+    EXPECT_TRUE(asked.count(pairFeatureIndex(2, 9, acid))) << acid;
+    EXPECT_TRUE(asked.count(pairFeatureIndex(1, 15, acid))) << acid;
+  }
+}
+
 TEST(Boosting, FirstQuestionHasTheLeastLossOfAll) {
   // A noisy rule on amino-acid counts, so that many questions compete.
   Random noise(7);
