@@ -4,7 +4,6 @@
 #include <algorithm>
 
 #include "decoder/layout.h"
-#include "model/sliding_vote.h"
 #include "model/window_sample.h"
 #include "model/window_vote.h"
 
@@ -79,23 +78,17 @@ class SlidingJudge : public ReadJudge {
   using ReadJudge::ReadJudge;
 
   int bestTrial(const TrialWindow& window, int otherwise) override {
-    const int reach = std::min(length_, window.end + 1 + 3 * kPairGaps);
-    const int first = std::min(std::max(0, window.start), reach);
-    const ReadCodons read(seq_ + first, reach - first);
-    const auto context = [&](int j, bool shifted) {
-      const int p = window.codonAt(j, shifted, length_);
-      return read.at(p < 0 ? -1 : p - first);
-    };
+    const TrialCodons codons(seq_, length_, window);
     SlidingVote vote(model_.tables, window.windowLength(), window.codons);
-    for (int j = 0; j < window.codons; ++j) vote.add(0, context(j, true));
+    for (int j = 0; j < window.codons; ++j) vote.add(0, codons.at(j, true));
     std::vector<double> scores;
     for (int t = 0; t < window.trials(); ++t) {
       double sums[SlidingVote::kLanes];
       vote.sums(sums);
       scores.push_back(sums[0]);
       if (t == window.codons) break;
-      vote.remove(0, context(t, true));
-      vote.add(0, context(t, false));
+      vote.remove(0, codons.at(t, true));
+      vote.add(0, codons.at(t, false));
     }
     return earliestBest(scores, otherwise);
   }
@@ -115,6 +108,13 @@ void rewritePath(std::vector<int>& path, int firstStep, int steps, int place, in
 }
 
 }  // namespace
+
+TrialCodons::TrialCodons(const short* seq, int length, const TrialWindow& window)
+    : window_(window),
+      length_(length),
+      end_(std::min(length, window.end + 1 + 3 * kPairGaps)),
+      first_(std::min(std::max(0, window.start), end_)),
+      bases_(seq + first_, end_ - first_) {}
 
 double scoreTrialPlain(const ModelView& model, const short* seq, int length,
                        const TrialWindow& window, int trial) {

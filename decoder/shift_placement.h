@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "model/model_tables.h"
+#include "model/sliding_vote.h"
 
 namespace velto {
 
@@ -23,6 +24,25 @@ struct TrialWindow {
     const int p = start + 3 * j + (shifted ? shift : 0);
     return p >= 0 && p + 2 < length && p + 2 <= end ? p : -1;
   }
+};
+
+// The codons of one trial window in both frames. `window` must outlive it.
+class TrialCodons {
+ public:
+  TrialCodons(const short* seq, int length, const TrialWindow& window);
+
+  // Codon j read in the old or in the new frame; nothing is counted where it does not fit.
+  CodonContext at(int j, bool shifted) const {
+    const int p = window_.codonAt(j, shifted, length_);
+    return bases_.at(p < 0 ? -1 : p - first_);
+  }
+
+ private:
+  const TrialWindow& window_;
+  int length_;        // bases of the read
+  int end_;           // behind the last base that a codon of the window or its pairs may lie on
+  int first_;         // first base that a codon may lie on
+  ReadCodons bases_;  // from there on
 };
 
 // Scores below this one are never a best trial.

@@ -95,15 +95,9 @@ class WindowLevels {
 // Whole sums are kept up to date from trial to trial.
 int VoteTable::bestTrial(const short* seq, int length, const TrialWindow& window,
                          int otherwise) const {
-  const int reach = std::min(length, window.end + 1 + 3 * kPairGaps);
-  const int first = std::min(std::max(0, window.start), reach);
-  const ReadCodons read(seq + first, reach - first);
-  const auto codon = [&](int j, bool shifted) {
-    const int p = window.codonAt(j, shifted, length);
-    return read.at(p < 0 ? -1 : p - first);
-  };
+  const TrialCodons codons(seq, length, window);
   WindowLevels levels(*this);
-  for (int j = 0; j < window.codons; ++j) levels.change(codon(j, true), 1);
+  for (int j = 0; j < window.codons; ++j) levels.change(codons.at(j, true), 1);
   std::int64_t best = millionths(kWorstTrialScore);
   int place = otherwise;
   for (int t = 0; t < window.trials(); ++t) {
@@ -112,8 +106,8 @@ int VoteTable::bestTrial(const short* seq, int length, const TrialWindow& window
       place = t;
     }
     if (t == window.codons) break;
-    levels.change(codon(t, true), -1);
-    levels.change(codon(t, false), 1);
+    levels.change(codons.at(t, true), -1);
+    levels.change(codons.at(t, false), 1);
   }
   return place;
 }
