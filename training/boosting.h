@@ -29,8 +29,9 @@ struct BoostingPlan {
 };
 
 // Minimises the weighted logistic loss by Newton steps: batch by batch the questions that promise
-// most are added, and after each batch all weights are refined one after another. The result
-// depends on its arguments alone. Pure; any thread may call it.
+// most are added, and after each batch all weights are refined one after another. The first batch
+// is chosen from all questions, each later one from those of every fourth amino-acid pair, in turn,
+// and all others. The result depends on its arguments alone. Pure; any thread may call it.
 Vote boostVote(const WindowSet& windows, const BoostingPlan& plan);
 
 // 1 / (1 + e^-x) for any finite x, within 1e-6, by the four basic operations alone so that every

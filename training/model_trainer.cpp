@@ -144,7 +144,7 @@ GroupReads drawGroup(const std::vector<const TranscriptPool*>& folds,
 // best.
 constexpr double kSearchShare = 0.6;
 
-// Classes whose windows are in memory at the same time, up to 0.8 GB each.
+// Classes whose windows are in memory at the same time, some 0.6 GB each.
 constexpr int kClassesAtOnce = 4;
 
 class Trainer {

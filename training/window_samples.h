@@ -16,7 +16,7 @@ struct TranscriptPool {
   std::vector<const Transcript*> noncoding;
 };
 
-// Bounds of the lengths of the reads of a class that are drawn, in bases.
+// Bounds of the lengths of the fragments that are drawn for a class, in bases.
 FragmentLengths readLengths(const ReadClass& readClass);
 
 // Whether a read's length falls into the length class and window width of a class.
@@ -25,8 +25,9 @@ bool isOfLengthClass(const SimulatedRead& read, const ReadClass& readClass);
 // GC class of a read.
 int gcClassOf(const SimulatedRead& read);
 
-// A read of roughly the lengths of a class: a fragment, or the whole transcript for classes of
-// 1000 bases and more, mostly.
+// A read of roughly the lengths of a class: a fragment or, mostly where it is of those lengths and
+// the class is one of window width 196, the whole transcript. Transcripts of up to 20,000 bases are
+// read as a whole for the longest class.
 SimulatedRead drawRead(const Transcript& transcript, const ReadClass& readClass,
                        const ErrorRates& rates, Random& random);
 
