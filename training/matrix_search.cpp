@@ -200,17 +200,17 @@ double searchValue(const PresetTallies& tallies, const SearchAim& aim) {
 
 namespace {
 
-// Ranges of the first guesses, and first sizes of a refinement.
+// Ranges of the first guesses, and sizes of a step.
 struct NumberRange {
   double low;
   double high;
   double step;
 };
-constexpr NumberRange kShiftRange{-1.0, 0.6, 0.1};
+constexpr NumberRange kShiftRange{-1.0, 0.4, 0.1};
 constexpr NumberRange kRanges[TiedMatrix::kNumbers] = {
-    {0.5, 3.5, 0.3},      {-3.0, 1.5, 0.3},    {-4.0, 0.3, 0.3},   {-5.0, 45.0, 3.0},
-    {-150.0, -10.0, 8.0}, {-95.0, -35.0, 3.0}, {-60.0, 60.0, 4.0}, kShiftRange,
-    kShiftRange,          kShiftRange,         kShiftRange};
+    {1.0, 3.0, 0.2},       {-1.0, 2.0, 0.3},    {-0.6, 0.1, 0.05},  {-5.0, 55.0, 3.0},
+    {-200.0, -20.0, 10.0}, {-95.0, -45.0, 3.0}, {-60.0, 60.0, 5.0}, kShiftRange,
+    kShiftRange,           kShiftRange,         kShiftRange};
 
 double between(const NumberRange& range, Random& random) {
   return range.low + (range.high - range.low) * random.real();
@@ -230,42 +230,42 @@ class Search {
 
   // Differential evolution: a guess gives way to a mixture of itself with another one moved by the
   // difference of two more, if that is no worse.
-  TiedMatrix evolve(int generations, double share) {
+  TiedMatrix evolve(const SearchPlan& plan) {
     std::vector<Guess> guesses(kPopulation);
     for (std::size_t g = 1; g < kPopulation; ++g) {
       for (std::size_t i = 0; i < TiedMatrix::kNumbers; ++i) {
         guesses[g].numbers.number(i) = between(kRanges[i], random_);
       }
     }
-    for (Guess& guess : guesses) guess.value = valueOf(guess.numbers, share);
-    for (int generation = 0; generation < generations; ++generation) {
-      for (Guess& guess : guesses) {
-        Guess mixed{mixture(guesses, guess), 0.0};
-        mixed.value = valueOf(mixed.numbers, share);
-        if (mixed.value >= guess.value) guess = mixed;
-      }
-    }
+    renew(guesses, plan.generations, plan.share);
+    renew(guesses, plan.lateGenerations, 1.0);
     return std::max_element(guesses.begin(), guesses.end(),
                             [](const Guess& a, const Guess& b) { return a.value < b.value; })
         ->numbers;
   }
 
-  // Changes one to three numbers at a time and keeps what is better.
-  TiedMatrix refine(TiedMatrix best, int trials) {
-    double value = valueOf(best, 1.0);
-    for (int trial = 0; trial < trials; ++trial) {
-      const double scale = 2 * trial < trials ? 1.0 : 0.5;
-      TiedMatrix changed = best;
+  // Changes one to three numbers at a time, and goes there unless the value falls behind the best
+  // by more than the tolerance.
+  TiedMatrix meanOfWalk(TiedMatrix numbers, int steps) {
+    constexpr double kTolerance = 0.002;
+    const std::vector<std::size_t> movable = movableNumbers();
+    double best = valueOf(numbers, 1.0);
+    TiedMatrix mean;
+    for (std::size_t i = 0; i < TiedMatrix::kNumbers; ++i) mean.number(i) = 0.0;
+    for (int step = 0; step < steps; ++step) {
+      TiedMatrix changed = numbers;
       for (std::uint32_t k = random_.below(3) + 1; k > 0; --k) {
-        const std::size_t i = random_.below(TiedMatrix::kNumbers);
-        changed.number(i) += scale * kRanges[i].step * bell(random_);
+        const std::size_t i = movable[random_.below(static_cast<std::uint32_t>(movable.size()))];
+        changed.number(i) += kRanges[i].step * bell(random_);
       }
-      const double changedValue = valueOf(changed, 1.0);
-      if (changedValue <= value) continue;
-      best = changed;
-      value = changedValue;
+      const double value = valueOf(changed, 1.0);
+      if (value >= best - kTolerance) numbers = changed;
+      best = std::max(best, value);
+      for (std::size_t i = 0; i < TiedMatrix::kNumbers; ++i) {
+        mean.number(i) += numbers.number(i) / steps;
+      }
     }
-    return best;
+    return mean;
   }
 
  private:
@@ -274,6 +274,17 @@ class Search {
     double value = 0.0;
   };
   static constexpr std::uint32_t kPopulation = 28;
+
+  void renew(std::vector<Guess>& guesses, int generations, double share) {
+    for (Guess& guess : guesses) guess.value = valueOf(guess.numbers, share);
+    for (int generation = 0; generation < generations; ++generation) {
+      for (Guess& guess : guesses) {
+        Guess mixed{mixture(guesses, guess), 0.0};
+        mixed.value = valueOf(mixed.numbers, share);
+        if (mixed.value >= guess.value) guess = mixed;
+      }
+    }
+  }
 
   TiedMatrix mixture(std::vector<Guess>& guesses, Guess& old) {
     constexpr double kScale = 0.6;
@@ -287,6 +298,23 @@ class Search {
       mixed.number(i) = base.number(i) + kScale * (to.number(i) - from.number(i));
     }
     return mixed;
+  }
+
+  // All numbers but the shifts of classes with too few reads to tell where a walk should not go.
+  std::vector<std::size_t> movableNumbers() const {
+    constexpr std::size_t kLeastReads = 100;
+    constexpr std::size_t kEntries = TiedMatrix::kNumbers - kGcClasses;
+    std::vector<std::size_t> movable;
+    for (std::size_t i = 0; i < TiedMatrix::kNumbers; ++i) {
+      if (i < kEntries || codingReads(i - kEntries) >= kLeastReads) movable.push_back(i);
+    }
+    return movable;
+  }
+
+  std::size_t codingReads(std::size_t gc) const {
+    std::size_t count = 0;
+    for (std::size_t p = 0; p < kNoncodingReads; ++p) count += reads_[gc].ofPreset[p].size();
+    return count;
   }
 
   double valueOf(const TiedMatrix& numbers, double share) const {
@@ -320,9 +348,9 @@ class Search {
 
 TiedMatrix searchMatrix(const GroupReads& reads, const SearchPlan& plan, std::uint64_t seed) {
   Search search(reads, plan.aim, seed);
-  TiedMatrix best = search.refine(search.evolve(plan.generations, plan.share), plan.refinements);
-  for (double& shift : best.shifts) shift = roundedToFile(shift);
-  return best;
+  TiedMatrix found = search.meanOfWalk(search.evolve(plan), plan.steps);
+  for (double& shift : found.shifts) shift = roundedToFile(shift);
+  return found;
 }
 
 }  // namespace velto

@@ -23,11 +23,11 @@ using PresetTallies = std::array<AccuracyTally, kSearchPresets>;
 // Numbers of a matrix with the entries that the search ties together, and the shifts added to the
 // votes of the GC classes.
 struct TiedMatrix {
-  double stay = 2.0;        // coding after coding
-  double change = -1.0;     // coding after non-coding and the reverse
-  double empty = -4.0;      // non-coding after non-coding
+  double stay = 1.8;        // coding after coding
+  double change = 0.3;      // coding after non-coding and the reverse
+  double empty = -0.15;     // non-coding after non-coding
   double opening = 10.0;    // first step after a path's start
-  double crossing = -30.0;  // first step after a stop codon that the path runs over
+  double crossing = -80.0;  // first step after a stop codon that the path runs over
   double ending = -75.0;    // stop codon
   double gate = 30.0;       // stop codon right after a path's start: what every real path must beat
   std::array<double, kGcClasses> shifts{};
@@ -101,13 +101,16 @@ struct SearchAim {
 double searchValue(const PresetTallies& tallies, const SearchAim& aim);
 
 struct SearchPlan {
-  int generations;  // of the wide search, which evolves a population of guesses
-  double share;     // of the reads that the wide search judges by
-  int refinements;  // random changes tried, on all reads, around the best guess
+  int generations;      // of a population of guesses, judged by a share of the reads
+  double share;         // of the reads in these generations
+  int lateGenerations;  // of the same population, judged by all reads
+  int steps;            // at least 1, of a random walk from the best guess, on all reads
   SearchAim aim = {};
 };
 
-// The best numbers found. Depends on its arguments alone, not on the number of threads.
+// The mean of the numbers met on the walk, which keeps near the best value: the best numbers
+// themselves owe part of their value to the very reads they were judged by. Depends on its
+// arguments alone, not on the number of threads.
 TiedMatrix searchMatrix(const GroupReads& reads, const SearchPlan& plan, std::uint64_t seed);
 
 }  // namespace velto

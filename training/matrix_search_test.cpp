@@ -115,15 +115,15 @@ double valueOf(const GroupReads& reads, const TiedMatrix& numbers) {
 
 TEST(MatrixSearch, FoundNumbersAreNoWorseThanTheFirstGuess) {
   const auto reads = searchReads();
-  const TiedMatrix found = searchMatrix(reads, {4, 1.0, 20}, 1);
+  const TiedMatrix found = searchMatrix(reads, {4, 1.0, 1, 20}, 1);
   EXPECT_GE(valueOf(reads, found), valueOf(reads, TiedMatrix()));
 }
 
 TEST(MatrixSearch, ResultDoesNotDependOnTheThreads) {
   const auto reads = searchReads();
-  const TiedMatrix many = searchMatrix(reads, {2, 0.5, 20}, 9);
+  const TiedMatrix many = searchMatrix(reads, {2, 0.5, 1, 20}, 9);
   const tbb::global_control one(tbb::global_control::max_allowed_parallelism, 1);
-  TiedMatrix single = searchMatrix(reads, {2, 0.5, 20}, 9);
+  TiedMatrix single = searchMatrix(reads, {2, 0.5, 1, 20}, 9);
   TiedMatrix other = many;
   for (std::size_t i = 0; i < TiedMatrix::kNumbers; ++i) {
     EXPECT_EQ(single.number(i), other.number(i));
@@ -131,7 +131,7 @@ TEST(MatrixSearch, ResultDoesNotDependOnTheThreads) {
 }
 
 TEST(MatrixSearch, ShiftsOfClassesWithoutReadsStayTogether) {
-  const TiedMatrix found = searchMatrix(GroupReads(), {10, 1.0, 40}, 5);
+  const TiedMatrix found = searchMatrix(GroupReads(), {10, 1.0, 2, 40}, 5);
   for (const double shift : found.shifts) EXPECT_EQ(shift, found.shifts[0]);
 }
 

@@ -53,13 +53,13 @@ GroupPlan standardPlan(const ReadClass& readClass) {
   whole.freeCalls = 0.25;
   // Long reads have more bases to judge by, and take longer.
   if (readClass.lengthId == 0) {
-    plan.search = {110, 0.25, 400, fragments};
+    plan.search = {60, 0.25, 15, 400, fragments};
     plan.reads = 3200;
   } else if (readClass.lengthId == 1) {
-    plan.search = {110, 0.25, 250, whole};
+    plan.search = {60, 0.25, 12, 200, whole};
     plan.reads = 2400;
   } else {
-    plan.search = {80, 0.2, 150, whole};
+    plan.search = {60, 0.2, 12, 200, whole};
     plan.reads = 1600;
   }
   return plan;

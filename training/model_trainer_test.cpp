@@ -18,7 +18,7 @@ GroupPlan tinyPlan(const ReadClass& readClass) {
   plan.sampling.draws = 2500;
   plan.boosting.questions = 20;
   plan.boosting.finalSweeps = 2;
-  plan.search = {1, 0.5, 5, SearchAim()};
+  plan.search = {1, 0.5, 1, 5, SearchAim()};
   plan.reads = 24;
   return plan;
 }
