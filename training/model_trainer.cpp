@@ -2,7 +2,9 @@
 #include "training/model_trainer.h"
 
 #include <tbb/parallel_for.h>
+#include <tbb/task_arena.h>
 
+#include <algorithm>
 #include <memory>
 #include <mutex>
 
@@ -17,8 +19,8 @@ namespace velto {
 
 GroupPlan standardPlan(const ReadClass& readClass) {
   GroupPlan plan;
-  plan.sampling.windows = 120000;
-  plan.sampling.draws = 300000;
+  plan.sampling.windows = 240000;
+  plan.sampling.draws = 600000;
   plan.sampling.windowsPerRead = 4;
   plan.sampling.noncodingReads = 0.12;
   plan.sampling.borrowedShare = 2.0;
@@ -28,7 +30,7 @@ GroupPlan standardPlan(const ReadClass& readClass) {
   plan.sampling.shares[2] = 0.3;
   plan.sampling.mixture = {
       {*presetRates("est"), 0.4}, {*presetRates("mild"), 0.25}, {*presetRates("clean"), 0.35}};
-  plan.boosting = {kModelHypotheses - 1, 20, 0, 0, 10, 400.0};
+  plan.boosting = {kModelHypotheses - 1, 20, 0, 0, 5, 400.0};
   // Fragments: what the search gains on est reads it loses on reads with few errors, which are most
   // of those of today.
   SearchAim fragments;
@@ -142,10 +144,10 @@ GroupReads drawGroup(const std::vector<const TranscriptPool*>& folds,
 
 // Share of the windows that the votes of the matrix search are made from; they need not be the
 // best.
-constexpr double kSearchShare = 0.6;
+constexpr double kSearchShare = 0.3;
 
-// Classes whose windows are in memory at the same time, some 0.6 GB each.
-constexpr int kClassesAtOnce = 4;
+// Most classes whose windows are in memory at the same time, some 1.2 GB each.
+constexpr int kClassesAtOnce = 3;
 
 class Trainer {
  public:
@@ -173,12 +175,12 @@ class Trainer {
         without == kTrainingFolds
             ? "vote of class "
             : "vote without fold " + std::to_string(without + 1) + " of class ";
-    for (int first = 0; first < kReadClasses; first += kClassesAtOnce) {
-      tbb::parallel_for(first, first + kClassesAtOnce, 1, [&](int c) {
-        trainVote(c, without, pool);
-        report(what + readClassAt(c).name());
-      });
-    }
+    const auto train = [&](int c) {
+      trainVote(c, without, pool);
+      report(what + readClassAt(c).name());
+    };
+    tbb::task_arena arena(std::min(kClassesAtOnce, tbb::this_task_arena::max_concurrency()));
+    arena.execute([&] { tbb::parallel_for(0, kReadClasses, 1, train, tbb::simple_partitioner()); });
   }
 
   void trainVote(int c, std::size_t without, const TranscriptPool& pool) {
