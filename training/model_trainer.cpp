@@ -17,6 +17,43 @@ namespace velto {
 
 // ---- 1. Plan
 
+namespace {
+
+// What the search gains on est reads it loses on reads with few errors, which are most of those of
+// today.
+SearchAim fragmentAim(const ReadClass& readClass) {
+  const bool isShort = readClass.windowWidth == 96;
+  SearchAim aim;
+  aim.presetWeights[kEstReads] = isShort ? 0.06 : 0.08;
+  aim.presetWeights[kMildReads] = 0.3;
+  aim.presetWeights[kCleanReads] = isShort ? 0.64 : 0.62;
+  aim.frameF1 = 0.0;
+  aim.frameRecall = 0.55;
+  aim.correlation = 0.45;
+  aim.exactBonus = 0.05;
+  aim.freeCalls = 0.0;
+  aim.callCost = isShort ? 0.03 : 0.05;
+  return aim;
+}
+
+// Reads of a whole transcript: nearly all are called, so that the ends of the region decide.
+SearchAim wholeReadAim(const ReadClass& readClass) {
+  const bool isLongest = readClass.lengthId == 2;
+  SearchAim aim;
+  aim.presetWeights[kEstReads] = isLongest ? 0.36 : 0.33;
+  aim.presetWeights[kMildReads] = isLongest ? 0.29 : 0.31;
+  aim.presetWeights[kCleanReads] = isLongest ? 0.35 : 0.36;
+  aim.frameF1 = 0.3;
+  aim.frameRecall = 0.2;
+  aim.correlation = 0.5;
+  aim.exactBonus = isLongest ? 0.15 : 0.2;
+  aim.freeCalls = 0.25;
+  aim.callCost = 2.0;
+  return aim;
+}
+
+}  // namespace
+
 GroupPlan standardPlan(const ReadClass& readClass) {
   GroupPlan plan;
   plan.sampling.windows = 240000;
@@ -31,37 +68,15 @@ GroupPlan standardPlan(const ReadClass& readClass) {
   plan.sampling.mixture = {
       {*presetRates("est"), 0.4}, {*presetRates("mild"), 0.25}, {*presetRates("clean"), 0.35}};
   plan.boosting = {kModelHypotheses - 1, 20, 0, 0, 5, 400.0};
-  // Fragments: what the search gains on est reads it loses on reads with few errors, which are most
-  // of those of today.
-  SearchAim fragments;
-  fragments.presetWeights[kEstReads] = 0.18;
-  fragments.presetWeights[kMildReads] = 0.2;
-  fragments.presetWeights[kCleanReads] = 0.62;
-  fragments.frameF1 = 0.0;
-  fragments.frameRecall = 0.55;
-  fragments.correlation = 0.45;
-  fragments.exactBonus = 0.05;
-  fragments.freeCalls = 0.0;
-  fragments.callCost = 0.05;
-  // Reads of a whole transcript: nearly all are called, so that the ends of the region decide.
-  SearchAim whole;
-  whole.presetWeights[kEstReads] = 0.45;
-  whole.presetWeights[kMildReads] = 0.3;
-  whole.presetWeights[kCleanReads] = 0.25;
-  whole.frameF1 = 0.35;
-  whole.frameRecall = 0.2;
-  whole.correlation = 0.45;
-  whole.exactBonus = 0.2;
-  whole.freeCalls = 0.25;
   // Long reads have more bases to judge by, and take longer.
   if (readClass.lengthId == 0) {
-    plan.search = {60, 0.25, 15, 400, fragments};
+    plan.search = {60, 0.25, 15, 400, fragmentAim(readClass)};
     plan.reads = 3200;
   } else if (readClass.lengthId == 1) {
-    plan.search = {60, 0.25, 12, 200, whole};
+    plan.search = {60, 0.25, 12, 200, wholeReadAim(readClass)};
     plan.reads = 2400;
   } else {
-    plan.search = {60, 0.2, 12, 200, whole};
+    plan.search = {60, 0.2, 12, 200, wholeReadAim(readClass)};
     plan.reads = 1600;
   }
   return plan;
