@@ -119,6 +119,13 @@ TEST(MatrixSearch, FoundNumbersAreNoWorseThanTheFirstGuess) {
   EXPECT_GE(valueOf(reads, found), valueOf(reads, TiedMatrix()));
 }
 
+TEST(MatrixSearch, LongWalkIsNoWorseThanItsFirstStep) {
+  const auto reads = searchReads();
+  const TiedMatrix first = searchMatrix(reads, {4, 1.0, 1, 1}, 1);
+  const TiedMatrix last = searchMatrix(reads, {4, 1.0, 1, 600}, 1);
+  EXPECT_GE(valueOf(reads, last), valueOf(reads, first));
+}
+
 TEST(MatrixSearch, ResultDoesNotDependOnTheThreads) {
   const auto reads = searchReads();
   const TiedMatrix many = searchMatrix(reads, {2, 0.5, 1, 20}, 9);
