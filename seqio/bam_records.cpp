@@ -8,6 +8,7 @@
 #include <new>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 #include "seqio/input_error.h"
 
@@ -26,6 +27,20 @@ void copyBases(const bam1_t& alignment, std::string& bases) {
   bases.resize(static_cast<std::size_t>(alignment.core.l_qseq));
   for (std::size_t i = 0; i < bases.size(); ++i) bases[i] = letters[bam_seqi(codes, i)];
   if (reversed) std::reverse(bases.begin(), bases.end());
+}
+
+// In the order of copyBases(); none if the record has none, which BAM marks by 255. False if a
+// value is out of range.
+bool copyQualities(const bam1_t& alignment, std::vector<std::uint8_t>& qualities) {
+  constexpr std::uint8_t kMissing = 255;
+  const std::uint8_t* values = bam_get_qual(&alignment);
+  qualities.assign(values, values + alignment.core.l_qseq);
+  if (qualities.empty() || qualities.front() == kMissing) {
+    qualities.clear();
+    return true;
+  }
+  if ((alignment.core.flag & BAM_FREVERSE) != 0) std::reverse(qualities.begin(), qualities.end());
+  return *std::max_element(qualities.begin(), qualities.end()) <= kMaxPhred;
 }
 
 }  // namespace
@@ -55,6 +70,7 @@ bool BamRecords::next(Record& record) try {
   record.name = bam_get_qname(alignment_);
   record.description.clear();
   copyBases(*alignment_, record.bases);
+  if (!copyQualities(*alignment_, record.qualities)) throwHere("quality above 93");
   record.number = number_;
   record.line = 0;
   return true;

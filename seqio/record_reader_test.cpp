@@ -12,6 +12,7 @@ namespace velto {
 namespace {
 
 using Lines = std::vector<std::string>;
+using Qualities = std::vector<std::uint8_t>;
 
 class RecordReaderTest : public testing::Test {
  protected:
@@ -141,6 +142,21 @@ TEST_F(RecordReaderTest, FastqErrorsNameFileRecordAndLine) {
   EXPECT_EQ(errorOf(good + "I\n"), second + "5: FASTQ record does not start with '@'");
 }
 
+// '!' is 0, '~' is 93, 'I' is 73 - 33 = 40; FASTA has none.
+TEST_F(RecordReaderTest, QualitiesArePhredValues) {
+  const std::vector<Record> reads = readText("@a\nACGT\n+\n!I~@\n@b\nAC\nG\n+\n@\n+ I\n").records;
+  EXPECT_EQ(reads.at(0).qualities, (Qualities{0, 40, 93, 31}));
+  EXPECT_EQ(reads.at(1).qualities, (Qualities{31, 10, 40}));
+  EXPECT_EQ(readText(">a\nACGT\n").records.at(0).qualities, Qualities{});
+}
+
+TEST_F(RecordReaderTest, QualityLettersOutOfRangeAreAnError) {
+  for (const std::string letter : {"\x1f", "\x7f", "\x80", "\xff"}) {
+    EXPECT_EQ(errorOf("@a\nACGT\n+\nII" + letter + "I\n"),
+              name() + ": record 1, line 4: FASTQ quality outside '!' to '~'");
+  }
+}
+
 // ---- Other content
 
 TEST_F(RecordReaderTest, FileOfNoKnownFormatIsRefused) {
@@ -222,6 +238,21 @@ TEST_F(RecordReaderTest, BamWithoutReadsHasNoRecords) {
   const Outcome outcome = readAll(storeBam(name(), {}));
   EXPECT_EQ(outcome.error, "");
   EXPECT_TRUE(outcome.records.empty());
+}
+
+TEST_F(RecordReaderTest, BamQualitiesFollowTheSequencedStrand) {
+  const std::vector<TestRead> reads = {{"fwd", 0, "ACG", std::string("\0\x02\x5d", 3)},
+                                       {"rev", BAM_FREVERSE, "ACG", "\x01\x02\x03"},
+                                       {"none", BAM_FUNMAP, "ACG"}};
+  const std::vector<Record> records = readAll(storeBam(name(), reads)).records;
+  EXPECT_EQ(records.at(0).qualities, (Qualities{0, 2, 93}));
+  EXPECT_EQ(records.at(1).qualities, (Qualities{3, 2, 1}));
+  EXPECT_EQ(records.at(2).qualities, Qualities{});
+}
+
+TEST_F(RecordReaderTest, BamQualityAbove93IsAnError) {
+  EXPECT_EQ(readAll(storeBam(name(), {{"a", 0, "AC", "\x02\x5e"}})).error,
+            name() + ": record 1: quality above 93");
 }
 
 TEST_F(RecordReaderTest, BamReadBeyondTheLimitIsAnError) {

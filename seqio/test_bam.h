@@ -14,6 +14,7 @@ struct TestRead {
   std::string name;
   std::uint16_t flag;
   std::string bases;
+  std::string qualities = {};  // phred values as bytes; empty: none
 };
 
 // Reads are placed on one reference unless unmapped.
@@ -30,7 +31,8 @@ inline std::string storeBam(const std::string& path, const std::vector<TestRead>
         bam_cigar_gen(static_cast<std::uint32_t>(read.bases.size()), BAM_CMATCH);
     good = good && bam_set1(alignment, read.name.size(), read.name.c_str(), read.flag,
                             mapped ? 0 : -1, mapped ? 10 : -1, 60, mapped ? 1 : 0, &cigar, -1, -1,
-                            0, read.bases.size(), read.bases.c_str(), nullptr, 0) >= 0;
+                            0, read.bases.size(), read.bases.c_str(),
+                            read.qualities.empty() ? nullptr : read.qualities.data(), 0) >= 0;
     good = good && sam_write1(file, header, alignment) >= 0;
   }
   bam_destroy1(alignment);

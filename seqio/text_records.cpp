@@ -12,6 +12,8 @@ namespace {
 // Keeps a file without line feeds from filling the memory.
 constexpr std::size_t kMaxHeaderBytes = 100'000'000;
 
+constexpr char kPhredZero = '!';
+
 bool isBlank(std::string_view text) { return text.find_first_not_of(" \t\r") == text.npos; }
 
 bool holds(std::string_view text, char byte) {
@@ -26,11 +28,6 @@ void appendWithoutSpaces(std::string& bases, std::string_view text) {
   if (!holds(text, ' ') && !holds(text, '\t')) return;
   const auto from = bases.begin() + static_cast<std::ptrdiff_t>(old);
   bases.erase(std::remove_if(from, bases.end(), isSpace), bases.end());
-}
-
-std::size_t countWithoutSpaces(std::string_view text) {
-  if (!holds(text, ' ') && !holds(text, '\t')) return text.size();
-  return text.size() - static_cast<std::size_t>(std::count_if(text.begin(), text.end(), isSpace));
 }
 
 }  // namespace
@@ -63,11 +60,12 @@ bool TextRecords::parseNext(Record& record) {
   record.line = lines_.line();
   if (marker != marker_) throwNoHeader(record.line, lines_.take().text);
   readHeader(record);
+  record.qualities.clear();
   if (marker_ == '>') {
     readFastaBases(record);
   } else {
     readFastqBases(record);
-    checkFastqQuality(record.bases.size());
+    readFastqQualities(record);
   }
   return true;
 }
@@ -110,19 +108,20 @@ void TextRecords::readFastqBases(Record& record) {
     }
     appendBases(record.bases);
   }
-  takeLine();
+  eachPiece([](std::string_view) {});  // the '+' and what is repeated behind it
 }
 
 // A sequence on one line has its quality on one line; otherwise quality runs on until it is as
 // long as the sequence, since '@' and '+' may start a line of it.
-void TextRecords::checkFastqQuality(std::size_t bases) {
+void TextRecords::readFastqQualities(Record& record) {
+  const std::size_t bases = record.bases.size();
   std::size_t count = 0;
   const long first = lines_.line();
   while (count < bases) {
     if (lines_.peek() == LineSplitter::kEnd) {
       throwAt(lines_.line(), "FASTQ record ends within its quality");
     }
-    count += takeLine();
+    count += appendQualities(record.qualities, bases);
     if (sequenceLines_ == 1) break;
   }
   if (count != bases) {
@@ -142,10 +141,19 @@ void TextRecords::appendBases(std::string& bases) {
   });
 }
 
-// Takes one line and tells its length.
-std::size_t TextRecords::takeLine() {
+// Takes one line and tells how many values it has; keeps no more than `most` in all.
+std::size_t TextRecords::appendQualities(std::vector<std::uint8_t>& qualities, std::size_t most) {
+  const long line = lines_.line();
   std::size_t count = 0;
-  eachPiece([&](std::string_view text) { count += countWithoutSpaces(text); });
+  eachPiece([&](std::string_view text) {
+    for (const char letter : text) {
+      if (isSpace(letter)) continue;
+      const int phred = letter - kPhredZero;
+      if (phred < 0 || phred > kMaxPhred) throwAt(line, "FASTQ quality outside '!' to '~'");
+      if (qualities.size() < most) qualities.push_back(static_cast<std::uint8_t>(phred));
+      ++count;
+    }
+  });
   return count;
 }
 

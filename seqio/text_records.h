@@ -2,8 +2,10 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "seqio/byte_source.h"
 #include "seqio/line_splitter.h"
@@ -25,9 +27,9 @@ class TextRecords : public RecordSource {
   void readHeader(Record& record);
   void readFastaBases(Record& record);
   void readFastqBases(Record& record);
-  void checkFastqQuality(std::size_t bases);
+  void readFastqQualities(Record& record);
   void appendBases(std::string& bases);
-  std::size_t takeLine();
+  std::size_t appendQualities(std::vector<std::uint8_t>& qualities, std::size_t most);
   template <typename Use>
   void eachPiece(Use use);
   [[noreturn]] void throwNoHeader(long line, std::string_view start) const;
