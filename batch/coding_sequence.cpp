@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "model/base_code.h"
+#include "core/base_code.h"
 #include "model/read_data.h"
 
 namespace velto {

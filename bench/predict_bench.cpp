@@ -3,9 +3,9 @@
 
 #include <memory>
 
-#include "batch/integer_scores.h"
-#include "batch/letter_codes.h"
-#include "batch/model_set.h"
+#include "decoder/integer_scores.h"
+#include "core/letter_codes.h"
+#include "model/model_set.h"
 #include "bench/reads.h"
 #include "decoder/coding_region.h"
 #include "decoder/frame_path.h"

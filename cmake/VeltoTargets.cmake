@@ -4,6 +4,10 @@
 function(velto_flags target)
   target_compile_options(${target} PRIVATE
     -Wall -Wextra -Wpedantic -Wconversion -Wshadow -ffp-contract=off)
+  if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
+    # A false alarm of this compiler on std::string in C++20.
+    target_compile_options(${target} PRIVATE -Wno-restrict)
+  endif()
   if(VELTO_WERROR)
     target_compile_options(${target} PRIVATE -Werror)
   endif()

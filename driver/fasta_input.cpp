@@ -10,7 +10,7 @@
 #include <new>
 
 #include "driver/web_predict.h"
-#include "model/base_code.h"
+#include "core/base_code.h"
 
 namespace velto {
 namespace {

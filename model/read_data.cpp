@@ -2,7 +2,7 @@
 
 #include <array>
 
-#include "model/base_code.h"
+#include "core/base_code.h"
 
 namespace velto {
 namespace {

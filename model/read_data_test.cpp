@@ -4,7 +4,7 @@
 
 #include <map>
 
-#include "model/base_code.h"
+#include "core/base_code.h"
 
 namespace velto {
 namespace {

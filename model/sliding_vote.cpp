@@ -1,7 +1,7 @@
 // 1. Codons of a read  2. Hypotheses and the counts they wait for  3. Changes and sums
 #include "model/sliding_vote.h"
 
-#include "model/base_code.h"
+#include "core/base_code.h"
 #include "model/window_vote.h"
 
 namespace velto {

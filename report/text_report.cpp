@@ -4,7 +4,7 @@
 #include <string>
 
 #include "model/read_data.h"
-#include "report/frame_error.h"
+#include "decoder/frame_error.h"
 
 namespace velto {
 namespace {

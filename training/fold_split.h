@@ -5,8 +5,8 @@
 #include <cstddef>
 #include <vector>
 
-#include "training/transcript.h"
-#include "training/window_samples.h"
+#include "simulation/transcript.h"
+#include "training/frames/window_samples.h"
 
 namespace velto {
 

@@ -9,9 +9,9 @@
 #include <mutex>
 
 #include "training/fold_split.h"
-#include "training/random.h"
-#include "training/vote_table.h"
-#include "training/window_features.h"
+#include "core/random.h"
+#include "training/frames/vote_table.h"
+#include "training/frames/window_features.h"
 
 namespace velto {
 

@@ -8,9 +8,9 @@
 #include <string>
 #include <vector>
 
-#include "training/boosting.h"
-#include "training/matrix_search.h"
-#include "training/window_samples.h"
+#include "training/frames/boosting.h"
+#include "training/frames/matrix_search.h"
+#include "training/frames/window_samples.h"
 
 namespace velto {
 

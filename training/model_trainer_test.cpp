@@ -7,7 +7,7 @@
 
 #include "model/model_file.h"
 #include "training/model_card.h"
-#include "training/synthetic_species.h"
+#include "simulation/synthetic_species.h"
 
 namespace velto {
 namespace {

@@ -5,11 +5,11 @@
 #include <sstream>
 
 #include "seqio/output_file.h"
-#include "training/evaluation.h"
-#include "training/evaluation_plots.h"
-#include "training/evaluation_report.h"
-#include "training/model_predictor.h"
-#include "training/rate_series.h"
+#include "evaluation/evaluation.h"
+#include "evaluation/evaluation_plots.h"
+#include "evaluation/evaluation_report.h"
+#include "evaluation/model_predictor.h"
+#include "evaluation/rate_series.h"
 #include "workbench/sampling_options.h"
 
 namespace velto {

@@ -7,7 +7,7 @@
 #include <stdexcept>
 #include <string_view>
 
-#include "training/transcript_file.h"
+#include "simulation/transcript_file.h"
 
 namespace velto {
 namespace {

@@ -15,13 +15,13 @@
 #include <utility>
 #include <vector>
 
-#include "batch/bed_rows.h"
-#include "batch/gff3_rows.h"
-#include "batch/json_rows.h"
+#include "batch/formats/bed_rows.h"
+#include "batch/formats/gff3_rows.h"
+#include "batch/formats/json_rows.h"
 #include "batch/scan_pipeline.h"
-#include "batch/score_rows.h"
-#include "batch/sequence_rows.h"
-#include "batch/tsv_rows.h"
+#include "batch/formats/score_rows.h"
+#include "batch/formats/sequence_rows.h"
+#include "batch/formats/tsv_rows.h"
 #include "seqio/input_error.h"
 #include "seqio/output_file.h"
 #include "velto/velto.h"

@@ -5,7 +5,7 @@
 #include <optional>
 
 #include "seqio/output_file.h"
-#include "training/truth_table.h"
+#include "simulation/truth_table.h"
 #include "workbench/sampling_options.h"
 
 namespace velto {

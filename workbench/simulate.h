@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "training/read_sampling.h"
+#include "simulation/read_sampling.h"
 
 namespace velto {
 

@@ -11,7 +11,7 @@
 #include <string>
 #include <vector>
 
-#include "training/truth_table.h"
+#include "simulation/truth_table.h"
 
 namespace velto {
 namespace {

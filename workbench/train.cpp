@@ -12,7 +12,7 @@
 #include "seqio/output_file.h"
 #include "training/model_card.h"
 #include "training/model_trainer.h"
-#include "training/transcript_file.h"
+#include "simulation/transcript_file.h"
 
 namespace velto {
 namespace {

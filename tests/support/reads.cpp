@@ -1,6 +1,6 @@
 #include "tests/support/reads.h"
 
-#include "model/base_code.h"
+#include "core/base_code.h"
 
 namespace velto::test {
 

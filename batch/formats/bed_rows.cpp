@@ -1,0 +1,42 @@
+#include "batch/formats/bed_rows.h"
+
+#include <algorithm>
+#include <cmath>
+#include <vector>
+
+namespace velto {
+namespace {
+
+constexpr double kMostScore = 1000.0;
+
+// The parts in ascending order of the bases of the read as given.
+std::vector<CodingPart> ascendingParts(const ScannedRead& read) {
+  std::vector<CodingPart> parts = read.coding.kept;
+  if (read.prediction.strand == Strand::kPlus) return parts;
+  std::reverse(parts.begin(), parts.end());
+  const int length = read.prediction.length;
+  for (CodingPart& part : parts) part = {length - part.end, length - part.begin, part.phase};
+  return parts;
+}
+
+}  // namespace
+
+void appendBedRow(const ScannedRead& read, std::string& text) {
+  const std::vector<CodingPart> parts = ascendingParts(read);
+  if (parts.empty()) return;
+  std::string sizes;
+  std::string starts;
+  for (const CodingPart& part : parts) {
+    sizes += std::to_string(part.end - part.begin) + ',';
+    starts += std::to_string(part.begin - parts.front().begin) + ',';
+  }
+  const std::string name = nameFor(read);
+  const std::string begin = std::to_string(parts.front().begin);
+  const std::string end = std::to_string(parts.back().end);
+  const double score = std::clamp(std::round(read.prediction.score), 0.0, kMostScore);
+  text += name + '\t' + begin + '\t' + end + '\t' + name + '\t' + numberText(score, 4) + '\t' +
+          symbolOf(read.prediction.strand) + '\t' + begin + '\t' + end + "\t0\t" +
+          std::to_string(parts.size()) + '\t' + sizes + '\t' + starts + '\n';
+}
+
+}  // namespace velto

@@ -1,0 +1,235 @@
+// Every output format on one read worked by hand.
+#include <gtest/gtest.h>
+
+#include "batch/formats/bed_rows.h"
+#include "batch/coding_sequence.h"
+#include "batch/formats/gff3_rows.h"
+#include "batch/formats/json_rows.h"
+#include "batch/formats/score_rows.h"
+#include "batch/formats/sequence_rows.h"
+#include "batch/formats/tsv_rows.h"
+
+namespace velto {
+namespace {
+
+using Kind = Frameshift::Kind;
+
+// Bases 2 to 16 are ATG AAA (T) CCC GG. TAA: an inserted T at 8, a base lost before 14.
+constexpr char kLetters[] = "GGATGAAATCCCGGTAAGG";
+
+Prediction handMade() {
+  Prediction prediction;
+  prediction.status = Prediction::Status::kCoding;
+  prediction.length = 19;
+  prediction.gcPercent = 900.0 / 19;
+  prediction.model = "96L0G1";
+  prediction.score = 12.34567;
+  prediction.start = 2;
+  prediction.stop = 16;
+  prediction.frameshifts = {{Kind::kInsertion, 8}, {Kind::kDeletion, 14}};
+  return prediction;
+}
+
+struct HandMadeRead {
+  explicit HandMadeRead(Prediction found, const std::string& name = "r;1")
+      : record{name, "a \"note\"", kLetters, 1, 1},
+        prediction(std::move(found)),
+        coding(codingSequence(prediction, kLetters)) {}
+
+  ScannedRead read() const { return {record, 7, prediction, coding}; }
+
+  Record record;
+  Prediction prediction;
+  CodingSequence coding;
+};
+
+HandMadeRead onMinus() {
+  Prediction prediction = handMade();
+  prediction.strand = Strand::kMinus;
+  return HandMadeRead(prediction);
+}
+
+HandMadeRead noncoding() {
+  Prediction prediction;
+  prediction.status = Prediction::Status::kNoncoding;
+  prediction.length = 40;
+  prediction.model = "96L0G0";
+  prediction.score = -10.0;
+  return HandMadeRead(prediction);
+}
+
+HandMadeRead tooShort() {
+  Prediction prediction;
+  prediction.status = Prediction::Status::kShort;
+  prediction.length = 12;
+  prediction.gcPercent = 25.0;
+  return HandMadeRead(prediction);
+}
+
+template <typename Append>
+std::string written(const HandMadeRead& hand, Append append) {
+  std::string text;
+  append(hand.read(), text);
+  return text;
+}
+
+std::vector<std::vector<int>> numbers(const std::vector<CodingPart>& parts) {
+  std::vector<std::vector<int>> list;
+  for (const CodingPart& part : parts) list.push_back({part.begin, part.end, part.phase});
+  return list;
+}
+
+using Parts = std::vector<std::vector<int>>;
+
+TEST(CodingSequence, LeavesOutTheInsertedBaseAndMarksTheLostOne) {
+  const CodingSequence coding = codingSequence(handMade(), kLetters);
+  EXPECT_EQ(coding.bases, "ATGAAACCCGGNTAA");
+  EXPECT_EQ(numbers(coding.kept), (Parts{{2, 8, 0}, {9, 17, 0}}));
+  EXPECT_EQ(numbers(coding.intact), (Parts{{2, 8, 0}, {9, 12, 0}, {14, 17, 0}}));
+  EXPECT_EQ(coding.ends, CodingEnds::kComplete);
+}
+
+TEST(CodingSequence, CodonsThatLostTheirFirstOrMiddleBaseAreInNoPart) {
+  // A T G, then (N) C C, then G (N) G, then TAA.
+  Prediction prediction = handMade();
+  prediction.start = 0;
+  prediction.stop = 9;
+  prediction.length = 10;
+  prediction.frameshifts = {{Kind::kDeletion, 3}, {Kind::kDeletion, 6}};
+  const CodingSequence coding = codingSequence(prediction, "ATGCCGGTAA");
+  EXPECT_EQ(coding.bases, "ATGNCCGNGTAA");
+  EXPECT_EQ(numbers(coding.kept), (Parts{{0, 10, 0}}));
+  EXPECT_EQ(numbers(coding.intact), (Parts{{0, 3, 0}, {7, 10, 0}}));
+}
+
+TEST(CodingSequence, ABaseInsertedInsideACodonGivesTheNextPartItsPhase) {
+  Prediction prediction = handMade();
+  prediction.start = 0;
+  prediction.stop = 6;
+  prediction.length = 7;
+  prediction.frameshifts = {{Kind::kInsertion, 4}};
+  EXPECT_EQ(numbers(codingSequence(prediction, "ATGCACC").intact), (Parts{{0, 4, 0}, {5, 7, 2}}));
+}
+
+TEST(CodingSequence, EndsWithTheLastWholeCodonOfTheRead) {
+  Prediction prediction = handMade();
+  prediction.start = 0;
+  prediction.stop = 8;  // two bases behind the read
+  prediction.length = 7;
+  prediction.frameshifts.clear();
+  const CodingSequence coding = codingSequence(prediction, "ATGCCCG");
+  EXPECT_EQ(coding.bases, "ATGCCC");
+  EXPECT_EQ(numbers(coding.kept), (Parts{{0, 6, 0}}));
+  EXPECT_EQ(coding.ends, CodingEnds::kNoStop);
+}
+
+TEST(CodingSequence, TellsWhichEndsAreThere) {
+  Prediction prediction = handMade();
+  prediction.start = 0;
+  prediction.stop = 5;
+  prediction.length = 6;
+  prediction.frameshifts.clear();
+  EXPECT_EQ(codingSequence(prediction, "ATGTGA").ends, CodingEnds::kComplete);
+  EXPECT_EQ(codingSequence(prediction, "CTGTGA").ends, CodingEnds::kNoStart);
+  EXPECT_EQ(codingSequence(prediction, "ATGTGG").ends, CodingEnds::kNoStop);
+  EXPECT_EQ(codingSequence(prediction, "CTGTGG").ends, CodingEnds::kNeither);
+}
+
+TEST(Translate, StopsAndCodonsWithN) {
+  EXPECT_EQ(translate("ATGGCTTGGTAANCCGGN"), "MAW*XX");
+  EXPECT_EQ(translate(""), "");
+}
+
+TEST(TsvRows, HaveTheColumnsOfTheHeader) {
+  EXPECT_EQ(tsvHeader(),
+            "read\tlength\tgc\tmodel\tstrand\tscore\tstart\tstop\tinsertions\tdeletions\ttype\t"
+            "cds_length\tstatus\n");
+  EXPECT_EQ(written(HandMadeRead(handMade()), appendTsvRow),
+            "r;1\t19\t47.3684\t96L0G1\t+\t12.346\t3\t17\t9\t15\tcomplete\t15\tcoding\n");
+  EXPECT_EQ(written(noncoding(), appendTsvRow),
+            "r;1\t40\t0\t96L0G0\t+\t-10\t\t\t\t\t\t\tnoncoding\n");
+  EXPECT_EQ(written(tooShort(), appendTsvRow), "r;1\t12\t25\t\t\t\t\t\t\t\t\t\tshort\n");
+  EXPECT_EQ(written(HandMadeRead(Prediction()), appendTsvRow),
+            "r;1\t0\t\t\t\t\t\t\t\t\t\t\tempty\n");
+}
+
+TEST(Gff3Rows, LeaveOutInsertedBaseAndBrokenCodon) {
+  EXPECT_EQ(gff3Header(), "##gff-version 3\n");
+  const std::string end = "ID=cds7;type=complete;insertions=9;deletions=15\n";
+  EXPECT_EQ(written(HandMadeRead(handMade()), appendGff3Rows),
+            "r%3B1\tvelto\tCDS\t3\t8\t12.346\t+\t0\t" + end +
+                "r%3B1\tvelto\tCDS\t10\t12\t12.346\t+\t0\t" + end +
+                "r%3B1\tvelto\tCDS\t15\t17\t12.346\t+\t0\t" + end);
+  EXPECT_EQ(written(noncoding(), appendGff3Rows), "");
+}
+
+TEST(Gff3Rows, OfTheMinusStrandAscendOnTheReadAsGiven) {
+  // Base p of the strand is base 19 - p of the read, counted from 1.
+  const std::string end = "ID=cds7;type=complete;insertions=9;deletions=15\n";
+  EXPECT_EQ(written(onMinus(), appendGff3Rows),
+            "r%3B1\tvelto\tCDS\t3\t5\t12.346\t-\t0\t" + end +
+                "r%3B1\tvelto\tCDS\t8\t10\t12.346\t-\t0\t" + end +
+                "r%3B1\tvelto\tCDS\t12\t17\t12.346\t-\t0\t" + end);
+}
+
+TEST(BedRows, HaveOneBlockBetweenInsertedBases) {
+  EXPECT_EQ(written(HandMadeRead(handMade()), appendBedRow),
+            "r;1\t2\t17\tr;1\t12\t+\t2\t17\t0\t2\t6,8,\t0,7,\n");
+  EXPECT_EQ(written(onMinus(), appendBedRow), "r;1\t2\t17\tr;1\t12\t-\t2\t17\t0\t2\t8,6,\t0,9,\n");
+  EXPECT_EQ(written(noncoding(), appendBedRow), "");
+}
+
+TEST(BedRows, HaveScoresFrom0To1000) {
+  Prediction prediction = handMade();
+  prediction.score = -3.0;
+  EXPECT_NE(written(HandMadeRead(prediction), appendBedRow).find("\t0\t+"), std::string::npos);
+  prediction.score = 12345.6;
+  EXPECT_NE(written(HandMadeRead(prediction), appendBedRow).find("\t1000\t+"), std::string::npos);
+}
+
+TEST(SequenceRows, AreFastaRecords) {
+  const std::string header = ">r;1 strand=+ start=3 stop=17 type=complete score=12.346\n";
+  EXPECT_EQ(written(HandMadeRead(handMade()), appendCodingFasta), header + "ATGAAACCCGGNTAA\n");
+  EXPECT_EQ(written(HandMadeRead(handMade()), appendProteinFasta), header + "MKPX*\n");
+  EXPECT_EQ(written(noncoding(), appendCodingFasta), "");
+  EXPECT_EQ(written(noncoding(), appendProteinFasta), "");
+}
+
+TEST(SequenceRows, NameANamelessRecordByItsPlace) {
+  EXPECT_EQ(written(HandMadeRead(handMade(), ""), appendProteinFasta).substr(0, 9), ">record7 ");
+}
+
+TEST(JsonRows, HaveTheColumnsOfTheTable) {
+  Prediction prediction = handMade();
+  prediction.score = 12.5;
+  prediction.gcPercent = 47.25;
+  EXPECT_EQ(written(HandMadeRead(prediction), appendJsonRow),
+            R"({"read":"r;1","description":"a \"note\"","length":19,"gc":47.25,)"
+            R"("model":"96L0G1","strand":"+","score":12.5,"start":3,"stop":17,"insertions":[9],)"
+            R"("deletions":[15],"type":"complete","cds_length":15,"status":"coding"})"
+            "\n");
+  EXPECT_EQ(written(HandMadeRead(Prediction()), appendJsonRow),
+            R"({"read":"r;1","description":"a \"note\"","length":0,"gc":null,"model":null,)"
+            R"("strand":null,"score":null,"start":null,"stop":null,"insertions":null,)"
+            R"("deletions":null,"type":null,"cds_length":null,"status":"empty"})"
+            "\n");
+}
+
+TEST(JsonRows, ReplaceBytesThatAreNoUtf8) {
+  EXPECT_NE(written(HandMadeRead(handMade(), "caf\xE9"), appendJsonRow).find("caf\xEF\xBF\xBD"),
+            std::string::npos);
+}
+
+TEST(ScoreRows, ShowTheScoreOfTheCodonThatCoversABase) {
+  Prediction prediction = handMade();
+  for (std::vector<double>& scores : prediction.scores) scores = {0.5, 1.25, -2.0, 3, 4, 5};
+  const auto append = [](const ScannedRead& read, std::string& text) {
+    appendScoreRows(read, Letters::kFolded, text);
+  };
+  const std::string text = written(HandMadeRead(prediction), append);
+  EXPECT_EQ(text.substr(0, 47), ">r;1 +\nG,0.5,0,0\nG,0.5,0.5,0\nA,0.5,0.5,0.5\nT,1.");
+  EXPECT_EQ(written(tooShort(), append), "");
+}
+
+}  // namespace
+}  // namespace velto

@@ -1,0 +1,21 @@
+#include "batch/formats/score_rows.h"
+
+#include <sstream>
+#include <vector>
+
+#include "core/letter_codes.h"
+#include "report/score_file.h"
+
+namespace velto {
+
+void appendScoreRows(const ScannedRead& read, Letters letters, std::string& text) {
+  if (!read.isPredicted()) return;
+  std::vector<short> codes;
+  codeLetters(read.record.bases, letters, codes);
+  if (read.prediction.strand == Strand::kMinus) reverseComplement(codes);
+  std::ostringstream rows;
+  writeScoreRows(rows, codes.data(), read.prediction.length, read.prediction.scores);
+  text += '>' + nameFor(read) + ' ' + symbolOf(read.prediction.strand) + '\n' + rows.str();
+}
+
+}  // namespace velto

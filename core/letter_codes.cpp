@@ -1,0 +1,60 @@
+#include "core/letter_codes.h"
+
+#include <algorithm>
+#include <array>
+#include <climits>
+#include <iterator>
+
+#include "core/base_code.h"
+
+namespace velto {
+namespace {
+
+using CodeTable = std::array<short, UCHAR_MAX + 1>;  // [letter]
+
+CodeTable exactTable() {
+  CodeTable table{};
+  for (size_t letter = 0; letter < table.size(); ++letter) {
+    table[letter] = baseCode(static_cast<char>(letter));
+  }
+  return table;
+}
+
+CodeTable foldedTable() {
+  CodeTable table = exactTable();
+  table['U'] = table['T'];
+  for (const char upper : {'A', 'C', 'G', 'T', 'U'}) {
+    table[static_cast<size_t>(upper - 'A' + 'a')] = table[static_cast<size_t>(upper)];
+  }
+  return table;
+}
+
+}  // namespace
+
+void codeLetters(std::string_view bases, Letters letters, std::vector<short>& codes) {
+  static const CodeTable exact = exactTable();
+  static const CodeTable folded = foldedTable();
+  const CodeTable& table = letters == Letters::kExact ? exact : folded;
+  codes.resize(bases.size());
+  std::transform(bases.begin(), bases.end(), codes.begin(),
+                 [&table](char letter) { return table[static_cast<unsigned char>(letter)]; });
+}
+
+void reverseComplement(std::vector<short>& codes) {
+  std::reverse(codes.begin(), codes.end());
+  for (short& code : codes) {
+    if (isKnownBase(code)) code ^= 1;  // A 0 and T 1, G 2 and C 3
+  }
+}
+
+std::string predictedLetters(std::string_view bases, Strand strand, Letters letters) {
+  std::vector<short> codes;
+  codeLetters(bases, letters, codes);
+  if (strand == Strand::kMinus) reverseComplement(codes);
+  std::string text(codes.size(), 'N');
+  std::transform(codes.begin(), codes.end(), text.begin(),
+                 [](short code) { return isKnownBase(code) ? "ATGC"[code] : 'N'; });
+  return text;
+}
+
+}  // namespace velto

@@ -1,0 +1,103 @@
+#include "decoder/integer_scores.h"
+
+#include <climits>
+
+#include "model/window_vote.h"
+
+namespace velto {
+namespace {
+
+double signOf(const VotingRead& read, int sum, int start) {
+  if (sum != 0) return sum;
+  return scoreWindowPlain(read.model, read.seq, read.length, start);
+}
+
+}  // namespace
+
+void scoreSigns(const VotingRead& read, IntegerVote& vote, WindowScores& scores) {
+  const int codons = read.tables.codons();
+  for (int f = 0; f < 3; ++f) {
+    const int windows = scoredWindows(read.length, read.model.windowWidth, f);
+    scores.frame[f].resize(static_cast<size_t>(windows));
+    if (windows == 0) continue;
+    vote.begin(read.tables, *read.tables.pairTables(3 * codons - 1));
+    for (int j = 0; j < codons; ++j) vote.add(read.codons, f + 3 * j);
+    for (int k = 0;; ++k) {
+      const int start = f + 3 * k;
+      scores.frame[f][static_cast<size_t>(k)] = signOf(read, vote.sum(), start);
+      if (k + 1 == windows) break;
+      vote.remove(read.codons, start);
+      vote.add(read.codons, start + 3 * codons);
+    }
+  }
+}
+
+void IntegerJudge::beginTrials(const TrialWindow& window, const PairTables& pairs) {
+  vote_.begin(read_.tables, pairs);
+  for (int j = 0; j < window.codons; ++j) {
+    const int p = window.codonAt(j, true, read_.length);
+    if (p >= 0) vote_.add(read_.codons, p);
+  }
+}
+
+// From trial to trial + 1: one codon more is read in the old frame.
+void IntegerJudge::nextTrial(const TrialWindow& window, int trial) {
+  const int leaving = window.codonAt(trial, true, read_.length);
+  const int entering = window.codonAt(trial, false, read_.length);
+  if (leaving >= 0) vote_.remove(read_.codons, leaving);
+  if (entering >= 0) vote_.add(read_.codons, entering);
+}
+
+int IntegerJudge::bestTrial(const TrialWindow& window, int otherwise) {
+  const PairTables* pairs = read_.tables.pairTables(window.windowLength());
+  if (pairs == nullptr) return bestOrdered(window, otherwise);
+  int best = INT_MIN;
+  int place = otherwise;
+  bool isShared = false;
+  beginTrials(window, *pairs);
+  for (int t = 0;; ++t) {
+    if (vote_.sum() > best) {
+      best = vote_.sum();
+      place = t;
+      isShared = false;
+    } else {
+      isShared = isShared || vote_.sum() == best;
+    }
+    if (t == window.codons) break;
+    nextTrial(window, t);
+  }
+  return isShared ? bestAmongEqual(window, *pairs, best) : place;
+}
+
+int IntegerJudge::bestAmongEqual(const TrialWindow& window, const PairTables& pairs, int best) {
+  double bestScore = kWorstTrialScore;
+  int place = 0;
+  beginTrials(window, pairs);
+  for (int t = 0;; ++t) {
+    if (vote_.sum() == best) {
+      const double score = scoreTrialPlain(read_.model, read_.seq, read_.length, window, t);
+      if (score > bestScore) {
+        bestScore = score;
+        place = t;
+      }
+    }
+    if (t == window.codons) break;
+    nextTrial(window, t);
+  }
+  return place;
+}
+
+int IntegerJudge::bestOrdered(const TrialWindow& window, int otherwise) const {
+  double bestScore = kWorstTrialScore;
+  int place = otherwise;
+  for (int t = 0; t < window.trials(); ++t) {
+    const double score = scoreTrialPlain(read_.model, read_.seq, read_.length, window, t);
+    if (score > bestScore) {
+      bestScore = score;
+      place = t;
+    }
+  }
+  return place;
+}
+
+}  // namespace velto

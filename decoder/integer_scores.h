@@ -1,0 +1,43 @@
+// The two places of a prediction where windows vote, done by the integer vote.
+#pragma once
+
+#include "model/coded_read.h"
+#include "model/integer_vote.h"
+#include "model/vote_tables.h"
+#include "decoder/frame_scores.h"
+#include "decoder/shift_placement.h"
+#include "model/model_tables.h"
+
+namespace velto {
+
+// One read and its model in both forms. `tables` must be usable; all must outlive the object.
+struct VotingRead {
+  const ModelView& model;
+  const VoteTables& tables;
+  const short* seq;  // base codes
+  int length;        // bases
+  const CodedRead& codons;
+};
+
+// Fills `scores` with a number of the sign of each window's vote sum: the classes of the windows
+// are those of scoreWindows, the scores are not.
+void scoreSigns(const VotingRead& read, IntegerVote& vote, WindowScores& scores);
+
+// Picks the trials that the ordered sums of doubles pick.
+class IntegerJudge : public TrialJudge {
+ public:
+  IntegerJudge(const VotingRead& read, IntegerVote& vote) : read_(read), vote_(vote) {}
+
+  int bestTrial(const TrialWindow& window, int otherwise) override;
+
+ private:
+  int bestOrdered(const TrialWindow& window, int otherwise) const;
+  int bestAmongEqual(const TrialWindow& window, const PairTables& pairs, int best);
+  void beginTrials(const TrialWindow& window, const PairTables& pairs);
+  void nextTrial(const TrialWindow& window, int trial);
+
+  const VotingRead& read_;
+  IntegerVote& vote_;
+};
+
+}  // namespace velto

@@ -1,0 +1,89 @@
+// The JSON of an evaluation.
+#include <nlohmann/json.hpp>
+
+#include "model/read_class.h"
+#include "evaluation/evaluation_figures.h"
+#include "evaluation/evaluation_report.h"
+
+namespace velto {
+namespace {
+
+using Json = nlohmann::ordered_json;
+
+Json numberOrNull(std::optional<double> value) { return value ? Json(*value) : Json(nullptr); }
+
+Json figuresJson(const EvaluationCounts& counts) {
+  Json json = Json::object();
+  for (const Figure& figure : evaluationFigures()) {
+    const FigureValue value = figure.of(counts);
+    json[figure.id] = {{"value", numberOrNull(value.value)}};
+    if (figure.isRatio) json[figure.id]["part"] = value.part;
+    json[figure.id]["of"] = value.whole;
+  }
+  return json;
+}
+
+Json countsJson(const EvaluationCounts& counts) {
+  return {{"reads", counts.reads},
+          {"noncoding_reads", counts.noncodingReads},
+          {"bases", counts.bases},
+          {"coding_bases", counts.coding},
+          {"figures", figuresJson(counts)}};
+}
+
+Json classesJson(const std::vector<EvaluationCounts>& byClass) {
+  Json json = Json::array();
+  for (int i = 0; i < kReadClasses; ++i) {
+    const EvaluationCounts& counts = byClass[static_cast<std::size_t>(i)];
+    if (counts.reads == 0) continue;
+    const ReadClass readClass = readClassAt(i);
+    Json row = {{"class", readClass.name()},
+                {"window_width", readClass.windowWidth},
+                {"length_class", readClass.lengthId},
+                {"gc_class", readClass.gcId}};
+    row.update(countsJson(counts));
+    json.push_back(std::move(row));
+  }
+  return json;
+}
+
+Json modelJson(const ModelEvaluation& model) {
+  Json json = {{"directory", model.directory}};
+  json.update(countsJson(model.total));
+  json["classes"] = classesJson(model.byClass);
+  json["shift_distances"] = model.shiftDistances;
+  json["error_rates"] = Json::array();
+  for (const RatePoint& point : model.byRate) {
+    Json row = {{"shifts_per_100_coding_bases", point.shiftsPer100}};
+    row.update(countsJson(point.counts));
+    json["error_rates"].push_back(std::move(row));
+  }
+  return json;
+}
+
+Json differencesJson(const std::vector<FigureDifference>& differences) {
+  Json json = Json::object();
+  const std::vector<Figure>& figures = evaluationFigures();
+  for (std::size_t f = 0; f < differences.size(); ++f) {
+    const FigureDifference& d = differences[f];
+    json[figures[f].id] = {{"difference", numberOrNull(d.difference)},
+                           {"low", numberOrNull(d.low)},
+                           {"high", numberOrNull(d.high)},
+                           {"favouring_first", numberOrNull(d.favouringFirst)}};
+  }
+  return json;
+}
+
+}  // namespace
+
+// Names of files and headers need not be UTF-8, hence the replacing of what is not.
+std::string reportJson(const EvaluationReport& report) {
+  Json json = {{"input", Json::object()}, {"transcripts", report.transcripts}};
+  for (const auto& [name, value] : report.input) json["input"][name] = value;
+  json["models"] = Json::array();
+  for (const ModelEvaluation& model : report.models) json["models"].push_back(modelJson(model));
+  if (!report.differences.empty()) json["differences"] = differencesJson(report.differences);
+  return json.dump(2, ' ', false, Json::error_handler_t::replace) + "\n";
+}
+
+}  // namespace velto

@@ -1,0 +1,135 @@
+#include "evaluation/evaluation_plots.h"
+
+#include <gtest/gtest.h>
+
+#include <vector>
+
+#include "model/read_class.h"
+#include "seqio/output_error.h"
+#include "tests/support/temp_dir.h"
+#include "evaluation/svg_chart.h"
+
+namespace velto {
+namespace {
+
+// Empty if every tag of the text is closed in turn, every attribute quoted, and no stray '<' or '&'
+// stands in the text; else what is wrong. Enough XML for our own images.
+std::string xmlFault(const std::string& text) {
+  std::vector<std::string> open;
+  std::size_t at = 0;
+  while ((at = text.find('<', at)) != std::string::npos) {
+    const std::size_t end = text.find('>', at);
+    if (end == std::string::npos) return "tag without end";
+    const std::string tag = text.substr(at + 1, end - at - 1);
+    at = end + 1;
+    if (tag.find('<') != std::string::npos) return "stray '<' before " + tag;
+    std::size_t quotes = 0;
+    for (const char c : tag) quotes += c == '"';
+    if (quotes % 2 != 0) return "odd quotes in " + tag;
+    if (tag.front() == '?' || tag.back() == '/') continue;
+    if (tag.front() != '/') {
+      open.push_back(tag.substr(0, tag.find(' ')));
+    } else if (open.empty() || open.back() != tag.substr(1)) {
+      return "unexpected " + tag;
+    } else {
+      open.pop_back();
+    }
+  }
+  for (at = 0; (at = text.find('&', at)) != std::string::npos; ++at) {
+    const std::string name = text.substr(at, text.find(';', at) - at + 1);
+    if (name != "&amp;" && name != "&lt;" && name != "&gt;" && name != "&quot;") return name;
+  }
+  return open.empty() ? "" : "unclosed " + open.back();
+}
+
+std::size_t occurrences(const std::string& text, const std::string& part) {
+  std::size_t count = 0;
+  for (std::size_t at = 0; (at = text.find(part, at)) != std::string::npos; ++at) ++count;
+  return count;
+}
+
+EvaluationCounts counts(long found) {
+  EvaluationCounts c;
+  c.reads = 7;
+  c.bases = 100;
+  c.coding = 40;
+  c.called = c.both = c.inFrame = found;
+  c.neither = 60;
+  return c;
+}
+
+ModelEvaluation model(const std::string& directory, long found) {
+  ModelEvaluation m;
+  m.directory = directory;
+  m.total = counts(found);
+  m.byClass.resize(kReadClasses);
+  m.byClass[2] = m.byClass[9] = m.total;
+  m.byRate = {{0.0, counts(found)}, {1.2, counts(found / 2)}};
+  m.shiftDistances = {-60, -2, 0, 2, 3, 60};
+  return m;
+}
+
+EvaluationReport report(int models) {
+  EvaluationReport r;
+  r.models.push_back(model("a <b> & \"c\"", 30));
+  if (models == 2) r.models.push_back(model("other\xff", 20));
+  return r;
+}
+
+TEST(EvaluationPlots, ImagesAreWellFormed) {
+  for (const int models : {1, 2}) {
+    for (const auto plot : {ratePlot, distancePlot, classPlot}) {
+      const std::string text = plot(report(models));
+      EXPECT_EQ(xmlFault(text), "") << text;
+      EXPECT_EQ(text.find("nan"), std::string::npos);
+    }
+  }
+}
+
+TEST(EvaluationPlots, NothingToJudgeStillGivesAnImage) {
+  EvaluationReport empty;
+  empty.models.emplace_back();
+  empty.models.front().byClass.resize(kReadClasses);
+  for (const auto plot : {ratePlot, distancePlot, classPlot}) {
+    const std::string text = plot(empty);
+    EXPECT_EQ(xmlFault(text), "") << text;
+    EXPECT_EQ(text.find("nan"), std::string::npos);
+    EXPECT_EQ(text.find("inf"), std::string::npos);
+  }
+}
+
+TEST(EvaluationPlots, EveryFigureOfEveryModelHasItsPoints) {
+  // Three figures: two points each and an entry of the legend.
+  EXPECT_EQ(occurrences(ratePlot(report(1)), "<circle"), 3U * 2 + 3);
+  EXPECT_EQ(occurrences(ratePlot(report(2)), "<circle"), 2U * (3 * 2 + 3));
+  EXPECT_EQ(occurrences(classPlot(report(2)), "<circle"), 2U * (3 * 2 + 3));
+}
+
+TEST(EvaluationPlots, DistancesFallIntoBinsAroundMultiplesOfFive) {
+  // -2, 0 and 2 stand in the bin of 0: the highest bar, as high as the axis of 3 x 1.05 allows.
+  const std::string text = distancePlot(report(1));
+  EXPECT_NE(text.find("height=\"323.81\""), std::string::npos) << text;  // 340 x 3 / 3.15
+  EXPECT_EQ(occurrences(text, "height=\"107.94\""), 3U);                 // -60, 3 and 60
+}
+
+TEST(EvaluationPlots, FilesAreWrittenIntoANewFolder) {
+  const test::TempDir directory;
+  writePlots(report(2), directory.file("plots"));
+  for (const char* name :
+       {"score-by-error-rate.svg", "shift-distance.svg", "accuracy-by-class.svg"}) {
+    EXPECT_EQ(xmlFault(test::readFile(directory.file("plots/") + name)), "");
+  }
+  test::writeFile(directory.file("file"), "");
+  EXPECT_THROW(writePlots(report(1), directory.file("file")), OutputError);
+}
+
+TEST(SvgChart, TicksAreRound) {
+  EXPECT_DOUBLE_EQ(roundTick(1.0), 0.2);
+  EXPECT_DOUBLE_EQ(roundTick(1.2), 0.2);
+  EXPECT_DOUBLE_EQ(roundTick(7.9), 1.0);
+  EXPECT_DOUBLE_EQ(roundTick(8.0), 2.0);
+  EXPECT_DOUBLE_EQ(roundTick(530.0), 100.0);
+}
+
+}  // namespace
+}  // namespace velto

@@ -1,0 +1,261 @@
+// 1. Weights  2. Codons and single amino acids  3. Pairs
+#include "model/vote_tables.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "model/window_vote.h"
+
+namespace velto {
+
+// ---- 1. Weights
+
+namespace {
+
+constexpr double kMillion = 1e6;
+// Bound of the sum of all absolute weights in millionths: two such sums differ by less than an int
+// holds, and no window scores as low as kWorstTrialScore.
+constexpr double kMostWeight = 999e6;
+
+// Longest window of a trial in codons beyond a whole window.
+constexpr int kSpareCodons = 1;
+
+}  // namespace
+
+VoteTables::VoteTables(const ModelView& model)
+    : model_(model.tables), counts_(model.windowWidth / 3 + 1) {
+  usable_ = readWeights();
+  if (!usable_) return;
+  fillCodonVotes();
+  numberRows();
+  pairTables_ = std::make_unique<LazyPairTables[]>(static_cast<size_t>(lengths()));
+}
+
+int VoteTables::lengths() const { return 3 * (codons() + kSpareCodons) + 1; }
+
+bool VoteTables::readWeights() {
+  double total = 0.0;
+  weight_.resize(model_.fh.size());
+  for (size_t i = 0; i < model_.fh.size(); ++i) {
+    if (!isCounted(model_, i)) continue;
+    const double alpha = model_.fh[i].alpha;
+    if (!(std::abs(alpha) * kMillion <= kMostWeight)) return false;
+    const double millionths = std::nearbyint(alpha * kMillion);
+    // The quotient is rounded correctly, as the number read from the decimal text was.
+    if (millionths / kMillion != alpha) return false;
+    total += std::abs(millionths);
+    if (total > kMostWeight) return false;
+    counted_.push_back(i);
+    weight_[i] = static_cast<int>(millionths);
+  }
+  return true;
+}
+
+// ---- 2. Codons and single amino acids
+
+void VoteTables::fillCodonVotes() {
+  slotEntries_ = triangle(counts_);
+  codonVotes_.assign(kCodons * slotEntries_, 0);
+  for (const size_t i : counted_) {
+    const int kind = model_.fh[i].kind;
+    if (kind == kCodonKind) addCodonHypothesis(i);
+    if (kind == kSingleAcidKind) addAcidHypothesis(i);
+  }
+}
+
+int* VoteTables::votesOfSlot(int acid, size_t slot) {
+  SlotRange& range = active_[static_cast<size_t>(acid)];
+  const std::uint8_t at = static_cast<std::uint8_t>(slot);
+  const std::uint8_t next = static_cast<std::uint8_t>(slot + 1);
+  const bool empty = range.begin == range.end;
+  range.begin = empty ? at : std::min(range.begin, at);
+  range.end = empty ? next : std::max(range.end, next);
+  return codonVotes_.data() + slot * slotEntries_;
+}
+
+void VoteTables::addCodonHypothesis(size_t i) {
+  const fnlHypo& h = model_.fh[i];
+  const RealThreshold& t = model_.codonTrsld[i];
+  const size_t codon = static_cast<size_t>(16 * h.elem1 + 4 * h.elem2 + h.elem3);
+  int* votes =
+      votesOfSlot(ReadData::CodonTable(h.elem1, h.elem2, h.elem3), codonSlots().slotOf[codon]);
+  for (short acids = 0; acids < counts_; ++acids) {
+    for (short count = 0; count <= acids; ++count) {
+      const bool above = codonFeature(h, count, acids) > t.trsld;
+      *votes++ += above == (t.polarity != 0) ? weight_[i] : -weight_[i];
+    }
+  }
+}
+
+// The votes stand in the table of one of the amino acid's codons, the same for all its counts.
+void VoteTables::addAcidHypothesis(size_t i) {
+  const int acid = model_.fh[i].elem1;
+  const CountThreshold& t = model_.snglAcidTrsld[i];
+  int* votes = votesOfSlot(acid, codonSlots().first[static_cast<size_t>(acid)]);
+  for (int acids = 0; acids < counts_; ++acids) {
+    const bool above = acids > t.trsld;
+    for (int count = 0; count <= acids; ++count) {
+      *votes++ += above == (t.polarity != 0) ? weight_[i] : -weight_[i];
+    }
+  }
+}
+
+// ---- 3. Pairs
+
+void VoteTables::numberRows() {
+  rows_.resize(static_cast<size_t>(kPairGaps * kPartners * kPartners));
+  for (size_t i = 0; i < rows_.size(); ++i) {
+    rows_[i] = static_cast<std::uint16_t>(i / (kPartners * kPartners));  // shared, one per class
+  }
+  std::uint16_t next = kPairGaps;
+  for (const size_t i : counted_) {
+    const fnlHypo& h = model_.fh[i];
+    if (h.kind != kPairKind) continue;
+    std::uint16_t& row =
+        rows_[static_cast<size_t>((h.gap * kPartners + h.elem1) * kPartners + h.elem2)];
+    if (row < kPairGaps) row = next++;
+  }
+  rowCount_ = next;
+}
+
+namespace {
+
+// The feature of a pair hypothesis for windows of one length.
+class PairFeature {
+ public:
+  PairFeature(const ModelTables& tables, size_t i, int length, int counts)
+      : tables_(tables), i_(i), length_(length), most_(static_cast<short>(counts - 1)) {}
+
+  bool above(int pairs, int first, int second) const {
+    return pairFeature(tables_, tables_.fh[i_], static_cast<short>(pairs),
+                       static_cast<short>(first), static_cast<short>(second),
+                       length_) > tables_.pairAcidTrsld[i_].trsld;
+  }
+
+  // True if above() depends on the pair count only, for all counts that a window can have. With
+  // positive terms every rounded operation is monotone: the feature grows with the pair count and
+  // falls with the others, so that the corners of their ranges tell.
+  bool isSteady() const {
+    if (!isMonotone()) return false;
+    const int least = leastSteady();
+    return least > most_ || above(least, most_, most_);
+  }
+
+  // Of a steady feature: the least pair count that is above; beyond all counts if there is none.
+  int leastSteady() const {
+    int least = 0;
+    while (least <= most_ && !above(least, least, least)) ++least;
+    return least;
+  }
+
+  // Appends the hypothesis' entries of PairTables::least.
+  void appendLeast(std::vector<std::uint8_t>& least) const {
+    constexpr int kColumns = PairTables::kLeastColumns;
+    for (int first = 0; first < kColumns; ++first) {
+      for (int second = 0; second < kColumns; ++second) {
+        least.push_back(leastAbove(first, second));
+      }
+    }
+  }
+
+ private:
+  static bool isUsual(double value) { return std::isfinite(value) && value > 0.0; }
+
+  bool isMonotone() const {
+    const fnlHypo& h = tables_.fh[i_];
+    const double(&pair)[2] = tables_.pairAcidPriproTable[h.gap][h.elem1][h.elem2];
+    if (!(pair[0] >= 0.0) || !isUsual(length_ + pair[1])) return false;
+    if (!std::isfinite((3.0 * most_ + pair[0]) / (length_ + pair[1]))) return false;
+    for (const int acid : {h.elem1, h.elem2}) {
+      const double(&prior)[2] = tables_.snglAcidPriproTable[acid];
+      if (!(prior[0] > 0.0) || !isUsual(length_ + prior[1])) return false;
+      if (!isUsual(prior[0] / (length_ + prior[1]))) return false;
+      if (!isUsual((3.0 * most_ + prior[0]) / (length_ + prior[1]))) return false;
+    }
+    return true;
+  }
+
+  // Checks every pair count that can be, so that nothing is taken for granted.
+  std::uint8_t leastAbove(int first, int second) const {
+    const int mostPairs = std::min(first, second);
+    int least = 0;
+    while (least <= mostPairs && !above(least, first, second)) ++least;
+    for (int pairs = least + 1; pairs <= mostPairs; ++pairs) {
+      if (!above(pairs, first, second)) return PairTables::kAskFeature;
+    }
+    return static_cast<std::uint8_t>(least);
+  }
+
+  const ModelTables& tables_;
+  size_t i_;  // hypothesis
+  int length_;
+  short most_;  // largest count
+};
+
+std::vector<double> acidRates(const ModelTables& tables, int length, int counts) {
+  std::vector<double> rates;
+  for (const auto& prior : tables.snglAcidPriproTable) {
+    for (int count = 0; count < counts; ++count) {
+      rates.push_back((3.0 * count + prior[0]) / (length + prior[1]));
+    }
+  }
+  return rates;
+}
+
+}  // namespace
+
+const PairTables* VoteTables::pairTables(int length) const {
+  if (length < 0 || length >= lengths()) return nullptr;
+  LazyPairTables& lazy = pairTables_[static_cast<size_t>(length)];
+  std::call_once(lazy.once, [&] { lazy.tables = makePairTables(length); });
+  return lazy.tables.get();
+}
+
+std::unique_ptr<const PairTables> VoteTables::makePairTables(int length) const {
+  auto tables = std::make_unique<PairTables>();
+  tables->rate = acidRates(model_, length, counts_);
+  tables->movedBy.resize(kPairGaps * 2 * kAminoAcids);
+  const size_t counts = static_cast<size_t>(counts_);
+  std::vector<int> votes(rowCount_ * counts);  // of the pair hypotheses that do not move
+  for (const size_t i : counted_) {
+    if (model_.fh[i].kind == kPairKind) addPair(i, length, *tables, votes);
+  }
+  tables->step.resize(votes.size());
+  for (size_t row = 0; row < rowCount_; ++row) {
+    tables->emptySum += votes[row * counts];
+    for (size_t at = row * counts; at + 1 < (row + 1) * counts; ++at) {
+      tables->step[at] = votes[at + 1] - votes[at];
+    }
+  }
+  return tables;
+}
+
+void VoteTables::addPair(size_t i, int length, PairTables& tables, std::vector<int>& votes) const {
+  const fnlHypo& h = model_.fh[i];
+  const RealThreshold& t = model_.pairAcidTrsld[i];
+  const PairFeature feature(model_, i, length, counts_);
+  const int vote = t.polarity != 0 ? weight_[i] : -weight_[i];  // when above
+  const std::uint16_t rowOfPair = row(h.gap, h.elem1, h.elem2);
+  if (feature.isSteady()) {
+    const int least = feature.leastSteady();
+    for (int count = 0; count < counts_; ++count) {
+      votes[rowOfPair * static_cast<size_t>(counts_) + static_cast<size_t>(count)] +=
+          count >= least ? vote : -vote;
+    }
+    return;
+  }
+  const double(&prior)[2] = model_.pairAcidPriproTable[h.gap][h.elem1][h.elem2];
+  const std::uint8_t first = PairTables::memberElement(h.gap, 0, h.elem1);
+  const std::uint8_t second = PairTables::memberElement(h.gap, 1, h.elem2);
+  const auto index = static_cast<std::uint16_t>(tables.moving.size());
+  tables.moving.push_back({rowOfPair, first, second, vote});
+  tables.features.push_back({h.elem1, h.elem2, prior[0], length + prior[1], t.trsld});
+  if (length >= 3 * codons() - 3) feature.appendLeast(tables.least);
+  const bool above = feature.above(0, 0, 0);
+  tables.emptyAbove.push_back(above);
+  tables.emptySum += above ? vote : -vote;
+  tables.movedBy[first].push_back(index);
+  tables.movedBy[second].push_back(index);
+}
+
+}  // namespace velto

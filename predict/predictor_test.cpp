@@ -1,0 +1,260 @@
+// The public predictor against the definitions of its steps, and its own rules.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <thread>
+
+#include "core/letter_codes.h"
+#include "model/model_set.h"
+#include "decoder/coding_region.h"
+#include "decoder/frame_path.h"
+#include "decoder/frame_scores.h"
+#include "decoder/shift_placement.h"
+#include "decoder/frame_error.h"
+#include "tests/support/reads.h"
+#include "tests/support/temp_dir.h"
+#include "tests/support/trained_models.h"
+#include "velto/velto.h"
+
+namespace velto {
+namespace {
+
+using test::PriorForm;
+using test::Random;
+using Status = Prediction::Status;
+
+// The errors as the reports find them: base by base.
+std::vector<Frameshift> reportedShifts(const std::vector<int>& path, int length) {
+  const auto frameAt = [&](int step) {
+    const bool inside = step >= 0 && step < static_cast<int>(path.size());
+    return inside ? path[static_cast<size_t>(step)] : kOffPath;
+  };
+  std::vector<Frameshift> shifts;
+  for (int i = 0; i < length; ++i) {
+    const FrameError error = frameErrorAt(frameAt(i / 3 - 1), frameAt(i / 3), i % 3);
+    if (error == FrameError::kInsertion) shifts.push_back({Frameshift::Kind::kInsertion, i});
+    if (error == FrameError::kDeletion) shifts.push_back({Frameshift::Kind::kDeletion, i});
+  }
+  return shifts;
+}
+
+// The prediction of one read by the plain definitions, with scores.
+Prediction definition(const ModelSet& models, const std::string& letters) {
+  const std::vector<short> codes = test::baseCodes(letters);
+  Prediction result;
+  result.length = static_cast<int>(codes.size());
+  const auto gc = std::count_if(codes.begin(), codes.end(), [](short code) { return code >= 2; });
+  result.gcPercent = static_cast<double>(gc) * 100.0 / result.length;
+  const ReadClass readClass = classifyRead(result.length, result.gcPercent);
+  result.model = readClass.name();
+  const ModelView model = models.model(readClass).view();
+  layout lay;
+  layOutFrames(model, codes.data(), result.length,
+               scoreWindowsPlain(model, codes.data(), result.length), lay, result.scores);
+  fillLeadingClasses(lay, model.windowWidth);
+  const size_t steps = lay.cls[0].size();
+  std::vector<dpNode> cells(3 * steps);
+  fillFramePaths(model.tables.malkovChain, lay, cells.data());
+  std::vector<int> path;
+  const TracedPath traced = traceFramePath(cells.data(), static_cast<int>(steps), path);
+  placeShiftsPlain(model, codes.data(), result.length, traced.endStep, path);
+  const CodingRegion region = codingRegion(path, traced.score);
+  result.score = traced.score;
+  result.start = region.start;
+  result.stop = region.stop;
+  result.status = region.start == -1 ? Status::kNoncoding : Status::kCoding;
+  if (result.status == Status::kCoding) {
+    result.frames = path;
+    result.frameshifts = reportedShifts(path, result.length);
+  }
+  return result;
+}
+
+void expectEqual(const Prediction& found, const Prediction& wanted) {
+  EXPECT_EQ(found.status, wanted.status);
+  EXPECT_EQ(found.length, wanted.length);
+  EXPECT_EQ(found.gcPercent, wanted.gcPercent);
+  EXPECT_EQ(found.model, wanted.model);
+  EXPECT_EQ(found.score, wanted.score);
+  EXPECT_EQ(found.start, wanted.start);
+  EXPECT_EQ(found.stop, wanted.stop);
+  EXPECT_EQ(found.frames, wanted.frames);
+  ASSERT_EQ(found.frameshifts.size(), wanted.frameshifts.size());
+  for (size_t i = 0; i < found.frameshifts.size(); ++i) {
+    EXPECT_EQ(found.frameshifts[i].kind, wanted.frameshifts[i].kind);
+    EXPECT_EQ(found.frameshifts[i].position, wanted.frameshifts[i].position);
+  }
+}
+
+class PredictorTest : public ::testing::Test {
+ protected:
+  void makeModels(PriorForm form, int weights = 0) {
+    species.writeModels(random, form, directory.path(), weights);
+  }
+
+  std::string randomRead() {
+    const int length = test::chance(random, 0.1) ? test::randomInt(random, 30, 300)
+                                                 : test::randomInt(random, 300, 900);
+    return species.read(random, length, 0.012);
+  }
+
+  // Predicts `count` reads, with and without scores. One in ten must be coding, with at least as
+  // many frameshifts.
+  void compareWithDefinition(int count) {
+    const ModelSet models(directory.path());
+    const Predictor predictor(directory.path());
+    Workspace workspace;
+    int coding = 0;
+    size_t shifts = 0;
+    for (int i = 0; i < count; ++i) {
+      const std::string read = randomRead();
+      SCOPED_TRACE(read);
+      if (read.size() < kLeastReadBases) continue;
+      const Prediction wanted = definition(models, read);
+      ASSERT_NO_FATAL_FAILURE(expectEqual(predictor.predict(read, workspace), wanted));
+      PredictOptions options;
+      options.wantScores = true;
+      const Prediction scored = predictor.predict(read, workspace, options);
+      ASSERT_NO_FATAL_FAILURE(expectEqual(scored, wanted));
+      for (int f = 0; f < 3; ++f) ASSERT_EQ(scored.scores[f], wanted.scores[f]);
+      if (::testing::Test::HasFailure()) return;
+      coding += wanted.status == Status::kCoding;
+      shifts += wanted.frameshifts.size();
+    }
+    EXPECT_GT(coding, count / 10);
+    EXPECT_GT(shifts, static_cast<size_t>(count) / 10);
+  }
+
+  Random random{test::testSeed()};
+  test::MadeUpSpecies species{random};
+  test::TempDir directory;
+  const ::testing::ScopedTrace seed{__FILE__, __LINE__, test::testSeed()};
+};
+
+TEST_F(PredictorTest, EqualsTheDefinitionWithNearlyConstantPriors) {
+  makeModels(PriorForm::kNearlyConstant);
+  compareWithDefinition(1000);
+}
+
+TEST_F(PredictorTest, EqualsTheDefinitionWithPriorsThatFollowTheCounts) {
+  makeModels(PriorForm::kFollowCounts);
+  compareWithDefinition(600);
+}
+
+TEST_F(PredictorTest, EqualsTheDefinitionWhereManySumsAreEqual) {
+  makeModels(PriorForm::kNearlyConstant, 1);
+  compareWithDefinition(400);
+}
+
+TEST_F(PredictorTest, EqualsTheDefinitionWithWeightsThatAreNoWholeMillionths) {
+  makeModels(PriorForm::kNearlyConstant);
+  for (int i = 0; i < kReadClasses; ++i) {
+    const std::string file = readClassAt(i).parameterPath(directory.path());
+    std::string text = test::readFile(file);
+    text.insert(text.find('\n'), "5");  // a seventh decimal in the first weight
+    test::writeFile(file, text);
+  }
+  compareWithDefinition(300);
+}
+
+TEST_F(PredictorTest, FoldsLowerCaseAndUracilUnlessToldNotTo) {
+  makeModels(PriorForm::kNearlyConstant);
+  const Predictor predictor(directory.path());
+  Workspace workspace;
+  const std::string upper = species.read(random, 700, 0.0);
+  std::string lower = upper;
+  for (char& letter : lower) letter = letter == 'T' ? 'u' : static_cast<char>(letter | 0x20);
+  expectEqual(predictor.predict(lower, workspace), predictor.predict(upper, workspace));
+  PredictOptions exact;
+  exact.letters = Letters::kExact;
+  EXPECT_EQ(predictor.predict(lower, workspace, exact).gcPercent, 0.0);
+  expectEqual(predictor.predict(upper, workspace, exact), predictor.predict(upper, workspace));
+}
+
+TEST_F(PredictorTest, MinusStrandIsThatOfTheReverseComplement) {
+  makeModels(PriorForm::kNearlyConstant);
+  const Predictor predictor(directory.path());
+  Workspace workspace;
+  PredictOptions minus;
+  minus.strand = Strand::kMinus;
+  PredictOptions both;
+  both.strand = Strand::kBoth;
+  int onMinus = 0;
+  for (int i = 0; i < 100; ++i) {
+    const std::string read = randomRead();
+    const std::string other = predictedLetters(read, Strand::kMinus, Letters::kFolded);
+    if (read.size() < kLeastReadBases) continue;
+    const Prediction plusFound = predictor.predict(read, workspace);
+    const Prediction minusFound = predictor.predict(other, workspace, minus);
+    EXPECT_EQ(minusFound.strand, Strand::kMinus);
+    expectEqual(minusFound, plusFound);
+    const Prediction best = predictor.predict(other, workspace, both);
+    const Prediction otherFound = predictor.predict(other, workspace);
+    const bool minusIsBetter = minusFound.score > otherFound.score;
+    EXPECT_EQ(best.strand, minusIsBetter ? Strand::kMinus : Strand::kPlus);
+    expectEqual(best, minusIsBetter ? minusFound : otherFound);
+    onMinus += minusIsBetter;
+  }
+  EXPECT_GT(onMinus, 20);
+}
+
+TEST_F(PredictorTest, ReadsOf29BasesAreShortAndOf30Predicted) {
+  makeModels(PriorForm::kNearlyConstant);
+  const Predictor predictor(directory.path());
+  Workspace workspace;
+  EXPECT_EQ(predictor.predict("", workspace).status, Status::kEmpty);
+  const Prediction tooShort = predictor.predict(std::string(29, 'G'), workspace);
+  EXPECT_EQ(tooShort.status, Status::kShort);
+  EXPECT_EQ(tooShort.gcPercent, 100.0);
+  EXPECT_EQ(tooShort.model, "");
+  const Prediction shortest = predictor.predict(std::string(30, 'G'), workspace);
+  EXPECT_EQ(shortest.status, Status::kNoncoding);
+  EXPECT_EQ(shortest.model, "96L0G3");
+  EXPECT_EQ(shortest.score, -10.0);
+}
+
+TEST_F(PredictorTest, ThreadsWithTheirOwnWorkspacesFindTheSame) {
+  makeModels(PriorForm::kFollowCounts);
+  const Predictor predictor(directory.path());
+  std::vector<std::string> reads;
+  for (int i = 0; i < 100; ++i) reads.push_back(randomRead());
+  std::vector<Prediction> found[4];
+  std::vector<std::thread> threads;
+  for (auto& mine : found) {
+    threads.emplace_back([&reads, &predictor, &mine] {
+      Workspace workspace;
+      for (const std::string& read : reads) mine.push_back(predictor.predict(read, workspace));
+    });
+  }
+  for (std::thread& thread : threads) thread.join();
+  for (size_t i = 0; i < reads.size(); ++i) {
+    for (const auto& mine : found) expectEqual(mine[i], found[0][i]);
+  }
+}
+
+TEST_F(PredictorTest, ModelErrorNamesFileAndLine) {
+  makeModels(PriorForm::kNearlyConstant);
+  const std::string file = readClassAt(5).parameterPath(directory.path());
+  std::string text = test::readFile(file);
+  text.replace(0, 1, "x");
+  test::writeFile(file, text);
+  try {
+    const Predictor predictor(directory.path());
+    FAIL() << "no error";
+  } catch (const ModelError& error) {
+    EXPECT_EQ(std::string(error.what()), file + ": line 1: a field is not a number");
+  }
+}
+
+TEST_F(PredictorTest, ModelErrorNamesAMissingFile) {
+  EXPECT_THROW(Predictor(directory.path()), ModelError);
+}
+
+TEST(PredictedLetters, AreThoseOfTheStrand) {
+  EXPECT_EQ(predictedLetters("AcgUNx", Strand::kPlus, Letters::kFolded), "ACGTNN");
+  EXPECT_EQ(predictedLetters("AcgUNx", Strand::kMinus, Letters::kFolded), "NNACGT");
+  EXPECT_EQ(predictedLetters("AcgUNT", Strand::kMinus, Letters::kExact), "ANNNNT");
+}
+
+}  // namespace
+}  // namespace velto

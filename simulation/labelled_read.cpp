@@ -1,0 +1,100 @@
+#include "simulation/labelled_read.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <cstring>
+#include <fstream>
+#include <iostream>
+#include <unordered_map>
+#include <utility>
+
+#include "core/base_code.h"
+#include "seqio/record_reader.h"
+
+namespace velto {
+
+ReadClass LabelledRead::readClass() const {
+  const auto gcBases = std::count_if(bases.begin(), bases.end(), [](short base) {
+    return base == baseCode('G') || base == baseCode('C');
+  });
+  const auto length = static_cast<int>(bases.size());
+  return classifyRead(length, length == 0 ? 0.0 : static_cast<double>(gcBases) * 100.0 / length);
+}
+
+std::vector<LabelledRead> simulateLabelled(const ReadSampling& sampling,
+                                           const std::vector<Transcript>& transcripts) {
+  std::vector<LabelledRead> reads;
+  const std::uint64_t count = readCount(sampling, transcripts.size());
+  for (std::uint64_t index = 0; index < count; ++index) {
+    SimulatedRead read = sampleRead(sampling, transcripts, index);
+    TruthRow truth = truthOf(read, sampledReadName(index));
+    reads.push_back({std::move(truth), std::move(read.bases)});
+  }
+  return reads;
+}
+
+namespace {
+
+std::vector<TruthRow> loadTruth(const std::string& path) {
+  if (path == "-") return readTruthTable(std::cin, path);
+  std::ifstream in(path);
+  if (!in) throw InputError(path, 0, 0, std::strerror(errno));
+  return readTruthTable(in, path);
+}
+
+// Rows of a truth table, each to be taken once by the name of its read.
+class TruthRows {
+ public:
+  explicit TruthRows(const std::string& path) : path_(path), rows_(loadTruth(path)) {
+    for (std::size_t i = 0; i < rows_.size(); ++i) {
+      const bool isNew = byName_.emplace(rows_[i].read, i).second;
+      if (!isNew) throw InputError(path, 0, 0, "two rows for read '" + rows_[i].read + "'");
+    }
+  }
+
+  // Throws InputError naming the record of `file`.
+  TruthRow take(const Record& record, const std::string& file) {
+    const auto found = byName_.find(record.name);
+    if (found == byName_.end()) {
+      throw InputError(file, record.number, record.line,
+                       "no row, or no further one, for read '" + record.name + "' in " + path_);
+    }
+    TruthRow row = std::move(rows_[found->second]);
+    byName_.erase(found);
+    if (static_cast<std::size_t>(row.length) != record.bases.size()) {
+      throw InputError(file, record.number, record.line,
+                       "read '" + record.name + "' has " + std::to_string(record.bases.size()) +
+                           " bases, " + std::to_string(row.length) + " in " + path_);
+    }
+    return row;
+  }
+
+  // Throws InputError unless every row was taken.
+  void checkAllTaken(const std::string& file) const {
+    if (byName_.empty()) return;
+    throw InputError(path_, 0, 0,
+                     std::to_string(byName_.size()) + " of " + std::to_string(rows_.size()) +
+                         " rows have no read in " + file);
+  }
+
+ private:
+  const std::string& path_;
+  std::vector<TruthRow> rows_;
+  std::unordered_map<std::string, std::size_t> byName_;  // rows not yet taken
+};
+
+}  // namespace
+
+std::vector<LabelledRead> loadLabelled(const std::string& readsPath, const std::string& truthPath) {
+  TruthRows rows(truthPath);
+  RecordReader records(readsPath);
+  std::vector<LabelledRead> reads;
+  Record record;
+  while (records.next(record)) {
+    reads.push_back({rows.take(record, readsPath), baseCodes(record.bases)});
+  }
+  rows.checkAllTaken(readsPath);
+  return reads;
+}
+
+}  // namespace velto

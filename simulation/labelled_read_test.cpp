@@ -1,0 +1,87 @@
+#include "simulation/labelled_read.h"
+
+#include <gtest/gtest.h>
+
+#include "seqio/input_error.h"
+#include "tests/support/temp_dir.h"
+
+namespace velto {
+namespace {
+
+class LabelledReads : public testing::Test {
+ protected:
+  // Rows of non-coding reads of four bases.
+  static std::string row(const std::string& name) { return name + "\t4\tt\t1\t4\t\t\t\t\t\t\t\n"; }
+
+  std::vector<LabelledRead> load(const std::string& fasta, const std::string& rows) const {
+    test::writeFile(directory_.file("r.fa"), fasta);
+    test::writeFile(directory_.file("t.tsv"), truthHeader() + rows);
+    return loadLabelled(directory_.file("r.fa"), directory_.file("t.tsv"));
+  }
+
+  std::string messageOf(const std::string& fasta, const std::string& rows) const {
+    try {
+      load(fasta, rows);
+    } catch (const InputError& error) {
+      return error.what();
+    }
+    return "accepted";
+  }
+
+  test::TempDir directory_;
+};
+
+TEST_F(LabelledReads, RowsAreFoundByNameInAnyOrder) {
+  const auto reads = load(">b x\nACGT\n>a\nacgn\n", row("a") + row("b"));
+  ASSERT_EQ(reads.size(), 2U);
+  EXPECT_EQ(reads[0].truth.read, "b");
+  EXPECT_EQ(reads[0].bases, (std::vector<short>{0, 3, 2, 1}));
+  EXPECT_EQ(reads[1].truth.read, "a");
+  EXPECT_EQ(reads[1].bases, (std::vector<short>{0, 3, 2, -1}));
+}
+
+TEST_F(LabelledReads, ReadsAndRowsThatDoNotBelongTogetherAreRefusedByName) {
+  const std::string read = ">a\nACGT\n";
+  EXPECT_NE(messageOf(">z\nACGT\n", row("a")).find("read 'z'"), std::string::npos);
+  EXPECT_NE(messageOf(read + read, row("a")).find("record 2"), std::string::npos);
+  EXPECT_NE(messageOf(read, row("a") + row("a")).find("two rows for read 'a'"), std::string::npos);
+  EXPECT_NE(messageOf(read, row("a") + row("b")).find("1 of 2 rows have no read"),
+            std::string::npos);
+  EXPECT_NE(messageOf(">a\nACG\n", row("a")).find("has 3 bases, 4 in"), std::string::npos);
+}
+
+TEST_F(LabelledReads, MissingFilesAreNamed) {
+  EXPECT_THROW(loadLabelled(directory_.file("none.fa"), directory_.file("none.tsv")), InputError);
+}
+
+TEST_F(LabelledReads, WrittenReadsAndTruthReadBackAreTheSimulatedOnes) {
+  const std::vector<Transcript> transcripts = {
+      parseTranscript("t", "CDS=3-14", "CCATGAAAGGGTAGTT", TranscriptKind::kCoding).transcript};
+  ReadSampling sampling;
+  sampling.rates = {0.1, 0.1, 0.1, 0.1};
+  sampling.perTranscript = 50;
+  const std::vector<LabelledRead> simulated = simulateLabelled(sampling, transcripts);
+  std::string fasta, rows;
+  for (const LabelledRead& read : simulated) {
+    fasta += ">" + read.truth.read + "\n" + baseLetters(read.bases) + "\n";
+    rows += truthLine(read.truth);
+  }
+  const std::vector<LabelledRead> loaded = load(fasta, rows);
+  ASSERT_EQ(loaded.size(), 50U);
+  for (std::size_t i = 0; i < loaded.size(); ++i) {
+    EXPECT_EQ(loaded[i].bases, simulated[i].bases);
+    EXPECT_EQ(truthLine(loaded[i].truth), truthLine(simulated[i].truth));
+    EXPECT_EQ(loaded[i].truth.frames(), simulated[i].truth.frames());
+  }
+}
+
+TEST(LabelledRead, UnknownBasesCountInTheShareOfGc) {
+  LabelledRead read;
+  read.bases = {2, 3, -1, 0};  // 50 %; without the unknown base it were 67 %
+  EXPECT_EQ(read.readClass().gcId, 1);
+  read.bases.clear();
+  EXPECT_EQ(read.readClass().name(), "96L0G0");
+}
+
+}  // namespace
+}  // namespace velto

@@ -1,0 +1,25 @@
+#include "simulation/transcript_file.h"
+
+#include <utility>
+
+#include "seqio/record_reader.h"
+
+namespace velto {
+
+TranscriptSet loadTranscripts(const std::vector<std::string>& paths, TranscriptKind kind) {
+  TranscriptSet set;
+  for (const std::string& path : paths) {
+    RecordReader reader(path);
+    for (Record record; reader.next(record);) {
+      ParsedTranscript parsed =
+          parseTranscript(record.name, record.description, record.bases, kind);
+      set.counts.add(parsed.refusal);
+      if (parsed.refusal == Refusal::kNone) {
+        set.transcripts.push_back(std::move(parsed.transcript));
+      }
+    }
+  }
+  return set;
+}
+
+}  // namespace velto

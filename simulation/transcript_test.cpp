@@ -1,0 +1,127 @@
+#include "simulation/transcript.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+namespace velto {
+namespace {
+
+ParsedTranscript coding(const char* description, const char* letters) {
+  return parseTranscript("t1", description, letters, TranscriptKind::kCoding);
+}
+
+Refusal refusalOf(const char* description, const char* letters) {
+  return coding(description, letters).refusal;
+}
+
+TEST(Transcript, GffreadHeaderGivesTheRegionCountedFromZero) {
+  const ParsedTranscript parsed = coding("CDS=3-11 chr17", "CCATGAAATAGCC");
+  EXPECT_EQ(parsed.refusal, Refusal::kNone);
+  EXPECT_EQ(parsed.transcript.name, "t1");
+  EXPECT_EQ(parsed.transcript.cdsStart, 2);
+  EXPECT_EQ(parsed.transcript.cdsStop, 10);
+}
+
+TEST(Transcript, GencodeHeaderGivesRegionIdAndGene) {
+  const ParsedTranscript parsed = parseTranscript(
+      "ENST01.2|ENSG07.3|-|-|OR4F5-201|OR4F5|9|CDS:1-9|", "", "ATGAAATAG", TranscriptKind::kCoding);
+  EXPECT_EQ(parsed.refusal, Refusal::kNone);
+  EXPECT_EQ(parsed.transcript.name, "ENST01.2");
+  EXPECT_EQ(parsed.transcript.group, "ENSG07.3");
+  EXPECT_EQ(parsed.transcript.cdsStart, 0);
+  EXPECT_EQ(parsed.transcript.cdsStop, 8);
+}
+
+TEST(Transcript, GroupIsTheChromosomeThenTheGeneThenTheName) {
+  const auto group = [](const char* description) {
+    return parseTranscript("n", description, "A", TranscriptKind::kNoncoding).transcript.group;
+  };
+  EXPECT_EQ(group("gene=BRCA1 chr17"), "chr17");
+  EXPECT_EQ(group("gene=BRCA1"), "BRCA1");
+  EXPECT_EQ(group("some words"), "n");
+  EXPECT_EQ(group(""), "n");
+}
+
+TEST(Transcript, PipesOfOtherDatabasesStayInTheName) {
+  const ParsedTranscript parsed =
+      parseTranscript("gi|123|ref", "", "A", TranscriptKind::kNoncoding);
+  EXPECT_EQ(parsed.transcript.name, "gi|123|ref");
+  EXPECT_EQ(parsed.transcript.group, "gi|123|ref");
+}
+
+TEST(Transcript, LowerCaseAndUCountAndOtherLettersAreUnknown) {
+  const ParsedTranscript parsed = parseTranscript("n", "", "atgcUuNR-", TranscriptKind::kNoncoding);
+  EXPECT_EQ(parsed.transcript.bases, (std::vector<short>{0, 1, 2, 3, 1, 1, -1, -1, -1}));
+}
+
+TEST(Transcript, UnknownBaseInsideTheRegionIsAccepted) {
+  EXPECT_EQ(refusalOf("CDS=1-9", "ATGTNATAG"), Refusal::kNone);
+}
+
+TEST(Transcript, AllThreeStopCodonsEndARegion) {
+  EXPECT_EQ(refusalOf("CDS=1-6", "ATGTAA"), Refusal::kNone);
+  EXPECT_EQ(refusalOf("CDS=1-6", "ATGTAG"), Refusal::kNone);
+  EXPECT_EQ(refusalOf("CDS=1-6", "ATGTGA"), Refusal::kNone);
+}
+
+TEST(Transcript, EmptyRecordIsRefused) { EXPECT_EQ(refusalOf("CDS=1-6", ""), Refusal::kNoBases); }
+
+TEST(Transcript, HeaderWithoutRegionIsRefusedAsCodingAndAcceptedAsNoncoding) {
+  EXPECT_EQ(refusalOf("chr1", "ATGTAA"), Refusal::kNoRegion);
+  const auto parsed = parseTranscript("t1", "chr1", "ATGTAA", TranscriptKind::kNoncoding);
+  EXPECT_EQ(parsed.refusal, Refusal::kNone);
+  EXPECT_FALSE(parsed.transcript.isCoding());
+}
+
+TEST(Transcript, NoncodingRecordWithARegionIsRefused) {
+  const auto parsed = parseTranscript("t1", "CDS=1-6", "ATGTAA", TranscriptKind::kNoncoding);
+  EXPECT_EQ(parsed.refusal, Refusal::kUnexpectedRegion);
+}
+
+TEST(Transcript, RegionThatIsNotTwoNumbersIsRefused) {
+  for (const char* region : {"CDS=", "CDS=6", "CDS=1-", "CDS=-6", "CDS=1-6x", "CDS=1--6",
+                             "CDS=1-99999999999", "CDS=a-b"}) {
+    EXPECT_EQ(refusalOf(region, "ATGTAA"), Refusal::kUnreadableRegion) << region;
+  }
+}
+
+TEST(Transcript, RegionOutOfRangeIsRefused) {
+  EXPECT_EQ(refusalOf("CDS=0-5", "ATGTAA"), Refusal::kOutOfRange);
+  EXPECT_EQ(refusalOf("CDS=1-7", "ATGTAA"), Refusal::kOutOfRange);
+  EXPECT_EQ(refusalOf("CDS=6-1", "ATGTAA"), Refusal::kOutOfRange);
+}
+
+TEST(Transcript, RegionOfBrokenCodonsIsRefused) {
+  EXPECT_EQ(refusalOf("CDS=1-7", "ATGTAAA"), Refusal::kBrokenCodon);
+}
+
+TEST(Transcript, RegionWithoutStartCodonIsRefused) {
+  EXPECT_EQ(refusalOf("CDS=1-6", "CTGTAA"), Refusal::kNoStartCodon);
+}
+
+TEST(Transcript, RegionWithAStopInFrameIsRefused) {
+  EXPECT_EQ(refusalOf("CDS=1-9", "ATGTGATAA"), Refusal::kStopInside);
+  EXPECT_EQ(refusalOf("CDS=1-12", "ATGATGATCTAA"), Refusal::kNone);  // TGA only out of frame
+}
+
+TEST(Transcript, RegionWithoutStopCodonIsRefused) {
+  EXPECT_EQ(refusalOf("CDS=1-6", "ATGAAA"), Refusal::kNoStopCodon);
+}
+
+TEST(RefusalCounts, ReasonsAreCountedAndListed) {
+  RefusalCounts counts;
+  EXPECT_EQ(counts.text(), "");
+  counts.add(Refusal::kNone);
+  counts.add(Refusal::kStopInside);
+  counts.add(Refusal::kStopInside);
+  counts.add(Refusal::kNoRegion);
+  EXPECT_EQ(counts.accepted(), 1);
+  EXPECT_EQ(counts.refused(), 3);
+  EXPECT_EQ(counts.text(),
+            "  1 no coding region in the header\n  2 stop codon inside the coding region\n");
+}
+
+}  // namespace
+}  // namespace velto

@@ -1,0 +1,299 @@
+#include "training/frames/boosting.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdint>
+#include <cstring>
+
+namespace velto {
+namespace {
+
+using Index = WindowSet::Index;
+
+// First and second derivative of the loss by the log odds of one window, as a Newton step needs
+// them: weight x (label - p) and weight x p (1 - p).
+struct Slope {
+  float gradient;
+  float curvature;
+};
+
+struct SlopeSum {
+  double gradient = 0.0;
+  double curvature = 0.0;
+  void add(Slope slope) {
+    gradient += static_cast<double>(slope.gradient);
+    curvature += static_cast<double>(slope.curvature);
+  }
+  SlopeSum operator-(const SlopeSum& other) const {
+    return {gradient - other.gradient, curvature - other.curvature};
+  }
+};
+
+// A chosen question and the windows of its rarer answer.
+struct Member {
+  WindowQuestion question;
+  double weight = 0.0;
+  bool listsYes = true;  // false: the windows of the answer no
+  std::vector<Index> windows;
+
+  // What the question adds to the listed windows over the others.
+  double offset() const { return listsYes ? weight : -weight; }
+};
+
+struct Candidate {
+  WindowQuestion question{0, 0};
+  double gain = 0.0;
+};
+
+class Booster {
+ public:
+  Booster(const WindowSet& windows, double ridge)
+      : windows_(windows), ridge_(ridge), logOdds_(windows.size()), slopes_(windows.size()) {
+    for (std::size_t i = 0; i < windows.size(); ++i) refresh(static_cast<Index>(i));
+  }
+
+  std::size_t size() const { return members_.size(); }
+
+  // Adds the `count` best questions of different features; false when none promises anything.
+  bool choose(std::size_t count);
+  void sweep();
+  void dropWeakest(std::size_t count);
+  Vote vote() const;
+
+ private:
+  void refresh(Index i);
+  SlopeSum total() const;
+  double gainOf(const SlopeSum& yes, const SlopeSum& all) const;
+  Candidate bestOfLevels(int feature, const SlopeSum& all) const;
+  Candidate bestOfPair(int pair, const SlopeSum& all) const;
+  std::vector<Candidate> bestPerFeature() const;
+  // The pairs are so many that each look at the gains but the first sees every kPairTurns-th only,
+  // in turn.
+  static constexpr int kPairTurns = 4;
+
+  bool isChosen(WindowQuestion question) const;
+  void addMember(WindowQuestion question);
+  void adjust(Member& member);
+  void move(Member& member, double step);
+  void adjustBias();
+  double importance(const Member& member) const;
+
+  const WindowSet& windows_;
+  const double ridge_;
+  double bias_ = 0.0;
+  std::vector<float> logOdds_;
+  std::vector<Slope> slopes_;
+  std::vector<Member> members_;
+  int looks_ = 0;
+};
+
+void Booster::refresh(Index i) {
+  const float p = logistic(logOdds_[i]);
+  const float label = windows_.coding(i) ? 1.0F : 0.0F;
+  slopes_[i] = {windows_.weight(i) * (label - p), windows_.weight(i) * p * (1.0F - p)};
+}
+
+SlopeSum Booster::total() const {
+  SlopeSum sum;
+  for (const Slope& slope : slopes_) sum.add(slope);
+  return sum;
+}
+
+// Decrease of the loss, in second order, when the windows of both answers move by a step of their
+// own, over that of one common step.
+double Booster::gainOf(const SlopeSum& yes, const SlopeSum& all) const {
+  const SlopeSum no = all - yes;
+  const auto part = [this](const SlopeSum& s) {
+    return s.gradient * s.gradient / (s.curvature + ridge_);
+  };
+  return part(yes) + part(no) - part(all);
+}
+
+Candidate Booster::bestOfLevels(int feature, const SlopeSum& all) const {
+  SlopeSum ofLevel[256];
+  const std::uint8_t* level = windows_.levels(feature);
+  for (std::size_t i = 0; i < windows_.size(); ++i) ofLevel[level[i]].add(slopes_[i]);
+  Candidate best;
+  SlopeSum above;
+  for (int cut = 254; cut >= 0; --cut) {
+    const SlopeSum& level1 = ofLevel[cut + 1];
+    above.gradient += level1.gradient;
+    above.curvature += level1.curvature;
+    const WindowQuestion question{feature, cut};
+    const double gain = gainOf(above, all);
+    if (gain > best.gain && !isChosen(question)) best = {question, gain};
+  }
+  return best;
+}
+
+Candidate Booster::bestOfPair(int pair, const SlopeSum& all) const {
+  Candidate best;
+  for (int cut = 0; cut < WindowSet::kPairCuts; ++cut) {
+    SlopeSum above;
+    for (const Index i : windows_.pairWindows(pair, cut)) above.add(slopes_[i]);
+    const WindowQuestion question{kFirstPairFeature + pair, cut};
+    const double gain = gainOf(above, all);
+    if (gain > best.gain && !isChosen(question)) best = {question, gain};
+  }
+  return best;
+}
+
+std::vector<Candidate> Booster::bestPerFeature() const {
+  const SlopeSum all = total();
+  std::vector<Candidate> best;
+  for (int feature = 0; feature < kFirstPairFeature; ++feature) {
+    best.push_back(bestOfLevels(feature, all));
+  }
+  const int turns = looks_ == 0 ? 1 : kPairTurns;
+  for (int pair = looks_ % turns; pair < kPairCodes; pair += turns) {
+    best.push_back(bestOfPair(pair, all));
+  }
+  return best;
+}
+
+bool Booster::isChosen(WindowQuestion question) const {
+  return std::any_of(members_.begin(), members_.end(),
+                     [question](const Member& m) { return m.question == question; });
+}
+
+bool Booster::choose(std::size_t count) {
+  std::vector<Candidate> best = bestPerFeature();
+  ++looks_;
+  std::stable_sort(best.begin(), best.end(),
+                   [](const Candidate& a, const Candidate& b) { return a.gain > b.gain; });
+  const std::size_t before = size();
+  for (std::size_t k = 0; k < best.size() && k < count && best[k].gain > 0.0; ++k) {
+    addMember(best[k].question);
+  }
+  return size() > before;
+}
+
+void Booster::addMember(WindowQuestion question) {
+  Member member;
+  member.question = question;
+  member.windows = windows_.yes(question);
+  if (2 * member.windows.size() > windows_.size()) {
+    std::vector<Index> others;
+    others.reserve(windows_.size() - member.windows.size());
+    auto yes = member.windows.begin();
+    for (std::size_t i = 0; i < windows_.size(); ++i) {
+      if (yes != member.windows.end() && *yes == i) {
+        ++yes;
+      } else {
+        others.push_back(static_cast<Index>(i));
+      }
+    }
+    member.listsYes = false;
+    member.windows.swap(others);
+  }
+  member.windows.shrink_to_fit();
+  adjust(member);
+  members_.push_back(std::move(member));
+}
+
+// One Newton step of the listed windows.
+void Booster::adjust(Member& member) {
+  SlopeSum sum;
+  for (const Index i : member.windows) sum.add(slopes_[i]);
+  move(member, (sum.gradient - ridge_ * member.offset()) / (sum.curvature + ridge_));
+}
+
+// Moves the listed windows. To move those of the answer no is to move all and those of the answer
+// yes back.
+void Booster::move(Member& member, double step) {
+  member.weight += member.listsYes ? step : -step;
+  if (!member.listsYes) bias_ += step;
+  for (const Index i : member.windows) {
+    logOdds_[i] += static_cast<float>(step);
+    refresh(i);
+  }
+}
+
+void Booster::adjustBias() {
+  const SlopeSum all = total();
+  if (all.curvature <= 0.0) return;
+  const double step = all.gradient / all.curvature;
+  bias_ += step;
+  for (std::size_t i = 0; i < windows_.size(); ++i) {
+    logOdds_[i] += static_cast<float>(step);
+    refresh(static_cast<Index>(i));
+  }
+}
+
+void Booster::sweep() {
+  adjustBias();
+  for (Member& member : members_) adjust(member);
+}
+
+// Roughly the rise of the loss when the question is taken out: curvature x weight squared, of the
+// answer that is rarer.
+double Booster::importance(const Member& member) const {
+  SlopeSum sum;
+  for (const Index i : member.windows) sum.add(slopes_[i]);
+  return sum.curvature * member.weight * member.weight;
+}
+
+void Booster::dropWeakest(std::size_t count) {
+  std::vector<double> importances;
+  for (const Member& member : members_) importances.push_back(importance(member));
+  std::vector<std::size_t> order(members_.size());
+  for (std::size_t k = 0; k < order.size(); ++k) order[k] = k;
+  std::stable_sort(order.begin(), order.end(),
+                   [&](std::size_t a, std::size_t b) { return importances[a] < importances[b]; });
+  order.resize(std::min(count, order.size()));
+  std::sort(order.begin(), order.end());
+  for (auto k = order.rbegin(); k != order.rend(); ++k) {
+    move(members_[*k], -members_[*k].offset());
+    members_.erase(members_.begin() + static_cast<std::ptrdiff_t>(*k));
+  }
+}
+
+Vote Booster::vote() const {
+  Vote vote;
+  vote.bias = bias_;
+  for (const Member& member : members_) vote.questions.push_back({member.question, member.weight});
+  return vote;
+}
+
+void fill(Booster& booster, const BoostingPlan& plan) {
+  while (booster.size() < plan.questions) {
+    if (!booster.choose(std::min(plan.batch, plan.questions - booster.size()))) return;
+    booster.sweep();
+  }
+}
+
+}  // namespace
+
+float logistic(float x) {
+  constexpr float kLog2e = 1.44269504F;
+  constexpr float kLn2High = 0.693145752F;
+  constexpr float kLn2Low = 1.42860677e-6F;
+  const float most = 60.0F;
+  const float y = x > most ? most : (x < -most ? -most : x);
+  // e^y = 2^n e^r, |r| <= ln 2 / 2
+  const float scaled = y * kLog2e;
+  const int n = static_cast<int>(scaled < 0.0F ? scaled - 0.5F : scaled + 0.5F);
+  const float r = (y - static_cast<float>(n) * kLn2High) - static_cast<float>(n) * kLn2Low;
+  const float e =
+      1.0F +
+      r * (1.0F + r * (0.5F + r * (0.166666667F + r * (0.0416666667F + r * 0.00833333333F))));
+  const std::int32_t bits = (n + 127) << 23;
+  float power;
+  std::memcpy(&power, &bits, sizeof power);
+  const float exponential = e * power;
+  return exponential / (1.0F + exponential);
+}
+
+Vote boostVote(const WindowSet& windows, const BoostingPlan& plan) {
+  Booster booster(windows, plan.ridge);
+  booster.sweep();
+  fill(booster, plan);
+  for (int round = 0; round < plan.replacements; ++round) {
+    booster.dropWeakest(plan.replaced);
+    fill(booster, plan);
+  }
+  for (int sweep = 0; sweep < plan.finalSweeps; ++sweep) booster.sweep();
+  return booster.vote();
+}
+
+}  // namespace velto

@@ -1,0 +1,356 @@
+#include "training/frames/matrix_search.h"
+
+#include <tbb/blocked_range.h>
+#include <tbb/parallel_reduce.h>
+
+#include <algorithm>
+#include <cmath>
+#include <numeric>
+
+#include "decoder/coding_region.h"
+#include "decoder/frame_path.h"
+#include "decoder/frame_scores.h"
+#include "decoder/layout.h"
+#include "decoder/shift_placement.h"
+#include "core/random.h"
+#include "training/frames/window_features.h"
+
+namespace velto {
+namespace {
+
+constexpr int kNoState = -1;
+constexpr int kStartState = 2;
+constexpr int kStopState = 3;
+
+bool isVoteClass(int code) { return code == kCodingWindow || code == kNonCodingWindow; }
+
+// Scratch of one thread.
+struct Workspace {
+  std::vector<dpNode> nodes;
+  std::vector<int> path;
+};
+
+Workspace& workspace() {
+  thread_local Workspace scratch;
+  return scratch;
+}
+
+}  // namespace
+
+// ---- Matrix
+
+double& TiedMatrix::number(std::size_t i) {
+  double* const numbers[] = {&stay, &change, &empty, &opening, &crossing, &ending, &gate};
+  constexpr std::size_t entries = kNumbers - kGcClasses;
+  return i < entries ? *numbers[i] : shifts[i - entries];
+}
+
+void TiedMatrix::fill(double (&matrix)[16]) const {
+  const double rows[16] = {stay,   change, opening, crossing,  // coding now
+                           change, empty,  opening, crossing,  // non-coding now
+                           0.0,    0.0,    0.0,     0.0,       // no state is a path's start now
+                           ending, ending, gate,    crossing};
+  std::transform(rows, rows + 16, matrix, roundedToFile);
+}
+
+// ---- Reads
+
+TransitionTable::TransitionTable(const double (&matrix)[16]) {
+  constexpr double kNoStatePenalty = -70.0;
+  for (int now = kNoState; now <= kStopState; ++now) {
+    for (int before = kNoState; before <= kStopState; ++before) {
+      const int index = 4 * now + before;
+      score[now + 1][before + 1] =
+          (index < 0 ? 0.0 : matrix[index]) + (now == kNoState ? kNoStatePenalty : 0.0);
+    }
+  }
+}
+
+// Judges each trial window once. A window is known by its end, the frame of its start and the
+// shift.
+class ScoredRead::PlaceJudge : public TrialJudge {
+ public:
+  explicit PlaceJudge(const ScoredRead& read) : read_(read) {}
+
+  int bestTrial(const TrialWindow& window, int otherwise) override {
+    const std::size_t key = static_cast<std::size_t>(window.end / 3) * 6 +
+                            static_cast<std::size_t>(window.start % 3 * 2 + window.shift - 1);
+    if (key >= read_.places_.size()) read_.places_.resize(key + 1, kNotJudged);
+    if (read_.places_[key] == kNotJudged) {
+      const std::vector<short>& bases = read_.read_.bases;
+      read_.places_[key] = static_cast<signed char>(
+          read_.vote_->bestTrial(bases.data(), read_.read_.length(), window, otherwise));
+    }
+    return read_.places_[key];
+  }
+
+ private:
+  const ScoredRead& read_;
+};
+
+ScoredRead::ScoredRead(SimulatedRead read, const VoteTable& vote, int windowWidth)
+    : read_(std::move(read)), vote_(&vote), windowWidth_(windowWidth) {
+  const WindowScores scores = vote.score(windowWidth, read_.bases.data(), read_.length());
+  const ModelTables unused;
+  const ModelView model{unused, windowWidth};
+  std::vector<double> frameScore[3];
+  layout lay;
+  layOutFrames(model, read_.bases.data(), read_.length(), scores, lay, frameScore);
+  const auto half = static_cast<std::size_t>(model.windowWidth / 6);
+  steps_.resize(lay.cls[0].size());
+  for (std::size_t k = 0; k < steps_.size(); ++k) {
+    for (std::size_t f = 0; f < 3; ++f) {
+      // The steps before the first full window take its class.
+      const std::size_t source = lay.cls[f].size() > half ? std::max(k, half) : k;
+      const int code = source < lay.cls[f].size() ? lay.cls[f][source] : kNoWindow;
+      steps_[k].state[f] =
+          isVoteClass(code) ? kVoted : static_cast<signed char>(decodingState(code));
+      steps_[k].vote[f] =
+          source < frameScore[f].size() ? static_cast<float>(frameScore[f][source]) : 0.0F;
+      steps_[k].atg[f] = k < lay.met[f].size() && lay.met[f][k] == kAtgCodon;
+    }
+  }
+}
+
+void ScoredRead::decode(const TransitionTable& table, double shift, AccuracyTally& tally) const {
+  constexpr double kAtgStart = 2.0, kOpenStart = -30.0, kFrameChange = -20.0, kWorst = -1000.0;
+  Workspace& scratch = workspace();
+  scratch.nodes.resize(3 * steps_.size());
+  dpNode* node = scratch.nodes.data();
+  const float threshold = static_cast<float>(-shift);
+  int before[3] = {};  // states at the previous step, a freshly started path's included
+  for (std::size_t k = 0; k < steps_.size(); ++k, node += 3) {
+    const Step& step = steps_[k];
+    int own[3];  // states at this step
+    for (std::size_t f = 0; f < 3; ++f) {
+      own[f] = step.state[f] == kVoted ? (step.vote[f] > threshold ? 0 : 1) : step.state[f];
+      double best = step.atg[f] ? kAtgStart : (k == 0 ? kOpenStart : kWorst);
+      int from = step.atg[f] || k == 0 ? kPathBegins : -1;
+      for (std::size_t g = 0; k > 0 && g < 3; ++g) {
+        double s = table.score[own[f] + 1][before[g] + 1] + (node - 3)[g].score;
+        if (g != f) s += kFrameChange;
+        if (s > best || (s == best && g == f)) {
+          best = s;
+          from = static_cast<int>(g);
+        }
+      }
+      if (best < kOpenStart) {
+        best = kOpenStart;
+        from = kPathBegins;
+      }
+      node[f].score = best;
+      node[f].prevFrame = from;
+      node[f].term = k > 0 && (own[f] == kNoState || own[f] == kStopState) ? 1 : -1;
+    }
+    for (std::size_t f = 0; f < 3; ++f) {
+      before[f] = node[f].prevFrame == kPathBegins ? kStartState : own[f];
+    }
+  }
+  scratch.path.clear();
+  const TracedPath traced =
+      traceFramePath(scratch.nodes.data(), static_cast<int>(steps_.size()), scratch.path);
+  if (traced.score > kLeastCodingScore) {
+    PlaceJudge judge(*this);
+    placeShifts(judge, windowWidth_, traced.endStep, scratch.path);
+  }
+  tallyRead(read_, scratch.path, codingRegion(scratch.path, traced.score), tally);
+}
+
+PresetTallies tallyReads(const SearchReads& reads, const double (&matrix)[16], double shift,
+                         double share) {
+  const TransitionTable table(matrix);
+  PresetTallies tallies;
+  for (std::size_t preset = 0; preset < kSearchPresets; ++preset) {
+    const std::vector<ScoredRead>& list = reads.ofPreset[preset];
+    const auto count =
+        static_cast<std::size_t>(std::ceil(share * static_cast<double>(list.size())));
+    tallies[preset] = tbb::parallel_reduce(
+        tbb::blocked_range<std::size_t>(0, count, 16), AccuracyTally(),
+        [&](const tbb::blocked_range<std::size_t>& part, AccuracyTally sum) {
+          for (std::size_t i = part.begin(); i < part.end(); ++i) list[i].decode(table, shift, sum);
+          return sum;
+        },
+        [](AccuracyTally a, const AccuracyTally& b) {
+          a.add(b);
+          return a;
+        });
+  }
+  return tallies;
+}
+
+// ---- Search
+
+double searchValue(const PresetTallies& tallies, const SearchAim& aim) {
+  double value = 0.0;
+  for (std::size_t preset = 0; preset < kNoncodingReads; ++preset) {
+    const AccuracyTally& tally = tallies[preset];
+    value += aim.presetWeights[preset] *
+             (aim.frameF1 * tally.frameF1() + aim.frameRecall * tally.frameRecall() +
+              aim.correlation * tally.correlation());
+  }
+  // By the share of reads that hold a whole region: a few such reads among short ones tell little.
+  const AccuracyTally& clean = tallies[kCleanReads];
+  if (clean.reads > 0) {
+    value +=
+        aim.exactBonus * static_cast<double>(clean.exactRegions) / static_cast<double>(clean.reads);
+  }
+  const double excess = tallies[kNoncodingReads].callRate() - aim.freeCalls;
+  return value - aim.callCost * std::max(0.0, excess);
+}
+
+namespace {
+
+// Ranges of the first guesses, and sizes of a step.
+struct NumberRange {
+  double low;
+  double high;
+  double step;
+};
+constexpr NumberRange kShiftRange{-1.0, 0.4, 0.1};
+constexpr NumberRange kRanges[TiedMatrix::kNumbers] = {
+    {1.0, 3.0, 0.2},       {-1.0, 2.0, 0.3},    {-0.6, 0.1, 0.05},  {-5.0, 55.0, 3.0},
+    {-200.0, -20.0, 10.0}, {-95.0, -45.0, 3.0}, {-60.0, 60.0, 5.0}, kShiftRange,
+    kShiftRange,           kShiftRange,         kShiftRange};
+
+double between(const NumberRange& range, Random& random) {
+  return range.low + (range.high - range.low) * random.real();
+}
+
+// Roughly normal, with mean 0 and variance 1, by sums and products only.
+double bell(Random& random) {
+  double sum = -6.0;
+  for (int i = 0; i < 12; ++i) sum += random.real();
+  return sum;
+}
+
+class Search {
+ public:
+  Search(const GroupReads& reads, const SearchAim& aim, std::uint64_t seed)
+      : reads_(reads), aim_(aim), random_(seed) {}
+
+  // Differential evolution: a guess gives way to a mixture of itself with another one moved by the
+  // difference of two more, if that is no worse.
+  TiedMatrix evolve(const SearchPlan& plan) {
+    std::vector<Guess> guesses(kPopulation);
+    for (std::size_t g = 1; g < kPopulation; ++g) {
+      for (std::size_t i = 0; i < TiedMatrix::kNumbers; ++i) {
+        guesses[g].numbers.number(i) = between(kRanges[i], random_);
+      }
+    }
+    renew(guesses, plan.generations, plan.share);
+    renew(guesses, plan.lateGenerations, 1.0);
+    return std::max_element(guesses.begin(), guesses.end(),
+                            [](const Guess& a, const Guess& b) { return a.value < b.value; })
+        ->numbers;
+  }
+
+  // Changes one to three numbers at a time, and goes there unless the value falls behind the best
+  // by more than the tolerance.
+  TiedMatrix meanOfWalk(TiedMatrix numbers, int steps) {
+    constexpr double kTolerance = 0.002;
+    const std::vector<std::size_t> movable = movableNumbers();
+    double best = valueOf(numbers, 1.0);
+    TiedMatrix mean;
+    for (std::size_t i = 0; i < TiedMatrix::kNumbers; ++i) mean.number(i) = 0.0;
+    for (int step = 0; step < steps; ++step) {
+      TiedMatrix changed = numbers;
+      for (std::uint32_t k = random_.below(3) + 1; k > 0; --k) {
+        const std::size_t i = movable[random_.below(static_cast<std::uint32_t>(movable.size()))];
+        changed.number(i) += kRanges[i].step * bell(random_);
+      }
+      const double value = valueOf(changed, 1.0);
+      if (value >= best - kTolerance) numbers = changed;
+      best = std::max(best, value);
+      for (std::size_t i = 0; i < TiedMatrix::kNumbers; ++i) {
+        mean.number(i) += numbers.number(i) / steps;
+      }
+    }
+    return mean;
+  }
+
+ private:
+  struct Guess {
+    TiedMatrix numbers;
+    double value = 0.0;
+  };
+  static constexpr std::uint32_t kPopulation = 28;
+
+  void renew(std::vector<Guess>& guesses, int generations, double share) {
+    for (Guess& guess : guesses) guess.value = valueOf(guess.numbers, share);
+    for (int generation = 0; generation < generations; ++generation) {
+      for (Guess& guess : guesses) {
+        Guess mixed{mixture(guesses, guess), 0.0};
+        mixed.value = valueOf(mixed.numbers, share);
+        if (mixed.value >= guess.value) guess = mixed;
+      }
+    }
+  }
+
+  TiedMatrix mixture(std::vector<Guess>& guesses, Guess& old) {
+    constexpr double kScale = 0.6;
+    constexpr double kTaken = 0.8;  // share of the numbers taken from the moved guess
+    TiedMatrix& base = guesses[random_.below(kPopulation)].numbers;
+    TiedMatrix& to = guesses[random_.below(kPopulation)].numbers;
+    TiedMatrix& from = guesses[random_.below(kPopulation)].numbers;
+    TiedMatrix mixed = old.numbers;
+    for (std::size_t i = 0; i < TiedMatrix::kNumbers; ++i) {
+      if (random_.real() >= kTaken) continue;
+      mixed.number(i) = base.number(i) + kScale * (to.number(i) - from.number(i));
+    }
+    return mixed;
+  }
+
+  // All numbers but the shifts of classes with too few reads to tell where a walk should not go.
+  std::vector<std::size_t> movableNumbers() const {
+    constexpr std::size_t kLeastReads = 100;
+    constexpr std::size_t kEntries = TiedMatrix::kNumbers - kGcClasses;
+    std::vector<std::size_t> movable;
+    for (std::size_t i = 0; i < TiedMatrix::kNumbers; ++i) {
+      if (i < kEntries || codingReads(i - kEntries) >= kLeastReads) movable.push_back(i);
+    }
+    return movable;
+  }
+
+  std::size_t codingReads(std::size_t gc) const {
+    std::size_t count = 0;
+    for (std::size_t p = 0; p < kNoncodingReads; ++p) count += reads_[gc].ofPreset[p].size();
+    return count;
+  }
+
+  double valueOf(const TiedMatrix& numbers, double share) const {
+    double matrix[16];
+    numbers.fill(matrix);
+    PresetTallies sum;
+    for (std::size_t gc = 0; gc < kGcClasses; ++gc) {
+      const PresetTallies ofClass = tallyReads(reads_[gc], matrix, numbers.shifts[gc], share);
+      for (std::size_t preset = 0; preset < kSearchPresets; ++preset) {
+        sum[preset].add(ofClass[preset]);
+      }
+    }
+    return searchValue(sum, aim_) - kSpreadPenalty * spread(numbers.shifts);
+  }
+
+  // Settles the shift of a class that has hardly any reads.
+  static constexpr double kSpreadPenalty = 0.002;
+  static double spread(const std::array<double, kGcClasses>& shifts) {
+    const double mean = std::accumulate(shifts.begin(), shifts.end(), 0.0) / kGcClasses;
+    return std::accumulate(shifts.begin(), shifts.end(), 0.0, [mean](double sum, double shift) {
+      return sum + (shift - mean) * (shift - mean);
+    });
+  }
+
+  const GroupReads& reads_;
+  const SearchAim& aim_;
+  Random random_;
+};
+
+}  // namespace
+
+TiedMatrix searchMatrix(const GroupReads& reads, const SearchPlan& plan, std::uint64_t seed) {
+  Search search(reads, plan.aim, seed);
+  TiedMatrix found = search.meanOfWalk(search.evolve(plan), plan.steps);
+  for (double& shift : found.shifts) shift = roundedToFile(shift);
+  return found;
+}
+
+}  // namespace velto

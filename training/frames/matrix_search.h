@@ -1,0 +1,116 @@
+// Searches the frame-transition matrix of one length group, and the vote shift of its four classes.
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <vector>
+
+#include "model/model_tables.h"
+#include "model/read_class.h"
+#include "training/frames/read_accuracy.h"
+#include "training/frames/vote_table.h"
+
+namespace velto {
+
+constexpr int kGcClasses = 4;
+
+// What the reads of a search differ in: error rates of coding reads, or non-coding reads.
+enum SearchPreset { kEstReads, kMildReads, kCleanReads, kNoncodingReads, kSearchPresets };
+
+using PresetTallies = std::array<AccuracyTally, kSearchPresets>;
+
+// Numbers of a matrix with the entries that the search ties together, and the shifts added to the
+// votes of the GC classes.
+struct TiedMatrix {
+  double stay = 1.8;        // coding after coding
+  double change = 0.3;      // coding after non-coding and the reverse
+  double empty = -0.15;     // non-coding after non-coding
+  double opening = 10.0;    // first step after a path's start
+  double crossing = -80.0;  // first step after a stop codon that the path runs over
+  double ending = -75.0;    // stop codon
+  double gate = 30.0;       // stop codon right after a path's start: what every real path must beat
+  std::array<double, kGcClasses> shifts{};
+
+  static constexpr std::size_t kNumbers = 7 + kGcClasses;
+  double& number(std::size_t i);
+
+  // The matrix, rounded to the decimals of its file.
+  void fill(double (&matrix)[16]) const;
+};
+
+// The additive scores of a matrix in the form that fast decoding reads: [state now + 1][state
+// before + 1], the penalty of having no state included.
+struct TransitionTable {
+  explicit TransitionTable(const double (&matrix)[16]);
+  double score[5][5];
+};
+
+// A read with its window votes, ready to be decoded under any matrix and shift.
+class ScoredRead {
+ public:
+  // `vote` must outlive the read.
+  ScoredRead(SimulatedRead read, const VoteTable& vote, int windowWidth);
+
+  // Decodes, places the shifts and adds to the tally: the region that the decoder finds, but for
+  // rounding. One thread at a time: places are kept for the next matrix.
+  void decode(const TransitionTable& table, double shift, AccuracyTally& tally) const;
+
+ private:
+  struct Step {            // one codon step
+    float vote[3];         // [frame]; where state is kVoted
+    signed char state[3];  // [frame]; decoding state, or kVoted
+    bool atg[3];           // [frame]
+  };
+  static constexpr signed char kVoted = 9;
+  static constexpr signed char kNotJudged = -1;
+  class PlaceJudge;
+
+  SimulatedRead read_;
+  const VoteTable* vote_;
+  int windowWidth_;  // bases
+  std::vector<Step> steps_;
+  mutable std::vector<signed char> places_;  // [last codon step of a trial window][first base's
+                                             // frame][shift - 1], or kNotJudged
+};
+
+// Reads of one class by preset.
+struct SearchReads {
+  std::vector<ScoredRead> ofPreset[kSearchPresets];
+};
+
+using GroupReads = std::array<SearchReads, kGcClasses>;  // [GC class], of one length group
+
+// Accuracy on the first `share` of the reads of each preset of one class. Uses all threads of the
+// calling arena.
+PresetTallies tallyReads(const SearchReads& reads, const double (&matrix)[16], double shift,
+                         double share = 1.0);
+
+// What a search aims at. The value of a matrix is the mean over the presets of coding reads, by
+// their weights, of frame F1, frame recall and correlation, by theirs; more for exact regions, less
+// for calls of non-coding reads.
+struct SearchAim {
+  double presetWeights[kNoncodingReads] = {0.32, 0.3, 0.38};  // sum up to 1
+  double frameF1 = 0.4;
+  double frameRecall = 0.3;
+  double correlation = 0.3;
+  double exactBonus = 0.2;  // if all clean reads had start and stop exact
+  double freeCalls = 0.2;   // share of non-coding reads whose calls cost nothing
+  double callCost = 2.0;    // of the share of the other non-coding reads that are called
+};
+double searchValue(const PresetTallies& tallies, const SearchAim& aim);
+
+struct SearchPlan {
+  int generations;      // of a population of guesses, judged by a share of the reads
+  double share;         // of the reads in these generations
+  int lateGenerations;  // of the same population, judged by all reads
+  int steps;            // at least 1, of a random walk from the best guess, on all reads
+  SearchAim aim = {};
+};
+
+// The mean of the numbers met on the walk, which keeps near the best value: the best numbers
+// themselves owe part of their value to the very reads they were judged by. Depends on its
+// arguments alone, not on the number of threads.
+TiedMatrix searchMatrix(const GroupReads& reads, const SearchPlan& plan, std::uint64_t seed);
+
+}  // namespace velto

@@ -1,0 +1,198 @@
+#include "training/frames/matrix_search.h"
+
+#include <gtest/gtest.h>
+#include <tbb/global_control.h>
+
+#include "decoder/frame_path.h"
+#include "decoder/frame_scores.h"
+#include "decoder/shift_placement.h"
+#include "simulation/synthetic_species.h"
+
+namespace velto {
+namespace {
+
+const SyntheticSpecies& species() {
+  static const SyntheticSpecies made = [] {
+    SyntheticSpecies s;
+    s.add(12, 900, 50);
+    return s;
+  }();
+  return made;
+}
+
+// A vote that favours windows with few C in third places, roughly.
+Vote simpleVote() {
+  Vote vote;
+  vote.bias = 4.0;
+  for (int codon = 3; codon < kCodonCodes; codon += 4) {
+    vote.questions.push_back({{kFirstCodonFeature + codon, 5}, -0.4 - 0.00317 * codon});
+  }
+  return vote;
+}
+
+SimulatedRead readOf(const Transcript& transcript, std::uint64_t seed) {
+  Random random(seed);
+  return simulateRead(transcript, wholeTranscript(transcript), *presetRates("est"), random);
+}
+
+// The same figures by the decoder itself.
+AccuracyTally tallyByDecoder(const SimulatedRead& read, const VoteTable& vote, double shift,
+                             const double (&matrix)[16]) {
+  ModelTables tables;
+  vote.write(96, tables);
+  tables.fh[0].alpha += shift;
+  const ModelView model{tables, 96};
+  layout lay;
+  std::vector<double> frameScore[3];
+  layOutFrames(model, read.bases.data(), read.length(),
+               scoreWindows(model, read.bases.data(), read.length()), lay, frameScore);
+  fillLeadingClasses(lay, 96);
+  const std::size_t steps = lay.cls[0].size();
+  std::vector<dpNode> nodes(3 * steps);
+  fillFramePaths(matrix, lay, nodes.data());
+  std::vector<int> path;
+  const TracedPath traced = traceFramePath(nodes.data(), static_cast<int>(steps), path);
+  placeShifts(model, read.bases.data(), read.length(), traced.endStep, path);
+  AccuracyTally tally;
+  tallyRead(read, path, codingRegion(path, traced.score), tally);
+  return tally;
+}
+
+TEST(MatrixSearch, FastDecodingAgreesWithTheDecoderUnderOneMatrixAfterAnother) {
+  const VoteTable vote(simpleVote());
+  Random random(3);
+  long called = 0;
+  for (std::uint64_t k = 0; k < 100; ++k) {
+    const auto& pool = k % 4 == 0 ? species().noncoding : species().coding;
+    const SimulatedRead read = readOf(pool[k % pool.size()], k);
+    const ScoredRead scored(read, vote, 96);
+    for (int turn = 0; turn < 4; ++turn) {
+      TiedMatrix numbers;
+      for (std::size_t i = 0; i < TiedMatrix::kNumbers; ++i) {
+        numbers.number(i) *= 0.5 + random.real();
+      }
+      numbers.gate *= 0.5;
+      const double shift = random.real() - 0.5;
+      double matrix[16];
+      numbers.fill(matrix);
+      AccuracyTally fast;
+      scored.decode(TransitionTable(matrix), shift, fast);
+      const AccuracyTally plain = tallyByDecoder(read, vote, shift, matrix);
+      EXPECT_EQ(fast.called, plain.called) << k << ' ' << turn;
+      EXPECT_EQ(fast.inFrame, plain.inFrame) << k << ' ' << turn;
+      EXPECT_EQ(fast.exactRegions, plain.exactRegions) << k << ' ' << turn;
+      called += plain.called;
+    }
+  }
+  EXPECT_GT(called, 20000);
+}
+
+GroupReads searchReads() {
+  static const VoteTable vote(simpleVote());
+  GroupReads reads;
+  std::uint64_t seed = 0;
+  for (SearchReads& ofClass : reads) {
+    for (int preset = 0; preset < kSearchPresets; ++preset) {
+      const auto& pool = preset == kNoncodingReads ? species().noncoding : species().coding;
+      for (const Transcript& t : pool) {
+        ofClass.ofPreset[preset].emplace_back(readOf(t, ++seed), vote, 96);
+      }
+    }
+  }
+  return reads;
+}
+
+double valueOf(const GroupReads& reads, const TiedMatrix& numbers) {
+  double matrix[16];
+  numbers.fill(matrix);
+  PresetTallies sum;
+  for (std::size_t gc = 0; gc < kGcClasses; ++gc) {
+    const PresetTallies tallies = tallyReads(reads[gc], matrix, numbers.shifts[gc]);
+    for (std::size_t p = 0; p < kSearchPresets; ++p) sum[p].add(tallies[p]);
+  }
+  return searchValue(sum, SearchAim());
+}
+
+TEST(MatrixSearch, FoundNumbersAreNoWorseThanTheFirstGuess) {
+  const auto reads = searchReads();
+  const TiedMatrix found = searchMatrix(reads, {4, 1.0, 1, 20}, 1);
+  EXPECT_GE(valueOf(reads, found), valueOf(reads, TiedMatrix()));
+}
+
+TEST(MatrixSearch, LongWalkIsNoWorseThanItsFirstStep) {
+  const auto reads = searchReads();
+  const TiedMatrix first = searchMatrix(reads, {4, 1.0, 1, 1}, 1);
+  const TiedMatrix last = searchMatrix(reads, {4, 1.0, 1, 600}, 1);
+  EXPECT_GE(valueOf(reads, last), valueOf(reads, first));
+}
+
+TEST(MatrixSearch, ResultDoesNotDependOnTheThreads) {
+  const auto reads = searchReads();
+  const TiedMatrix many = searchMatrix(reads, {2, 0.5, 1, 20}, 9);
+  const tbb::global_control one(tbb::global_control::max_allowed_parallelism, 1);
+  TiedMatrix single = searchMatrix(reads, {2, 0.5, 1, 20}, 9);
+  TiedMatrix other = many;
+  for (std::size_t i = 0; i < TiedMatrix::kNumbers; ++i) {
+    EXPECT_EQ(single.number(i), other.number(i));
+  }
+}
+
+TEST(MatrixSearch, ShiftsOfClassesWithoutReadsStayTogether) {
+  const TiedMatrix found = searchMatrix(GroupReads(), {10, 1.0, 2, 40}, 5);
+  for (const double shift : found.shifts) EXPECT_EQ(shift, found.shifts[0]);
+}
+
+TEST(MatrixSearch, CallsOfNoncodingReadsBeyondTheFreeOnesCost) {
+  SearchAim aim;
+  aim.freeCalls = 0.2;
+  aim.callCost = 0.5;
+  PresetTallies tallies;
+  tallies[kNoncodingReads].reads = 100;
+  tallies[kNoncodingReads].readsCalled = 20;
+  EXPECT_DOUBLE_EQ(searchValue(tallies, aim), 0.0);
+  tallies[kNoncodingReads].readsCalled = 50;
+  EXPECT_DOUBLE_EQ(searchValue(tallies, aim), -0.15);
+  aim.freeCalls = 0.0;
+  EXPECT_DOUBLE_EQ(searchValue(tallies, aim), -0.25);
+}
+
+TEST(MatrixSearch, ValueIsTheWeightedMeanOverThePresets) {
+  SearchAim aim;
+  aim.presetWeights[kEstReads] = 0.5;
+  aim.presetWeights[kMildReads] = 0.25;
+  aim.presetWeights[kCleanReads] = 0.25;
+  aim.frameF1 = 0.25;
+  aim.frameRecall = 0.25;
+  aim.correlation = 0.5;
+  aim.exactBonus = 0.2;
+  PresetTallies tallies;
+  AccuracyTally& est = tallies[kEstReads];
+  est.bases = 400;
+  est.coding = 100;
+  est.called = 100;
+  est.codingCalled = 75;
+  est.inFrame = 50;
+  AccuracyTally& clean = tallies[kCleanReads];
+  clean.reads = 10;
+  clean.exactRegions = 5;
+  // Frame F1 100 / 200; frame recall 50 / 100; correlation (75 x 275 - 25 x 25) / (100 x 300).
+  EXPECT_DOUBLE_EQ(searchValue(tallies, aim),
+                   0.5 * (0.25 * 0.5 + 0.25 * 0.5 + 0.5 * 2.0 / 3.0) + 0.2 * 0.5);
+}
+
+TEST(TiedMatrix, FillsTheMatrixByStateNowAndBefore) {
+  TiedMatrix numbers;
+  double matrix[16];
+  numbers.fill(matrix);
+  EXPECT_EQ(matrix[4 * 0 + 0], numbers.stay);
+  EXPECT_EQ(matrix[4 * 0 + 1], numbers.change);
+  EXPECT_EQ(matrix[4 * 1 + 0], numbers.change);
+  EXPECT_EQ(matrix[4 * 1 + 1], numbers.empty);
+  EXPECT_EQ(matrix[4 * 1 + 2], numbers.opening);
+  EXPECT_EQ(matrix[4 * 0 + 3], numbers.crossing);
+  EXPECT_EQ(matrix[4 * 3 + 1], numbers.ending);
+  EXPECT_EQ(matrix[4 * 3 + 2], numbers.gate);
+}
+
+}  // namespace
+}  // namespace velto

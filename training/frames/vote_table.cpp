@@ -1,0 +1,160 @@
+#include "training/frames/vote_table.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "model/sliding_vote.h"
+
+namespace velto {
+namespace {
+
+constexpr double kMillion = 1e6;
+
+std::int64_t millionths(double value) { return std::llround(value * kMillion); }
+
+double fromMillionths(std::int64_t value) { return static_cast<double>(value) / kMillion; }
+
+constexpr int kMostCodons = 65;
+
+// The codons of each amino acid, and the level of every share.
+struct ShareTables {
+  std::vector<int> codonsOf[kAminoAcids];
+  std::uint8_t level[kMostCodons + 1][kMostCodons + 1] = {};  // [acid count > 0][codon count]
+  std::uint8_t absentLevel[kCodonCodes] = {};                 // of a codon whose acid is absent
+
+  ShareTables() {
+    for (int codon = 0; codon < kCodonCodes; ++codon) {
+      codonsOf[ReadData::CodonTable(codon / 16, codon / 4 % 4, codon % 4)].push_back(codon);
+      absentLevel[codon] = static_cast<std::uint8_t>(shareLevel(codon, 0, 0));
+    }
+    for (int acids = 1; acids <= kMostCodons; ++acids) {
+      for (int codons = 0; codons <= acids; ++codons) {
+        level[acids][codons] = static_cast<std::uint8_t>(shareLevel(0, codons, acids));
+      }
+    }
+  }
+};
+
+const ShareTables& shareTables() {
+  static const ShareTables tables;
+  return tables;
+}
+
+}  // namespace
+
+// The counts of one window as its codons come and go, and its sum.
+class WindowLevels {
+ public:
+  explicit WindowLevels(const VoteTable& vote) : vote_(vote), sum_(vote.allNo_) {
+    for (int acid = 0; acid < kAminoAcids; ++acid) sum_ += ofAcid(acid);
+  }
+
+  void change(const CodonContext& codon, int by) {
+    if (codon.acid == kNoAminoAcid) return;
+    sum_ -= ofAcid(codon.acid);
+    acids_[codon.acid] += by;
+    codons_[codon.codon] += by;
+    sum_ += ofAcid(codon.acid);
+    for (int gap = 0; gap < kPairGaps; ++gap) {
+      if (codon.partner[gap] == kNoAminoAcid) continue;
+      const int feature = pairFeatureIndex(gap, codon.acid, codon.partner[gap]);
+      int& count = pairs_[feature - kFirstPairFeature];
+      sum_ -= added(feature, count);
+      count += by;
+      sum_ += added(feature, count);
+    }
+  }
+
+  std::int64_t sum() const { return sum_; }
+
+ private:
+  std::int64_t added(int feature, int level) const {
+    return vote_.added_[static_cast<std::size_t>(feature)][static_cast<std::size_t>(level)];
+  }
+
+  // What the amino acid and its codons add.
+  std::int64_t ofAcid(int acid) const {
+    const int count = acids_[acid];
+    std::int64_t sum = added(acid, count);
+    for (const int codon : shares_.codonsOf[acid]) {
+      const int level =
+          count == 0 ? shares_.absentLevel[codon] : shares_.level[count][codons_[codon]];
+      sum += added(kFirstCodonFeature + codon, level);
+    }
+    return sum;
+  }
+
+  const VoteTable& vote_;
+  const ShareTables& shares_ = shareTables();
+  std::int64_t sum_;
+  int acids_[kAminoAcids] = {};
+  int codons_[kCodonCodes] = {};
+  int pairs_[kPairCodes] = {};
+};
+
+// Whole sums are kept up to date from trial to trial.
+int VoteTable::bestTrial(const short* seq, int length, const TrialWindow& window,
+                         int otherwise) const {
+  const TrialCodons codons(seq, length, window);
+  WindowLevels levels(*this);
+  for (int j = 0; j < window.codons; ++j) levels.change(codons.at(j, true), 1);
+  std::int64_t best = millionths(kWorstTrialScore);
+  int place = otherwise;
+  for (int t = 0; t < window.trials(); ++t) {
+    if (levels.sum() > best) {
+      best = levels.sum();
+      place = t;
+    }
+    if (t == window.codons) break;
+    levels.change(codons.at(t, true), -1);
+    levels.change(codons.at(t, false), 1);
+  }
+  return place;
+}
+
+VoteTable::VoteTable(const Vote& vote) : added_(kWindowFeatures) {
+  double constant = vote.bias;
+  for (const WeightedQuestion& q : vote.questions) {
+    const std::int64_t alpha = millionths(q.weight / 2);
+    alphas_.push_back({q.question, alpha});
+    constant += q.weight / 2;
+    allNo_ -= alpha;
+    auto& levels = added_[static_cast<std::size_t>(q.question.feature)];
+    for (int level = q.question.cut + 1; level < kLevels; ++level) {
+      levels[static_cast<std::size_t>(level)] += static_cast<std::int32_t>(2 * alpha);
+    }
+  }
+  constant_ = millionths(constant);
+  allNo_ += constant_;
+}
+
+WindowScores VoteTable::score(int windowWidth, const short* seq, int length) const {
+  WindowScores scores;
+  const int codons = windowWidth / 3;
+  const ReadCodons read(seq, length);
+  for (int f = 0; f < 3; ++f) {
+    if (f >= length - windowWidth) continue;
+    WindowLevels window(*this);
+    for (int j = 0; j < codons; ++j) window.change(read.at(f + 3 * j), 1);
+    for (int start = f; start < length - windowWidth; start += 3) {
+      scores.frame[f].push_back(fromMillionths(window.sum()));
+      window.change(read.at(start), -1);
+      window.change(read.at(start + 3 * codons), 1);
+    }
+  }
+  return scores;
+}
+
+void VoteTable::write(int windowWidth, ModelTables& tables) const {
+  tables.fh.assign(kModelHypotheses, fnlHypo{});
+  setCountPriors(tables);
+  const int windowLength = 3 * (windowWidth / 3) - 1;
+  setConstantHypothesis(tables, 0, fromMillionths(constant_));
+  std::size_t i = 1;
+  for (const auto& [question, alpha] : alphas_) {
+    setHypothesis(tables, i++, question, fromMillionths(alpha), windowLength);
+  }
+  for (; i < kModelHypotheses; ++i) setConstantHypothesis(tables, i, 0.0);
+}
+
+}  // namespace velto

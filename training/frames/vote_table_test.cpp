@@ -1,0 +1,81 @@
+#include "training/frames/vote_table.h"
+
+#include <gtest/gtest.h>
+
+#include <sstream>
+
+#include "model/model_file.h"
+#include "core/random.h"
+
+namespace velto {
+namespace {
+
+std::vector<short> randomBases(int length, Random& random) {
+  std::vector<short> bases;
+  for (int i = 0; i < length; ++i) {
+    const bool unknown = random.below(50) == 0;
+    bases.push_back(unknown ? short{-1} : static_cast<short>(random.below(4)));
+  }
+  return bases;
+}
+
+// Distinct questions of every kind with random weights.
+Vote randomVote(Random& random) {
+  Vote vote;
+  vote.bias = 0.125;
+  for (int feature = 0; feature < kFirstPairFeature; feature += 2) {
+    vote.questions.push_back({{feature, static_cast<int>(random.below(6))}, random.real() - 0.5});
+  }
+  for (int pair = 0; pair < kPairCodes; pair += 5) {
+    const int cut = static_cast<int>(random.below(2));
+    vote.questions.push_back({{kFirstPairFeature + pair, cut}, random.real() - 0.5});
+  }
+  return vote;
+}
+
+TEST(VoteTable, ScoresAreThoseOfTheWrittenModel) {
+  Random random(20240611);
+  const VoteTable vote(randomVote(random));
+  for (const int width : {96, 196}) {
+    ModelTables tables;
+    vote.write(width, tables);
+    for (const int length : {width, width + 1, width + 2, width + 30, 700}) {
+      const std::vector<short> bases = randomBases(length, random);
+      const WindowScores fast = vote.score(width, bases.data(), length);
+      const WindowScores plain = scoreWindowsPlain({tables, width}, bases.data(), length);
+      for (int f = 0; f < 3; ++f) {
+        ASSERT_EQ(fast.frame[f].size(), plain.frame[f].size());
+        for (std::size_t k = 0; k < fast.frame[f].size(); ++k) {
+          EXPECT_NEAR(fast.frame[f][k], plain.frame[f][k], 1e-9);
+        }
+      }
+    }
+  }
+}
+
+TEST(VoteTable, WrittenModelIsUnchangedByItsFile) {
+  Random random(5);
+  ModelTables tables;
+  VoteTable(randomVote(random)).write(96, tables);
+  const std::string text = parameterFileText(tables);
+  std::istringstream in(text);
+  ModelTables read;
+  EXPECT_TRUE(readParameterFile(in, kModelHypotheses, read).regular());
+  EXPECT_EQ(parameterFileText(read), text);
+  const std::vector<short> bases = randomBases(400, random);
+  const WindowScores before = scoreWindowsPlain({tables, 96}, bases.data(), 400);
+  const WindowScores after = scoreWindowsPlain({read, 96}, bases.data(), 400);
+  for (int f = 0; f < 3; ++f) EXPECT_EQ(before.frame[f], after.frame[f]);
+}
+
+TEST(VoteTable, EmptyVoteIsItsBiasEverywhere) {
+  Vote vote;
+  vote.bias = -0.75;
+  const std::vector<short> bases(120, 0);
+  const WindowScores scores = VoteTable(vote).score(96, bases.data(), 120);
+  ASSERT_EQ(scores.frame[0].size(), 8U);
+  for (const double score : scores.frame[0]) EXPECT_EQ(score, -0.75);
+}
+
+}  // namespace
+}  // namespace velto
