@@ -28,6 +28,10 @@ void readBases(std::istream& in, std::vector<short>& codes) {
 
 bool isGOrC(short code) { return code == baseCode('G') || code == baseCode('C'); }
 
+double gcPercent(double gcBases, int length) {
+  return length == 0 ? 0.0 : gcBases * 100.0 / length;
+}
+
 [[noreturn]] void refuseShortRead() {
   std::cout << "VELTO DOES NOT SUPPORT SEQUENCES SHORTER THAN 30 BASES.\n";
   std::exit(1);
@@ -56,7 +60,7 @@ void WebPredict::setRead(const std::vector<short>& codes) {
   arrayLen = static_cast<int>(codes.size());
   seqLength = arrayLen;
   const auto gcBases = static_cast<double>(std::count_if(codes.begin(), codes.end(), isGOrC));
-  gcPressure = arrayLen == 0 ? 0.0 : gcBases * 100.0 / arrayLen;
+  gcPressure = gcPercent(gcBases, arrayLen);
 }
 
 int WebPredict::GetArrayFromFile(char* fileName) {
@@ -80,13 +84,17 @@ int WebPredict::GetArrayFromCin() {
   const long announced = std::strtol(line, nullptr, 10);
   const size_t length = announced > 0 && announced <= INT_MAX ? static_cast<size_t>(announced) : 0;
   std::vector<short> codes;
+  double gcBases = 0.0;
   while (std::cin.getline(line, sizeof line) && std::strncmp(line, "exit", 4) != 0) {
-    for (const char* c = line; *c != '\0' && codes.size() < length; ++c) {
-      codes.push_back(baseCode(*c));
+    for (const char* c = line; *c != '\0'; ++c) {
+      const short code = baseCode(*c);
+      if (isGOrC(code)) ++gcBases;
+      if (codes.size() < length) codes.push_back(code);
     }
   }
   codes.resize(length, kUnknownBase);
   setRead(codes);
+  gcPressure = gcPercent(gcBases, arrayLen);
   return 0;
 }
 

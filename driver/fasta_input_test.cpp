@@ -83,6 +83,12 @@ TEST_F(ReadFile, ThirtyBasesAreAccepted) {
   EXPECT_EQ(predictor_.seqArray[15], 3);
 }
 
+TEST_F(ReadFile, HeaderIsAppendedToWhatTheMemberHolds) {
+  predictor_.fastaHeader = "before ";
+  read(">thirty\n" + std::string(30, 'A') + "\n");
+  EXPECT_EQ(predictor_.fastaHeader, "before thirty");
+}
+
 TEST_F(ReadFile, GcContentIsTakenOverAllCharacters) {
   read(">x\n" + std::string(10, 'G') + std::string(10, 'N') + std::string(10, 'a') + "\n");
   EXPECT_EQ(predictor_.gcPressure, 10 * 100.0 / 30);
@@ -131,9 +137,22 @@ TEST_F(ReadStandardInput, StopsAtTheExitLine) {
   EXPECT_EQ(predictor_.gcPressure, 3 * 100.0 / 6);
 }
 
-TEST_F(ReadStandardInput, NeverStoresMoreThanTheAnnouncedLength) {
-  read("a\nb\n4\nACGTACGT\nACGT\nexit\n");
+TEST_F(ReadStandardInput, NothingBehindTheExitLineIsRead) {
+  read("a\nb\n8\nACG\nexit\nGGGGG\n");
+  EXPECT_EQ(codes(), (Codes{0, 3, 2, -1, -1, -1, -1, -1}));
+  EXPECT_EQ(predictor_.gcPressure, 2 * 100.0 / 8);
+}
+
+TEST_F(ReadStandardInput, ExitCountsAtTheBeginningOfALineOnly) {
+  read("a\nb\n6\n exit\nG\nexit\n");
+  EXPECT_EQ(codes(), (Codes{-1, -1, -1, -1, -1, 2}));
+}
+
+TEST_F(ReadStandardInput, NeverStoresMoreThanTheAnnouncedLengthButCountsGAndCOfAllCharacters) {
+  read("a\nb\n4\nACGTACGT\nACGTN\nexit\n");
   EXPECT_EQ(codes(), (Codes{0, 3, 2, 1}));
+  EXPECT_EQ(predictor_.seqLength, 4);
+  EXPECT_EQ(predictor_.gcPressure, 6 * 100.0 / 4);  // two a line of four
 }
 
 TEST_F(ReadStandardInput, MissingBasesAreUnknown) {

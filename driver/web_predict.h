@@ -20,7 +20,8 @@ class WebPredict : public Test {
   // error) or a read of fewer than 30 bases (standard output) ends the process with status 1.
   int GetArrayFromFile(char* fileName);
   // Reads a sequence of announced length from standard input up to a line "exit": two lines of no
-  // use, the length, the bases. Never stores more than the announced length. Returns 0.
+  // use, the length, the bases. Never stores more than the announced length, but counts G and C of
+  // all characters, so that gcPressure may exceed 100. Returns 0.
   int GetArrayFromCin();
   // The whole prediction of inputFile with the models of paramDir. Returns 0.
   int GetResult();
