@@ -1,6 +1,9 @@
 // 1. Lines and fields  2. Parameter file  3. Matrix file  4. Writing
 #include "model/model_file.h"
 
+#include <algorithm>
+#include <cctype>
+#include <climits>
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
@@ -146,9 +149,10 @@ bool indicesInRange(const fnlHypo& h) {
 
 ModelFileStatus readParameterFile(std::istream& in, int rounds, ModelTables& tables) {
   LineReader lines(in);
-  tables.fh.reserve(tables.fh.size() + static_cast<size_t>(rounds > 0 ? rounds : 0));
-  for (int i = 0; i < rounds; ++i) readHypothesis(lines, tables.fh.emplace_back());
-  for (int i = rounds > 0 ? rounds : 0; i < kModelHypotheses; ++i) {
+  const size_t loaded = static_cast<size_t>(std::max(rounds, 0));
+  tables.fh.resize(tables.fh.size() + loaded);
+  for (size_t i = 0; i < loaded; ++i) readHypothesis(lines, tables.fh[i]);
+  for (size_t i = loaded; i < kModelHypotheses; ++i) {
     fnlHypo discarded;
     readHypothesis(lines, discarded);
   }

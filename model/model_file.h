@@ -22,8 +22,9 @@ constexpr int kParameterFileLines =
     4 * kModelHypotheses + kPairGaps * kAminoAcids * kAminoAcids + kAminoAcids;
 constexpr int kMatrixFileLines = 4;
 
-// Reads the first `rounds` hypotheses (appended to tables.fh) and all other sections of a parameter
-// file. Lines are cut at 255 characters; a longer line ends the readable part of the file.
+// Appends `rounds` hypotheses to tables.fh, reads the file's first ones into tables.fh[0] on, and
+// reads all other sections: in tables that were loaded before, the appended hypotheses stay zero.
+// Lines are cut at 255 characters; a longer line ends the readable part of the file.
 ModelFileStatus readParameterFile(std::istream& in, int rounds, ModelTables& tables);
 
 // Reads the four lines of a matrix file: line = current state, field = previous state.

@@ -143,13 +143,23 @@ TEST(ParameterFile, NoRoundsReadNoHypothesisButAllOtherSections) {
   }
 }
 
-TEST(ParameterFile, LoadingTwiceAppendsHypotheses) {
+TEST(ParameterFile, LoadingTwiceAppendsHypothesesAndReadsTheFirstOnesAgain) {
   ModelTables tables;
   load(fileBeginningWith("3,9,15,0,2,0.412\n"), tables);
   load(fileBeginningWith("2,1,0,0,0,0.5\n"), tables);
   ASSERT_EQ(tables.fh.size(), 1000U);
-  EXPECT_EQ(tables.fh[0].alpha, 0.412);
-  EXPECT_EQ(tables.fh[500].alpha, 0.5);
+  expectHypothesis(tables.fh[0], 2, 1, 0, 0, 0, 0.5);
+  expectHypothesis(tables.fh[500], 0, 0, 0, 0, 0, 0.0);
+}
+
+TEST(ParameterFile, SecondLoadOfFewerRoundsLeavesTheOtherHypotheses) {
+  ModelTables tables;
+  load(fileBeginningWith("2,1,0,0,0,0.5\n2,2,0,0,0,0.25\n"), tables, 2);
+  load(fileBeginningWith("2,3,0,0,0,0.75\n"), tables, 1);
+  ASSERT_EQ(tables.fh.size(), 3U);
+  EXPECT_EQ(tables.fh[0].alpha, 0.75);
+  EXPECT_EQ(tables.fh[1].alpha, 0.25);
+  EXPECT_EQ(tables.fh[2].alpha, 0.0);
 }
 
 TEST(ParameterFile, ShortFileLeavesTheRestZero) {

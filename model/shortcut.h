@@ -8,9 +8,9 @@ namespace velto {
 // Holds no data. The names, odd spellings included, are fixed.
 class Shortcut {
  public:
-  // Appends READ_ROUND hypotheses to fh and fills the other tables of processModel from the
-  // parameter file. Returns 0. A file that cannot be opened is reported on standard output and ends
-  // the process with status 1. To be called once per process.
+  // Appends READ_ROUND hypotheses to fh, fills fh[0] on and the other tables of processModel from
+  // the parameter file. Returns 0. A file that cannot be opened is reported on standard output and
+  // ends the process with status 1. What a second call appends stays zero and never votes.
   int GetParamater(std::string path);
 
   // Fills malkovChain from the matrix file. Returns 0; failure as in GetParamater.

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "model/model_file.h"
+#include "model/window_vote.h"
 #include "tests/support/models.h"
 #include "tests/support/temp_dir.h"
 
@@ -28,6 +29,20 @@ TEST_F(ShortcutTest, LoadsTheParameterFileIntoTheProcessWideTables) {
   ASSERT_EQ(fh.size(), 500U);
   EXPECT_EQ(fh[0].elem2, 15);
   EXPECT_EQ(pairAcidTrsld[0].trsld, 1.25);
+}
+
+TEST_F(ShortcutTest, SecondLoadInOneProcessVotesByTheSecondFile) {
+  ModelTables first;
+  test::addConstant(first, 1.0);
+  test::writeFile(directory_.file("1.txt"), parameterFileText(first));
+  ModelTables second;
+  test::addConstant(second, 0.25);
+  test::writeFile(directory_.file("2.txt"), parameterFileText(second));
+  shortcut_.GetParamater(directory_.file("1.txt"));
+  EXPECT_EQ(voteSum(processModel, smplTestData()), 1.0);
+  shortcut_.GetParamater(directory_.file("2.txt"));
+  EXPECT_EQ(fh.size(), 1000U);
+  EXPECT_EQ(voteSum(processModel, smplTestData()), 0.25);
 }
 
 TEST_F(ShortcutTest, LoadsTheMatrixFileIntoMalkovChain) {
