@@ -33,6 +33,8 @@ class LineReader {
       note(readable && !in_.eof() ? "unreadable line" : "the file ends early");
     } else if (in_.fail()) {
       note("the line is longer than 255 characters");
+    } else if (endsBeforeLineBreak()) {
+      note("the line holds a zero byte");
     }
     lineOpen_ = true;
   }
@@ -40,6 +42,7 @@ class LineReader {
   int nextInt() {
     char* end = nullptr;
     const long value = std::strtol(rest_, &end, 10);
+    if (value < INT_MIN || value > INT_MAX) note("a number is out of range");
     advance(end);
     return static_cast<int>(value);
   }
@@ -68,13 +71,27 @@ class LineReader {
   }
 
  private:
+  // True if a zero byte hides the rest of the line from number conversion.
+  bool endsBeforeLineBreak() const {
+    const std::streamsize lineBreak = in_.eof() ? 0 : 1;
+    return static_cast<std::streamsize>(std::strlen(buffer_)) + lineBreak < in_.gcount();
+  }
+
+  // Number conversion also takes leading blanks, a plus sign and hexadecimal digits, which no
+  // writer of model files puts there.
+  static bool isPlainNumber(const char* field, const char* end) {
+    return (*field == '-' || *field == '.' || std::isdigit(static_cast<unsigned char>(*field))) &&
+           std::none_of(field, end, [](char c) { return c == 'x' || c == 'X'; });
+  }
+
   // The text after the next comma is what remains; without a comma the same text remains.
   void advance(const char* end) {
     if (!fieldsLeft_) note("a field is missing");
     const char* comma = std::strchr(rest_, ',');
     const char* stop = comma != nullptr ? comma : rest_ + std::strlen(rest_);
-    if (end == rest_ || end != stop) {
-      if (!(comma == nullptr && *end == '\r' && end[1] == '\0')) note("a field is not a number");
+    const bool carriageReturn = comma == nullptr && *end == '\r' && end[1] == '\0';
+    if (!isPlainNumber(rest_, end) || (end != stop && !carriageReturn)) {
+      note("a field is not a number");
     }
     if (comma != nullptr) {
       rest_ = comma + 1;

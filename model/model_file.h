@@ -9,7 +9,8 @@
 namespace velto {
 
 // What was irregular in a model file. Reading never fails: a malformed number reads as 0 (or as its
-// valid prefix), a missing line as zeros; the status names the first such place.
+// valid prefix), an integer beyond int wraps, a missing line reads as zeros; the status names the
+// first such place.
 struct ModelFileStatus {
   int line = 0;        // 1-based; 0 when the file is regular
   std::string reason;  // empty when the file is regular

@@ -208,6 +208,11 @@ TEST(ParameterLine, TextReadsAsZeroOrAsItsNumericPrefix) {
   expectHypothesis(firstHypothesis(",,,,,"), 0, 0, 0, 0, 0, 0.0);
 }
 
+TEST(ParameterLine, IntegersWrapAndBlanksSignsAndHexadecimalRealsAreTaken) {
+  expectHypothesis(firstHypothesis("4294967298, 1,+2,0x3,-4294967293, 0x1p-2"), 2, 1, 2, 0, 3,
+                   0.25);
+}
+
 TEST(ParameterLine, FieldsBehindTheLastAreIgnored) {
   expectHypothesis(firstHypothesis("2,1,0,0,0,0.5,9,9"), 2, 1, 0, 0, 0, 0.5);
 }
@@ -324,6 +329,22 @@ TEST(ModelFileStatus, NamesTheFirstIrregularLine) {
       {"3,20,20,0,4,0.412", "an index points outside its table"},
       {"2,-1,0,0,0,0.412", "an index points outside its table"},
       {"0,4,0,0,0,0.412", "an index points outside its table"},
+      {"2147483648,1,0,0,0,0.412", "a number is out of range"},
+      {"2,-2147483649,0,0,0,0.412", "a number is out of range"},
+      {"4294967298,1,0,0,0,0.412", "a number is out of range"},  // 2 when it wraps
+      {"99999999999999999999,1,0,0,0,0.412", "a number is out of range"},
+      {"2147483647,1,-2147483648,0,0,0.412", ""},
+      {"0x2,1,0,0,0,0.412", "a field is not a number"},
+      {"+2,1,0,0,0,0.412", "a field is not a number"},
+      {" 2,1,0,0,0,0.412", "a field is not a number"},
+      {"2 ,1,0,0,0,0.412", "a field is not a number"},
+      {"2,1,0,0,0, 0.412", "a field is not a number"},
+      {"2,1,0,0,0,+0.412", "a field is not a number"},
+      {"2,1,0,0,0,0x1p-2", "a field is not a number"},
+      {"2,1,0,0,0,", "a field is not a number"},
+      {"2,1,0,0,0,-", "a field is not a number"},
+      {"2,1,0,0,0,-.5e-3", ""},
+      {"2,1,0,0,0,1e+1", ""},
   };
   for (const Irregularity& c : cases) {
     ModelTables tables;
@@ -332,6 +353,24 @@ TEST(ModelFileStatus, NamesTheFirstIrregularLine) {
     EXPECT_EQ(status.reason, c.reason) << c.line;
     EXPECT_EQ(status.line, *c.reason == '\0' ? 0 : 2) << c.line;
   }
+}
+
+TEST(ModelFileStatus, NamesALineWithAZeroByte) {
+  for (const std::string& line :
+       {std::string("2,1,0,0,0,0.5\0", 14), std::string("2,1,0,0,0,0.5\0,,\r", 17)}) {
+    ModelTables tables;
+    const ModelFileStatus status = load(fileBeginningWith(line + "\n"), tables);
+    EXPECT_EQ(status.reason, "the line holds a zero byte");
+    EXPECT_EQ(status.line, 1);
+    expectHypothesis(tables.fh[0], 2, 1, 0, 0, 0, 0.5);
+  }
+}
+
+TEST(ModelFileStatus, LastLineNeedsNoLineBreak) {
+  ModelTables tables;
+  std::string text = parameterFileText(tables);
+  text.pop_back();
+  EXPECT_TRUE(load(text, tables).regular());
 }
 
 TEST(ModelFileStatus, NamesLinesBehindTheEnd) {
