@@ -130,6 +130,18 @@ TEST(FramePaths, FrameChangeCostsTwenty) {
   EXPECT_EQ(nodes[3 + 2].score, 2.0);
 }
 
+TEST(FramePaths, PenaltyOfAMissingStateIsTakenBeforeThatOfAFrameChange) {
+  // Numbers of this size are multiples of 8, an even one here. Less 70 it is rounded to 72 less;
+  // of the 20 less, halfway between 16 and 24, the even multiple, 24 less, is taken: 96 in all.
+  // In the other order it would be 16 and 72, 88 in all.
+  const double huge = 3 * 18014398509481984.0;  // 3 x 2 to the 54
+  double matrix[16] = {};
+  matrix[4 * 0 + 2] = huge;
+  const std::vector<dpNode> nodes = decode(matrix, inFrameZero({kC, kC, kX}, {kA, kO, kO}));
+  EXPECT_EQ(nodes[6 + 1].score, huge - 96.0);
+  EXPECT_EQ(nodes[6 + 1].prevFrame, 0);
+}
+
 TEST(FramePaths, SameFrameWinsATieAgainstALowerFrame) {
   const double matrix[16] = {};
   layout lay = sameInAllFrames({kC, kC, kC}, kO);

@@ -109,6 +109,51 @@ TEST(ShiftPlacement, CloseChangesNeverCrossEachOthersFirstSteps) {
       runs({{29, 0}, {16, 1}, {35, 2}, {10, -1}}));
 }
 
+TEST(ShiftPlacement, LaterChangeStartsFromTheFrameThatAnEarlierOneWrote) {
+  // Only frame 0 reads Ala. The change at 44 moves as far as the one at 50 lets it, so that frame 0
+  // stands before that one too; its window, read from frame 0, moves it to 32 + 1 + 34 = 67.
+  EXPECT_EQ(
+      placed(countingAla(), repeated("GCC", 90), 79, runs({{44, 0}, {6, 1}, {30, 2}, {10, -1}})),
+      runs({{67, 0}, {13, 2}, {10, -1}}));
+}
+
+// The letters A with one GCC, at base `at`: Ala in that base's frame only.
+std::string oneAla(int length, int at) {
+  return repeated("A", at) + "GCC" + repeated("A", length - at - 3);
+}
+
+TEST(ShiftPlacement, LastCodonOfATrialMayEndOnTheWindowsLastBase) {
+  // The window of step 44, read from frame 2, reaches from base 86 to base 183. Two bases further
+  // on its last codon is that of the bases 181 to 183. Ala there votes against every trial but the
+  // last, which reads it in the old frame: the change moves to 32 + 1 + 28 = 61.
+  ModelTables tables;
+  test::addAcid(tables, 0, -1.0, 1, 0);
+  EXPECT_EQ(placed(tables, oneAla(240, 181), 73, runs({{44, 2}, {30, 1}, {6, -1}})),
+            runs({{61, 2}, {13, 1}, {6, -1}}));
+}
+
+TEST(ShiftPlacement, CodonThatReachesBeyondTheWindowsLastBaseIsNotCounted) {
+  // The window of step 100, read from frame 0, reaches from base 204 to base 399. Two bases further
+  // on its last codon would be that of the bases 398 to 400: all trials are equal.
+  ModelTables tables;
+  test::addAcid(tables, 0, -1.0, 1, 0);
+  EXPECT_EQ(placed(tables, oneAla(700, 398), 180, runs({{100, 0}, {81, 2}, {19, -1}}), 196),
+            runs({{69, 0}, {112, 2}, {19, -1}}));
+}
+
+TEST(ShiftPlacement, PairsAreWeighedByTheWindowsLengthInBases) {
+  // The window of step 44 in frame 0 reaches from base 84 to base 183: its length is 99. Its codon
+  // 5 is Ala, codon 6 Ser. With one of each the value of the pair is (3/99) / (3/99) / (3/99) = 33,
+  // in every trial that reads codon 5 in the old frame; in the others it is not a number.
+  const std::string letters = repeated("A", 99) + "GCCTCC" + repeated("A", 135);
+  const std::vector<int> path = runs({{44, 0}, {30, 1}, {6, -1}});
+  ModelTables tables;
+  test::addPair(tables, 0, 0, 15, 1.0, 1, 32.9);
+  EXPECT_EQ(placed(tables, letters, 73, path), runs({{35, 0}, {39, 1}, {6, -1}}));  // 6 + 1 + 28
+  tables.pairAcidTrsld[0].trsld = 33.1;
+  EXPECT_EQ(placed(tables, letters, 73, path), runs({{29, 0}, {45, 1}, {6, -1}}));  // trial 0
+}
+
 TEST(ShiftPlacement, EmptyPathIsUnchanged) {
   EXPECT_TRUE(placed(kIndifferent, repeated("GCC", 20), 0, {}).empty());
 }

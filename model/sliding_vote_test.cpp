@@ -58,6 +58,19 @@ TEST(SlidingVote, AddedAndRemovedCodonsLeaveTheEmptyWindow) {
   EXPECT_EQ(sums[1], -1.0);
 }
 
+TEST(SlidingVote, DividesPairFrequenciesInTheOrderOfTheDefinition) {
+  // Five times Ala before something, once before Ser: (3/95) / (15/95) / (3/95) in this order.
+  const std::vector<short> codes = test::baseCodes("GCCTCC" + test::repeated("GCCAAA", 4));
+  const ReadCodons read(codes.data(), 30);
+  ModelTables tables;
+  test::addPair(tables, 0, 0, 15, 1.0, 1, 6.333333333333333);
+  SlidingVote vote(tables, 95, 32);
+  for (int p = 0; p < 30; p += 3) vote.add(0, read.at(p));
+  double sums[SlidingVote::kLanes];
+  vote.sums(sums);
+  EXPECT_EQ(sums[0], -1.0);  // equal, so not above
+}
+
 // Random codons come and go in all lanes; each lane must vote as a sample counted anew.
 void compareWithPlainVote(test::Random& random, const ModelTables& tables) {
   constexpr int kMost = 20;

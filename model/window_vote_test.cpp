@@ -129,6 +129,15 @@ TEST(WindowVote, PairFeatureIsObservedOverExpected) {
   EXPECT_EQ(voteSum(tables, sample), -0.5);
 }
 
+TEST(WindowVote, PairFeatureIsDividedByTheFirstMemberThenByTheSecond) {
+  ModelTables tables;
+  test::addPair(tables, 0, 0, 15, 0.5, 1, 0.0);
+  // (3/95) / (15/95) / (3/95); divided in another order the last digit is 4.
+  EXPECT_EQ(pairFeature(tables, tables.fh[0], 1, 5, 1, 95), 6.333333333333333);
+  EXPECT_EQ((3.0 / 95) / (3.0 / 95) / (15.0 / 95), 6.333333333333334);
+  EXPECT_EQ((3.0 / 95) / ((15.0 / 95) * (3.0 / 95)), 6.333333333333334);
+}
+
 TEST(WindowVote, PairOfZeroLengthAndZeroPriorsIsNotANumberAndNotAbove) {
   ModelTables tables;
   test::addPair(tables, 0, 8, 8, 0.5, 1, -1e300);

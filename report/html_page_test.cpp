@@ -114,6 +114,23 @@ TEST(HtmlPage, NumbersHaveSixDigitsAndTheConsoleKeepsThree) {
   EXPECT_NE(test::readFile(path).find("GC PRESSURE: 41.2345%<BR>\n"), std::string::npos);
 }
 
+TEST(HtmlPage, InsertedBaseThatEndsTheRegionIsClosedBeforeIt) {
+  const test::HandMade values{repeated("A", 30), "", {0, 0, 1, 1, -1}, 0, 6, 1.0};
+  EXPECT_NE(
+      pageOf(values, 60).find("<S>A</S></font><font color=red></font><font color=\"black\">A"),
+      std::string::npos);
+}
+
+TEST(HtmlPage, ExistingFileIsOverwritten) {
+  const test::TempDir directory;
+  std::string path = directory.file("o.html");
+  test::writeFile(path, std::string(5000, 'x'));
+  WebPredict result;
+  test::fill(result, kThirtyBases);
+  EXPECT_EQ(result.OutHtmlLayout(60, path.data()), 0);
+  EXPECT_EQ(test::readFile(path), pageOf(kThirtyBases, 60));
+}
+
 TEST(HtmlPage, FileThatCannotBeOpenedIsPassedOver) {
   const test::TempDir directory;
   WebPredict result;

@@ -54,6 +54,17 @@ TEST(ScoreFile, Of32BasesRepeatsThemInItsTwoTrailingBasesToo) {
   for (const size_t row : {30U, 31U}) EXPECT_EQ(rows[row], "A,9,109,208") << row;
 }
 
+TEST(ScoreFile, ValuesHaveSixSignificantDigits) {
+  WebPredict result;
+  result.setRead(test::baseCodes(test::repeated("A", 30)));
+  result.frameScore[0] = {12.34567891};
+  result.frameScore[1] = {1234567.0};
+  result.frameScore[2] = {-0.00001234567};
+  std::ostringstream out;
+  writeScoreFile(out, result);
+  EXPECT_NE(out.str().find("\nA,12.3457,1.23457e+06,-1.23457e-05\n"), std::string::npos);
+}
+
 TEST(ScoreFile, ValueThatASeriesLacksIsZero) {
   WebPredict result;
   result.setRead(test::baseCodes(test::repeated("A", 30)));

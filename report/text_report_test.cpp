@@ -77,11 +77,25 @@ TEST(TextReport, NegativeWidthTakenAsACountGivesOneLine) {
 }
 
 TEST(TextReport, FirstThreeBasesAreNeverErrors) {
-  // Whatever the path says: the step before step 0 has no frame.
-  for (int frame = 0; frame < 3; ++frame) {
-    const test::HandMade values{repeated("A", 30), "", std::vector<int>(10, frame), frame, 29, 1.0};
-    EXPECT_EQ(reportOf(values, 60).find("_ERR"), std::string::npos);
+  // A path that enters frame 0, 1 or 2 at step 0 and another one at step 1. The step before step 0
+  // has no frame; the change at step 1 shows at one of the bases 4 to 6 and nowhere else.
+  const std::pair<std::vector<int>, const char*> cases[] = {
+      {{0, 1}, "INSERTION_ERR: A@4\n\n"}, {{1, 2}, "INSERTION_ERR: A@5\n\n"},
+      {{2, 0}, "INSERTION_ERR: A@6\n\n"}, {{1, 0}, "DELETION_ERR: 4\n\n"},
+      {{2, 1}, "DELETION_ERR: 5\n\n"},    {{0, 2}, "DELETION_ERR: 6\n\n"},
+  };
+  for (const auto& [path, line] : cases) {
+    std::vector<int> whole(10, path[1]);
+    whole[0] = path[0];
+    const std::string report = reportOf({repeated("A", 30), "", whole, path[0], 29, 1.0}, 60);
+    const std::string stop = " STOP: 30\n";
+    EXPECT_EQ(report.find(stop + line), report.find(stop)) << report;
   }
+}
+
+TEST(TextReport, InsertedBaseThatEndsTheRegionKeepsItsBracketInside) {
+  const test::HandMade values{repeated("A", 30), "", {0, 0, 1, 1, -1}, 0, 6, 1.0};
+  EXPECT_EQ(displayOf(values, 60).substr(0, 12), "{AAAAAA(A)}A");
 }
 
 TEST(TextReport, EveryInsertionAndDeletionStandsAtItsResidue) {

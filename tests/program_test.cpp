@@ -137,6 +137,27 @@ TEST_F(ProgramTest, LastOfARepeatedOptionWins) {
             report({"-i", "in.fa", "-d", "m"}));
 }
 
+TEST_F(ProgramTest, LastOfARepeatedWidthPageAndScoreFileWins) {
+  const std::string out = report({"-w", "70", "-h", "a.html", "-s", "a.csv", "-w", "80", "-h",
+                                  "b.html", "-s", "b.csv", "-i", "in.fa", "-d", "m"});
+  EXPECT_EQ(out, report({"-w", "80", "-i", "in.fa", "-d", "m"}));
+  EXPECT_EQ(files(), (std::set<std::string>{"in.fa", "m", "b.html", "b.csv"}));
+}
+
+TEST_F(ProgramTest, WidthIsReadAsADecimalNumber) {
+  EXPECT_EQ(report({"-w", "0100", "-i", "in.fa", "-d", "m"}),
+            report({"-w", "100", "-i", "in.fa", "-d", "m"}));
+  EXPECT_EQ(report({"-w", "0x50", "-i", "in.fa", "-d", "m"}),
+            report({"-w", "0", "-i", "in.fa", "-d", "m"}));
+}
+
+TEST_F(ProgramTest, PageReplacesAnOlderOne) {
+  report({"-i", "in.fa", "-d", "m", "-h", "a.html"});
+  const std::string page = readFile(directory_.file("a.html"));
+  report({"-i", "in.fa", "-d", "m", "-h", "a.html"});
+  EXPECT_EQ(readFile(directory_.file("a.html")), page);
+}
+
 TEST_F(ProgramTest, WidthThatIsNoNumberIsZeroAndMeansSixty) {
   const std::string usual = report({"-i", "in.fa", "-d", "m", "-h", "a.html"});
   EXPECT_EQ(report({"-w", "abc", "-i", "in.fa", "-d", "m", "-h", "b.html"}), usual);

@@ -44,6 +44,14 @@ TEST(LayoutAccuracy, KnownCodingBeyondThePredictionCountsAsMissed) {
   EXPECT_EQ(a.nonCoding, 0);  // the prediction does not reach the known non-coding steps
 }
 
+TEST(LayoutAccuracy, MissedTimesFalseIsAProductOfInts) {
+  // FN = FP = 65536: their product, 2 to the 32, is 0 in an int.
+  LayoutAccuracy a;
+  a.coding = a.nonCoding = 65537;
+  a.codingFound = a.nonCodingFound = 1;
+  EXPECT_NEAR(a.correlation(), 1.0 / 65537 / 65537, 1e-20);
+}
+
 TEST(LayoutAccuracy, OtherCodesAreNeitherFoundNorKnown) {
   layout lay;
   lay.crr[0] = {kC, kN, kS};
