@@ -19,10 +19,6 @@ const char* nameOf(Prediction::Status status) {
 
 char symbolOf(Strand strand) { return strand == Strand::kMinus ? '-' : '+'; }
 
-std::string nameFor(const ScannedRead& read) {
-  return read.record.name.empty() ? "record" + std::to_string(read.ordinal) : read.record.name;
-}
-
 std::string positionList(const Prediction& prediction, Frameshift::Kind kind) {
   std::string list;
   for (const Frameshift& shift : prediction.frameshifts) {
@@ -40,19 +36,5 @@ std::string numberText(double number, int digits) {
 }
 
 std::string scoreText(double score) { return numberText(score, 5); }
-
-std::string percentEscaped(std::string_view text, bool (*isPlain)(char)) {
-  constexpr char kDigits[] = "0123456789ABCDEF";
-  std::string escaped;
-  for (const char c : text) {
-    if (isPlain(c)) {
-      escaped += c;
-    } else {
-      const auto byte = static_cast<unsigned char>(c);
-      escaped += {'%', kDigits[byte / 16], kDigits[byte % 16]};
-    }
-  }
-  return escaped;
-}
 
 }  // namespace velto

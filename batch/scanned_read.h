@@ -2,7 +2,6 @@
 #pragma once
 
 #include <string>
-#include <string_view>
 
 #include "batch/coding_sequence.h"
 #include "seqio/record.h"
@@ -26,9 +25,6 @@ const char* nameOf(Prediction::Status status);
 // '+' or '-'.
 char symbolOf(Strand strand);
 
-// The name of the record; "record" with its ordinal if it has none, for formats that need one.
-std::string nameFor(const ScannedRead& read);
-
 // The 1-based positions of the frameshifts of one kind, comma-separated.
 std::string positionList(const Prediction& prediction, Frameshift::Kind kind);
 
@@ -37,8 +33,5 @@ std::string numberText(double number, int digits);
 
 // The score as the one-read program prints it.
 std::string scoreText(double score);
-
-// Replaces every byte that `isPlain` refuses by '%' and two hexadecimal digits.
-std::string percentEscaped(std::string_view text, bool (*isPlain)(char));
 
 }  // namespace velto

@@ -18,10 +18,11 @@
 #include "batch/formats/bed_rows.h"
 #include "batch/formats/gff3_rows.h"
 #include "batch/formats/json_rows.h"
-#include "batch/scan_pipeline.h"
+#include "batch/formats/read_name.h"
 #include "batch/formats/score_rows.h"
 #include "batch/formats/sequence_rows.h"
 #include "batch/formats/tsv_rows.h"
+#include "batch/scan_pipeline.h"
 #include "seqio/input_error.h"
 #include "seqio/output_file.h"
 #include "velto/velto.h"
@@ -138,7 +139,7 @@ ScanOptions scanOptions(const CommandLine& line) {
   options.threads = threadCount(line.threads);
   if (line.progress) options.progress = ProgressLine();
   options.warnOfRepeatedName = [](const std::string& name) {
-    std::cerr << "velto: warning: the name '" << name
+    std::cerr << "velto: warning: the name '" << withoutControlCharacters(name)
               << "' occurs more than once; other repeated names are not reported\n";
   };
   return options;

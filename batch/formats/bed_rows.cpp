@@ -4,6 +4,8 @@
 #include <cmath>
 #include <vector>
 
+#include "batch/formats/read_name.h"
+
 namespace velto {
 namespace {
 
@@ -30,7 +32,7 @@ void appendBedRow(const ScannedRead& read, std::string& text) {
     sizes += std::to_string(part.end - part.begin) + ',';
     starts += std::to_string(part.begin - parts.front().begin) + ',';
   }
-  const std::string name = nameFor(read);
+  const std::string name = bedName(read);
   const std::string begin = std::to_string(parts.front().begin);
   const std::string end = std::to_string(parts.back().end);
   const double score = std::clamp(std::round(read.prediction.score), 0.0, kMostScore);

@@ -1,17 +1,9 @@
 #include "batch/formats/gff3_rows.h"
 
-#include <cctype>
-#include <cstring>
+#include "batch/formats/read_name.h"
 
 namespace velto {
 namespace {
-
-bool isAlphanumeric(char c) { return std::isalnum(static_cast<unsigned char>(c)) != 0; }
-
-// The letters that the format allows in a sequence name; one must not begin with '>'.
-bool isPlainInName(char c) {
-  return c != '\0' && (isAlphanumeric(c) || std::strchr(".:^*$@!+_?-|", c) != nullptr);
-}
 
 std::string attributes(const ScannedRead& read) {
   const Prediction& p = read.prediction;
@@ -30,7 +22,7 @@ std::string gff3Header() { return "##gff-version 3\n"; }
 
 void appendGff3Rows(const ScannedRead& read, std::string& text) {
   const bool minus = read.prediction.strand == Strand::kMinus;
-  const std::string before = percentEscaped(nameFor(read), isPlainInName) + "\tvelto\tCDS\t";
+  const std::string before = gff3Name(read) + "\tvelto\tCDS\t";
   const std::string score =
       '\t' + scoreText(read.prediction.score) + '\t' + symbolOf(read.prediction.strand) + '\t';
   const std::string after = '\t' + attributes(read) + '\n';

@@ -195,6 +195,15 @@ TEST(SequenceRows, AreFastaRecords) {
   EXPECT_EQ(written(noncoding(), appendProteinFasta), "");
 }
 
+TEST(OutputRows, AreNotSplitByANameOfAnyBytes) {
+  const HandMadeRead hand(handMade(), "a\tb\nc d");
+  EXPECT_TRUE(written(hand, appendTsvRow).starts_with("a%09b%0Ac d\t19\t"));
+  EXPECT_TRUE(written(hand, appendBedRow).starts_with("a%09b%0Ac%20d\t2\t17\ta%09b%0Ac%20d\t"));
+  EXPECT_TRUE(written(hand, appendGff3Rows).starts_with("a%09b%0Ac%20d\tvelto\t"));
+  EXPECT_TRUE(written(hand, appendCodingFasta).starts_with(">a%09b%0Ac%20d strand="));
+  EXPECT_TRUE(written(hand, appendJsonRow).starts_with(R"({"read":"a\tb\nc d",)"));
+}
+
 TEST(SequenceRows, NameANamelessRecordByItsPlace) {
   EXPECT_EQ(written(HandMadeRead(handMade(), ""), appendProteinFasta).substr(0, 9), ">record7 ");
 }

@@ -3,6 +3,7 @@
 #include <sstream>
 #include <vector>
 
+#include "batch/formats/read_name.h"
 #include "core/letter_codes.h"
 #include "report/score_file.h"
 
@@ -15,7 +16,7 @@ void appendScoreRows(const ScannedRead& read, Letters letters, std::string& text
   if (read.prediction.strand == Strand::kMinus) reverseComplement(codes);
   std::ostringstream rows;
   writeScoreRows(rows, codes.data(), read.prediction.length, read.prediction.scores);
-  text += '>' + nameFor(read) + ' ' + symbolOf(read.prediction.strand) + '\n' + rows.str();
+  text += '>' + fastaName(read) + ' ' + symbolOf(read.prediction.strand) + '\n' + rows.str();
 }
 
 }  // namespace velto

@@ -1,5 +1,7 @@
 #include "batch/formats/tsv_rows.h"
 
+#include "batch/formats/read_name.h"
+
 namespace velto {
 namespace {
 
@@ -22,7 +24,7 @@ void appendTsvRow(const ScannedRead& read, std::string& text) {
   const auto fieldIf = [&text](bool given, const std::string& field) {
     addField(text, given ? field : "");
   };
-  text += read.record.name;
+  text += tsvName(read);
   addField(text, std::to_string(p.length));
   fieldIf(p.length > 0, numberText(p.gcPercent, 6));
   addField(text, p.model);
