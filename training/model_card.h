@@ -2,14 +2,15 @@
 #pragma once
 
 #include <cstdint>
+#include <span>
 #include <string>
 #include <vector>
 
-#include "training/model_trainer.h"
+#include "training/trainer.h"
 
 namespace velto {
 
-// What of a training run the model itself does not tell.
+// What of a training run the trainers do not tell.
 struct CardFacts {
   std::string version;  // of the program
   std::string command;  // as typed, without the options that leave the model unchanged
@@ -20,9 +21,10 @@ struct CardFacts {
   RefusalCounts noncodingCounts;
 };
 
-// The text of `model.json`. Reads the input files again for their checksums; throws
-// std::runtime_error when that fails. Standard input has no checksum.
-std::string modelCardText(const CardFacts& facts, const TrainedModel& model);
+// The text of `model.json`: the facts, then the members of each decoder's card. Reads the input
+// files again for their checksums; throws std::runtime_error when that fails. Standard input has no
+// checksum.
+std::string modelCardText(const CardFacts& facts, std::span<const TrainedDecoder> decoders);
 
 // CRC-32 of a file's bytes as eight hexadecimal digits.
 std::string fileChecksum(const std::string& path);

@@ -3,16 +3,13 @@
 #include <tbb/global_control.h>
 #include <unistd.h>
 
-#include <filesystem>
 #include <iostream>
 #include <memory>
 
-#include "model/model_file.h"
 #include "seqio/output_directory.h"
-#include "seqio/output_file.h"
-#include "training/model_card.h"
-#include "training/model_trainer.h"
 #include "simulation/transcript_file.h"
+#include "training/model_directory_writer.h"
+#include "training/trainer.h"
 
 namespace velto {
 namespace {
@@ -33,42 +30,18 @@ TranscriptSet load(const std::vector<std::string>& files, TranscriptKind kind, c
   return set;
 }
 
-// ---- Output
-
-void writeFile(const std::string& path, const std::string& text) {
-  OutputFile file(path, OutputFile::Format::kPlain);
-  file.write(text);
-  file.commit();
-}
-
-void writeModel(const TrainedModel& model, const std::string& directory) {
-  namespace fs = std::filesystem;
-  for (int c = 0; c < kReadClasses; ++c) {
-    const ReadClass readClass = readClassAt(c);
-    const ModelTables& tables = model[static_cast<std::size_t>(c)].tables;
-    const std::string path = readClass.parameterPath(directory);
-    fs::create_directories(fs::path(path).parent_path());
-    writeFile(path, parameterFileText(tables));
-    writeFile(readClass.matrixPath(directory), matrixFileText(tables.malkovChain));
-  }
-}
-
-void reportBorrowing(const TrainedModel& model) {
-  for (int c = 0; c < kReadClasses; ++c) {
-    const SampleCounts& n = model[static_cast<std::size_t>(c)].sample;
-    if (!n.lackedReads) continue;
-    std::cerr << "velto: class " << readClassAt(c).name() << " has " << n.reads
-              << " reads of its own and borrowed " << n.borrowedReads
-              << " from other classes of GC content\n";
-  }
-}
-
 // ---- Command
 
 std::string joined(const std::vector<std::string>& files) {
   std::string text;
   for (const std::string& file : files) text += " " + file;
   return text;
+}
+
+void remark(const std::vector<TrainedDecoder>& decoders) {
+  for (const TrainedDecoder& decoder : decoders) {
+    for (const std::string& line : decoder.remarks) std::cerr << "velto: " << line << "\n";
+  }
 }
 
 // The output's place is left out: the same model may be made anywhere.
@@ -94,13 +67,13 @@ void train(const TrainOptions& options) {
     limit = std::make_unique<tbb::global_control>(tbb::global_control::max_allowed_parallelism,
                                                   static_cast<std::size_t>(options.threads));
   }
-  const TrainedModel model = trainModel(job);
-  if (!options.quiet) reportBorrowing(model);
-  writeModel(model, output.path());
+  std::vector<TrainedDecoder> decoders;
+  for (const Trainer& trainer : trainers()) decoders.push_back(trainer.train(job));
+  if (!options.quiet) remark(decoders);
   const CardFacts facts{VELTO_VERSION,       commandText(options),   options.seed,
                         options.codingFiles, options.noncodingFiles, coding.counts,
                         noncoding.counts};
-  writeFile(output.path() + "/model.json", modelCardText(facts, model));
+  writeModelDirectory(facts, decoders, output.path());
   output.commit();
 }
 

@@ -1,4 +1,4 @@
-#include "training/model_trainer.h"
+#include "training/frames/vote_trainer.h"
 
 #include <gtest/gtest.h>
 #include <tbb/global_control.h>
@@ -6,8 +6,8 @@
 #include <sstream>
 
 #include "model/model_file.h"
-#include "training/model_card.h"
 #include "simulation/synthetic_species.h"
+#include "training/frames/vote_files.h"
 
 namespace velto {
 namespace {
@@ -33,35 +33,32 @@ const SyntheticSpecies& species() {
   return made;
 }
 
-TrainedModel trained(const SyntheticSpecies& s, std::uint64_t seed) {
+TrainedVotes trained(const SyntheticSpecies& s, std::uint64_t seed) {
   TrainingJob job{s.coding, s.noncoding};
   job.seed = seed;
-  job.plan = tinyPlan;
-  return trainModel(job);
+  return trainVotes(job, tinyPlan);
 }
 
-const TrainedModel& example() {
-  static const TrainedModel model = trained(species(), 1);
+const TrainedVotes& example() {
+  static const TrainedVotes model = trained(species(), 1);
   return model;
 }
 
-std::string textOf(const TrainedModel& model) {
-  std::string text;
-  for (const TrainedClass& c : model) {
-    text += parameterFileText(c.tables) + matrixFileText(c.tables.malkovChain);
-  }
-  CardFacts facts;
-  return text + modelCardText(facts, model);
+std::string textOf(const TrainedVotes& model) {
+  const TrainedDecoder made = voteFiles(model);
+  std::string text = made.card;
+  for (const ModelFile& file : made.files) text += file.path + "\n" + file.bytes;
+  return text;
 }
 
-TEST(ModelTrainer, FilesAreTheSameAtAnyNumberOfThreadsAndDifferBySeed) {
+TEST(VoteTrainer, FilesAreTheSameAtAnyNumberOfThreadsAndDifferBySeed) {
   const std::string many = textOf(example());
   const tbb::global_control one(tbb::global_control::max_allowed_parallelism, 1);
   EXPECT_TRUE(textOf(trained(species(), 1)) == many);
   EXPECT_FALSE(textOf(trained(species(), 2)) == many);
 }
 
-TEST(ModelTrainer, FilesReadBackRegularAndUnchanged) {
+TEST(VoteTrainer, FilesReadBackRegularAndUnchanged) {
   for (const TrainedClass& c : example()) {
     const std::string text = parameterFileText(c.tables);
     std::istringstream parameters(text), matrix(matrixFileText(c.tables.malkovChain));
@@ -73,26 +70,26 @@ TEST(ModelTrainer, FilesReadBackRegularAndUnchanged) {
   }
 }
 
-TEST(ModelTrainer, CodingReadsOfAnEasySpeciesAreFound) {
+TEST(VoteTrainer, CodingReadsOfAnEasySpeciesAreFound) {
   AccuracyTally clean;
   for (const TrainedClass& c : example()) clean.add(c.heldBack[kCleanReads]);
   EXPECT_GT(clean.reads, 50);
   EXPECT_GT(clean.frameRecall(), 0.7);
 }
 
-TEST(ModelTrainer, ClassWithoutReadsBorrowsFromTheOthers) {
+TEST(VoteTrainer, ClassWithoutReadsBorrowsFromTheOthers) {
   SyntheticSpecies twoClasses;
   twoClasses.add(20, 3300, 36);
   twoClasses.add(20, 3300, 54);
   twoClasses.add(20, 3300, 63);
-  const TrainedModel model = trained(twoClasses, 1);
+  const TrainedVotes model = trained(twoClasses, 1);
   const ReadClass lacking{1, 2, 196};
   const SampleCounts& n = model[static_cast<std::size_t>(readClassIndex(lacking))].sample;
   EXPECT_TRUE(n.lackedReads);
   EXPECT_LT(5 * n.reads, n.borrowedReads);
 }
 
-TEST(ModelTrainer, TooLittleDataNamesTheClassAndTheCounts) {
+TEST(VoteTrainer, TooLittleDataNamesTheClassAndTheCounts) {
   SyntheticSpecies withoutLongTranscripts;
   for (const int gc : {36, 47, 54, 63}) withoutLongTranscripts.add(15, 2500, gc);
   try {

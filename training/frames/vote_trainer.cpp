@@ -1,5 +1,5 @@
 // 1. Plan  2. Votes  3. Matrices  4. Training
-#include "training/model_trainer.h"
+#include "training/frames/vote_trainer.h"
 
 #include <tbb/parallel_for.h>
 #include <tbb/task_arena.h>
@@ -8,8 +8,8 @@
 #include <memory>
 #include <mutex>
 
-#include "training/fold_split.h"
 #include "core/random.h"
+#include "training/fold_split.h"
 #include "training/frames/vote_table.h"
 #include "training/frames/window_features.h"
 
@@ -164,12 +164,12 @@ constexpr double kSearchShare = 0.3;
 // Most classes whose windows are in memory at the same time, some 1.2 GB each.
 constexpr int kClassesAtOnce = 3;
 
-class Trainer {
+class VoteTrainer {
  public:
-  explicit Trainer(const TrainingJob& job)
-      : job_(job), split_(splitFolds(job.coding, job.noncoding)) {}
+  VoteTrainer(const TrainingJob& job, const PlanOfGroup& plan)
+      : job_(job), plan_(plan), split_(splitFolds(job.coding, job.noncoding)) {}
 
-  TrainedModel train() {
+  TrainedVotes train() {
     for (std::size_t fold = 0; fold <= kTrainingFolds; ++fold) trainVotes(fold);
     for (int first = 0; first < kReadClasses; first += kGcClasses) {
       judgeGroup(first, searchGroup(first));
@@ -200,7 +200,7 @@ class Trainer {
 
   void trainVote(int c, std::size_t without, const TranscriptPool& pool) {
     const ReadClass readClass = readClassAt(c);
-    GroupPlan plan = job_.plan(readClass);
+    GroupPlan plan = plan_(readClass);
     if (without < kTrainingFolds) {
       plan.sampling.windows =
           static_cast<std::size_t>(kSearchShare * static_cast<double>(plan.sampling.windows));
@@ -238,7 +238,7 @@ class Trainer {
   }
 
   TiedMatrix searchGroup(int first) {
-    const GroupPlan plan = job_.plan(readClassAt(first));
+    const GroupPlan plan = plan_(readClassAt(first));
     std::vector<const TranscriptPool*> folds;
     std::vector<VotesOfGroup> votes;
     for (std::size_t fold = 0; fold < kTrainingFolds; ++fold) {
@@ -255,9 +255,9 @@ class Trainer {
 
   // Writes the tables of the four classes and measures them on the held-back part.
   void judgeGroup(int first, const TiedMatrix& matrix) {
-    const GroupReads reads = drawGroup({&split_.heldBack}, {votesOfGroup(kTrainingFolds, first)},
-                                       readClassAt(first), job_.plan(readClassAt(first)).reads,
-                                       seedOf(job_.seed, kHeldBackStream, 4 * first));
+    const GroupReads reads =
+        drawGroup({&split_.heldBack}, {votesOfGroup(kTrainingFolds, first)}, readClassAt(first),
+                  plan_(readClassAt(first)).reads, seedOf(job_.seed, kHeldBackStream, 4 * first));
     for (int gc = 0; gc < kGcClasses; ++gc) {
       TrainedClass& trained = at(first + gc);
       const double shift = matrix.shifts[static_cast<std::size_t>(gc)];
@@ -282,15 +282,18 @@ class Trainer {
   }
 
   const TrainingJob& job_;
+  const PlanOfGroup& plan_;
   const FoldSplit split_;
   std::mutex mutex_;
   // [fold left out, kTrainingFolds for none][class]
   std::array<std::array<std::unique_ptr<VoteTable>, kReadClasses>, kTrainingFolds + 1> votes_;
-  TrainedModel model_;
+  TrainedVotes model_;
 };
 
 }  // namespace
 
-TrainedModel trainModel(const TrainingJob& job) { return Trainer(job).train(); }
+TrainedVotes trainVotes(const TrainingJob& job, const PlanOfGroup& plan) {
+  return VoteTrainer(job, plan).train();
+}
 
 }  // namespace velto

@@ -1,23 +1,16 @@
-// Trains all classes of a model directory from transcripts.
+// Trains the votes and matrices of all classes from transcripts.
 #pragma once
 
 #include <array>
-#include <cstdint>
+#include <cstddef>
 #include <functional>
-#include <stdexcept>
-#include <string>
-#include <vector>
 
 #include "training/frames/boosting.h"
 #include "training/frames/matrix_search.h"
 #include "training/frames/window_samples.h"
+#include "training/trainer.h"
 
 namespace velto {
-
-// A class lacks reads even after borrowing; the message names the class and the counts.
-class TooLittleData : public std::runtime_error {
-  using std::runtime_error::runtime_error;
-};
 
 // How one length group (the four GC classes of one window width and length class) is trained.
 struct GroupPlan {
@@ -36,21 +29,13 @@ struct TrainedClass {
   PresetTallies heldBack{};  // accuracy on reads of the held-back part
 };
 
-using TrainedModel = std::array<TrainedClass, kReadClasses>;
+using TrainedVotes = std::array<TrainedClass, kReadClasses>;
 
-struct TrainingJob {
-  const std::vector<Transcript>& coding;
-  const std::vector<Transcript>& noncoding;
-  std::uint64_t seed = 1;
-  std::function<GroupPlan(const ReadClass&)> plan = standardPlan;
-  std::function<void(const std::string&)> progress = nullptr;  // a line of what was done;
-                                                               // one thread at a time
-};
+using PlanOfGroup = std::function<GroupPlan(const ReadClass&)>;
 
 // Boosts votes that leave out one training fold each, searches the matrices on the reads of all
 // folds, each scored by the votes that did not see it, and boosts the model's votes on all folds.
-// Trains with all threads of the calling arena; the result does not depend on their number. Throws
-// TooLittleData.
-TrainedModel trainModel(const TrainingJob& job);
+// Throws TooLittleData when a class lacks reads even after borrowing.
+TrainedVotes trainVotes(const TrainingJob& job, const PlanOfGroup& plan = standardPlan);
 
 }  // namespace velto

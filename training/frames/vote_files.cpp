@@ -1,0 +1,89 @@
+#include "training/frames/vote_files.h"
+
+#include <cmath>
+#include <nlohmann/json.hpp>
+
+#include "model/model_file.h"
+
+namespace velto {
+namespace {
+
+using Json = nlohmann::ordered_json;
+
+// Rounded to four decimals: more would be noise.
+double shortened(double value) { return std::round(value * 1e4) / 1e4; }
+
+Json accuracy(const AccuracyTally& tally) {
+  return {{"reads", tally.reads},
+          {"correlation", shortened(tally.correlation())},
+          {"frame_recall", shortened(tally.frameRecall())},
+          {"frame_precision", shortened(tally.framePrecision())},
+          {"frame_f1", shortened(tally.frameF1())},
+          {"start_and_stop_exact", shortened(tally.exactRate())}};
+}
+
+Json accuracies(const PresetTallies& tallies) {
+  const AccuracyTally& noncoding = tallies[kNoncodingReads];
+  return {{"est", accuracy(tallies[kEstReads])},
+          {"mild", accuracy(tallies[kMildReads])},
+          {"clean", accuracy(tallies[kCleanReads])},
+          {"noncoding", {{"reads", noncoding.reads}, {"called", shortened(noncoding.callRate())}}}};
+}
+
+Json ofClass(const TrainedClass& trained, const ReadClass& readClass) {
+  const SampleCounts& n = trained.sample;
+  return {{"class", readClass.name()},
+          {"window", readClass.windowWidth},
+          {"length_class", readClass.lengthId},
+          {"gc_class", readClass.gcId},
+          {"reads", n.reads},
+          {"borrowed_reads", n.borrowedReads},
+          {"lacked_reads", n.lackedReads},
+          {"windows_in_frame", n.windows[0]},
+          {"windows_out_of_frame", n.windows[1]},
+          {"windows_outside", n.windows[2]},
+          {"held_back", accuracies(trained.heldBack)}};
+}
+
+PresetTallies sumOfAll(const TrainedVotes& votes) {
+  PresetTallies sum;
+  for (const TrainedClass& trained : votes) {
+    for (std::size_t preset = 0; preset < kSearchPresets; ++preset) {
+      sum[preset].add(trained.heldBack[preset]);
+    }
+  }
+  return sum;
+}
+
+void addFiles(const TrainedClass& trained, const ReadClass& readClass,
+              std::vector<ModelFile>& files) {
+  const ModelTables& tables = trained.tables;
+  // The paths of a class begin with the directory and a slash.
+  files.push_back({readClass.parameterPath("").substr(1), parameterFileText(tables)});
+  files.push_back({readClass.matrixPath("").substr(1), matrixFileText(tables.malkovChain)});
+}
+
+std::string borrowing(const SampleCounts& counts, const ReadClass& readClass) {
+  return "class " + readClass.name() + " has " + std::to_string(counts.reads) +
+         " reads of its own and borrowed " + std::to_string(counts.borrowedReads) +
+         " from other classes of GC content";
+}
+
+}  // namespace
+
+TrainedDecoder voteFiles(const TrainedVotes& votes) {
+  TrainedDecoder made;
+  Json classes = Json::array();
+  for (int c = 0; c < kReadClasses; ++c) {
+    const TrainedClass& trained = votes[static_cast<std::size_t>(c)];
+    const ReadClass readClass = readClassAt(c);
+    addFiles(trained, readClass, made.files);
+    classes.push_back(ofClass(trained, readClass));
+    if (trained.sample.lackedReads) made.remarks.push_back(borrowing(trained.sample, readClass));
+  }
+  const Json card = {{"held_back", accuracies(sumOfAll(votes))}, {"classes", classes}};
+  made.card = card.dump();
+  return made;
+}
+
+}  // namespace velto

@@ -1,0 +1,17 @@
+// Writes the files of a trained model directory.
+#pragma once
+
+#include <span>
+#include <string>
+
+#include "training/model_card.h"
+#include "training/trainer.h"
+
+namespace velto {
+
+// Writes the files of all decoders and `model.json` into an existing folder. Throws OutputError;
+// std::runtime_error when an input file cannot be read again for its checksum.
+void writeModelDirectory(const CardFacts& facts, std::span<const TrainedDecoder> decoders,
+                         const std::string& directory);
+
+}  // namespace velto

@@ -1,0 +1,52 @@
+// A trainer of a decoder: transcripts in, files of a model directory out.
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <span>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+#include "simulation/transcript.h"
+
+namespace velto {
+
+// The transcripts do not suffice; the message names what is lacking and the counts.
+class TooLittleData : public std::runtime_error {
+  using std::runtime_error::runtime_error;
+};
+
+// What every trainer is given. Trains with all threads of the calling arena; the result does not
+// depend on their number.
+struct TrainingJob {
+  const std::vector<Transcript>& coding;
+  const std::vector<Transcript>& noncoding;
+  std::uint64_t seed = 1;
+  std::function<void(const std::string&)> progress = nullptr;  // a line of what was done; may be
+                                                               // called by any thread, one at a
+                                                               // time; null: not wanted
+};
+
+// A file of a model directory.
+struct ModelFile {
+  std::string path;  // in the directory, for example "paramater/paramL0G0-ex0.txt"
+  std::string bytes;
+};
+
+// What a trainer makes.
+struct TrainedDecoder {
+  std::vector<ModelFile> files;
+  std::string card;                  // JSON object; its members join those of the model card
+  std::vector<std::string> remarks;  // lines for the user: where data were scarce
+};
+
+struct Trainer {
+  const char* decoder;                              // name, as velto scan --decoder has it
+  TrainedDecoder (*train)(const TrainingJob& job);  // throws TooLittleData
+};
+
+// Every trainer there is, in the order in which they run: the only place that names them.
+std::span<const Trainer> trainers();
+
+}  // namespace velto
