@@ -11,6 +11,7 @@ void ScanCounts::add(const Prediction& prediction) {
   switch (prediction.status) {
     case Prediction::Status::kCoding:
       ++coding;
+      if (prediction.strand == Strand::kMinus) ++codingMinus;
       break;
     case Prediction::Status::kNoncoding:
       ++noncoding;
@@ -26,6 +27,7 @@ void ScanCounts::add(const Prediction& prediction) {
 void ScanCounts::add(const ScanCounts& other) {
   reads += other.reads;
   coding += other.coding;
+  codingMinus += other.codingMinus;
   noncoding += other.noncoding;
   shortReads += other.shortReads;
   emptyReads += other.emptyReads;
@@ -35,7 +37,9 @@ void ScanCounts::add(const ScanCounts& other) {
 std::string countsText(const ScanCounts& counts, double seconds) {
   char time[32];
   std::snprintf(time, sizeof time, "%.2f", seconds);
-  return std::to_string(counts.reads) + " reads: " + std::to_string(counts.coding) + " coding, " +
+  return std::to_string(counts.reads) + " reads: " + std::to_string(counts.coding) + " coding (" +
+         std::to_string(counts.coding - counts.codingMinus) + " on the plus strand, " +
+         std::to_string(counts.codingMinus) + " on the minus strand), " +
          std::to_string(counts.noncoding) + " non-coding, " +
          std::to_string(counts.shortReads + counts.emptyReads) + " refused (" +
          std::to_string(counts.shortReads) + " short, " + std::to_string(counts.emptyReads) +
@@ -50,6 +54,8 @@ std::string summaryJson(const ScanRun& run, const ScanCounts& counts) {
   json["threads"] = run.threads;
   json["reads"] = counts.reads;
   json["coding"] = counts.coding;
+  json["coding_by_strand"] = {{"plus", counts.coding - counts.codingMinus},
+                              {"minus", counts.codingMinus}};
   json["noncoding"] = counts.noncoding;
   json["refused"] = {{"short", counts.shortReads}, {"empty", counts.emptyReads}};
   json["bases"] = counts.bases;

@@ -12,6 +12,7 @@ namespace velto {
 struct ScanCounts {
   long reads = 0;
   long coding = 0;
+  long codingMinus = 0;  // of these: on the minus strand
   long noncoding = 0;
   long shortReads = 0;  // refused: 1 to 29 bases
   long emptyReads = 0;  // refused: no bases

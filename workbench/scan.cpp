@@ -46,7 +46,7 @@ struct CommandLine {
   std::string json;
   std::string scores;
   std::string summary;
-  std::string strand = "plus";
+  std::string strand = "both";
   std::optional<double> minScore;
   bool exactCase = false;
   bool quiet = false;

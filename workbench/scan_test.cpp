@@ -13,6 +13,7 @@
 #include "tests/support/reads.h"
 #include "tests/support/temp_dir.h"
 #include "tests/support/trained_models.h"
+#include "velto/velto.h"
 
 namespace velto {
 namespace {
@@ -105,7 +106,7 @@ std::string joinedValues(const std::string& report, const std::string& label) {
 }
 
 TEST_F(ScanTest, RowsEqualTheReportsOfTheOneReadProgram) {
-  const ProcessResult scanned = scan({readsFile()});
+  const ProcessResult scanned = scan({readsFile(), "--strand", "plus"});
   ASSERT_EQ(scanned.status, 0) << scanned.err;
   const std::vector<Fields> rows = rowsOf(scanned.out);
   ASSERT_EQ(rows.size(), data().reads.size());
@@ -145,7 +146,8 @@ TEST_F(ScanTest, ScoreRowsAreThoseOfTheOneReadScoreFile) {
                      work.path());
     wanted += ">r" + std::to_string(i) + " +\n" + file("one.csv");
   }
-  const ProcessResult scanned = scan({"-", "-o", "t", "--scores", "scores"}, fasta);
+  const ProcessResult scanned =
+      scan({"-", "--strand", "plus", "-o", "t", "--scores", "scores"}, fasta);
   ASSERT_EQ(scanned.status, 0) << scanned.err;
   EXPECT_EQ(file("scores"), wanted);
 }
@@ -154,9 +156,9 @@ TEST_F(ScanTest, OneTwoAndEightThreadsWriteTheSameBytes) {
   const std::vector<std::string> names = {"tsv", "gff3", "bed", "cds", "protein", "json"};
   for (const std::string threads : {"1", "2", "8"}) {
     const ProcessResult result =
-        scan({readsFile(), "-t", threads, "--strand", "both", "-o", "tsv" + threads, "--gff3",
-              "gff3" + threads, "--bed", "bed" + threads, "--cds", "cds" + threads, "--protein",
-              "protein" + threads, "--json", "json" + threads});
+        scan({readsFile(), "-t", threads, "-o", "tsv" + threads, "--gff3", "gff3" + threads,
+              "--bed", "bed" + threads, "--cds", "cds" + threads, "--protein", "protein" + threads,
+              "--json", "json" + threads});
     ASSERT_EQ(result.status, 0) << result.err;
   }
   for (const std::string& name : names) {
@@ -197,6 +199,40 @@ TEST_F(ScanTest, CountsAddUp) {
   EXPECT_EQ(rowsOf(result.out).size(), 5U);
 }
 
+TEST_F(ScanTest, ReadsAreFoundOnEitherStrandAndCountedByStrand) {
+  // Every third read of one file is on its other strand, all reads of the other file are turned.
+  std::string mixed;
+  std::string turned;
+  for (size_t i = 0; i < 200; ++i) {
+    const auto record = [i](Strand strand) {
+      return ">r" + std::to_string(i) + "\n" +
+             predictedLetters(data().reads[i], strand, Letters::kFolded) + "\n";
+    };
+    mixed += record(i % 3 == 0 ? Strand::kMinus : Strand::kPlus);
+    turned += record(i % 3 == 0 ? Strand::kPlus : Strand::kMinus);
+  }
+  const ProcessResult forward = scan({"-", "--summary", "forward.json"}, mixed);
+  const ProcessResult backward = scan({"-", "--summary", "backward.json"}, turned);
+  const auto counts = nlohmann::json::parse(file("forward.json"));
+  const auto turnedCounts = nlohmann::json::parse(file("backward.json"));
+  const int plus = counts["coding_by_strand"]["plus"];
+  const int minus = counts["coding_by_strand"]["minus"];
+  EXPECT_GT(plus, 20);
+  EXPECT_GT(minus, 10);
+  EXPECT_EQ(counts["coding"], plus + minus);
+  EXPECT_EQ(turnedCounts["coding_by_strand"]["plus"], minus);
+  EXPECT_EQ(turnedCounts["coding_by_strand"]["minus"], plus);
+  EXPECT_NE(forward.err.find(" coding (" + std::to_string(plus) + " on the plus strand, " +
+                             std::to_string(minus) + " on the minus strand), "),
+            std::string::npos)
+      << forward.err;
+
+  const std::vector<Fields> one = rowsOf(scan({"-", "--strand", "minus"}, turned).out);
+  const std::vector<Fields> other = rowsOf(scan({"-", "--strand", "plus"}, mixed).out);
+  ASSERT_EQ(one.size(), other.size());
+  for (size_t i = 0; i < one.size(); ++i) EXPECT_EQ(one[i][5], other[i][5]);
+}
+
 TEST_F(ScanTest, LowerCaseCountsAsUpperCaseUnlessTheCaseIsExact) {
   std::string lower = data().reads[0];
   for (char& letter : lower) letter = static_cast<char>(std::tolower(letter));
@@ -214,7 +250,7 @@ bool isInstalled(const std::string& program) {
 
 TEST_F(ScanTest, Gff3PassesAValidator) {
   if (!isInstalled("gt")) GTEST_SKIP() << "genometools is not installed";
-  ASSERT_EQ(scan({readsFile(), "--strand", "both", "-o", "t", "--gff3", "g.gff3"}).status, 0);
+  ASSERT_EQ(scan({readsFile(), "-o", "t", "--gff3", "g.gff3"}).status, 0);
   const ProcessResult checked = shell("gt gff3validator g.gff3");
   EXPECT_EQ(checked.status, 0) << checked.err.substr(0, 1000);
   EXPECT_EQ(checked.out, "input is valid GFF3\n");
@@ -237,9 +273,7 @@ std::string withoutN(std::string letters) {
 
 TEST_F(ScanTest, BedBlocksSpellTheCorrectedCodingSequence) {
   if (!isInstalled("bedtools")) GTEST_SKIP() << "bedtools is not installed";
-  ASSERT_EQ(
-      scan({readsFile(), "--strand", "both", "-o", "t", "--bed", "b.bed", "--cds", "c.fa"}).status,
-      0);
+  ASSERT_EQ(scan({readsFile(), "-o", "t", "--bed", "b.bed", "--cds", "c.fa"}).status, 0);
   const ProcessResult cut = shell(
       "cp " + readsFile() + " r.fa && bedtools getfasta -split -s -nameOnly -fi r.fa -bed b.bed");
   ASSERT_EQ(cut.status, 0) << cut.err;
