@@ -1,7 +1,5 @@
 #include "batch/repeated_names.h"
 
-#include <utility>
-
 namespace velto {
 namespace {
 
@@ -19,33 +17,30 @@ std::uint64_t keyOf(std::string_view name) {
 
 }  // namespace
 
-bool RepeatedNames::insert(std::uint64_t key) {
+size_t RepeatedNames::placeOf(std::uint64_t key) const {
   size_t at = key & (table_.size() - 1);
-  while (table_[at] != 0) {
-    if (table_[at] == key) return false;
-    at = (at + 1) & (table_.size() - 1);
-  }
-  table_[at] = key;
-  return true;
+  while (table_[at] != 0 && table_[at] != key) at = (at + 1) & (table_.size() - 1);
+  return at;
 }
 
 void RepeatedNames::grow() {
   std::vector<std::uint64_t> old(table_.empty() ? kFirstSize : 2 * table_.size());
   old.swap(table_);
   for (const std::uint64_t key : old) {
-    if (key != 0) insert(key);
+    if (key != 0) table_[placeOf(key)] = key;
   }
 }
 
-bool RepeatedNames::isFirstRepeat(std::string_view name) {
-  if (done_) return false;
-  if (2 * used_ >= table_.size()) grow();
-  const bool isNew = insert(keyOf(name));
-  ++used_;
-  if (isNew && used_ < kMostNames) return false;
-  done_ = true;
-  table_ = std::vector<std::uint64_t>();
-  return !isNew;
+bool RepeatedNames::isRepeat(std::string_view name) {
+  if (2 * used_ >= table_.size() && used_ < kMostNames) grow();
+  const std::uint64_t key = keyOf(name);
+  const size_t at = placeOf(key);
+  if (table_[at] == key) return true;
+  if (used_ < kMostNames) {
+    table_[at] = key;
+    ++used_;
+  }
+  return false;
 }
 
 }  // namespace velto

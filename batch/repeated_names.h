@@ -1,4 +1,4 @@
-// Finds the first read name that was seen before, in bounded memory.
+// Finds read names that were seen before, in bounded memory.
 #pragma once
 
 #include <cstdint>
@@ -8,19 +8,19 @@
 
 namespace velto {
 
-// Looks at the first four million names and compares 64 bits of each. For one thread at a time.
+// Keeps the first four million different names, 64 bits of each. For one thread at a time.
 class RepeatedNames {
  public:
-  // True once, for the first name that was seen before.
-  bool isFirstRepeat(std::string_view name);
+  // True if the name was given before and is one of those kept.
+  bool isRepeat(std::string_view name);
 
  private:
-  bool insert(std::uint64_t key);
+  // The place of the key, or the free one for it.
+  size_t placeOf(std::uint64_t key) const;
   void grow();
 
   std::vector<std::uint64_t> table_;  // open addressing, 0 where free
-  size_t used_ = 0;
-  bool done_ = false;  // a repeat was found, or the bound was reached
+  size_t used_ = 0;                   // names kept
 };
 
 }  // namespace velto

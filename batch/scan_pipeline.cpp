@@ -18,6 +18,7 @@ namespace tbb = oneapi::tbb;
 // A batch read, and what has to be written for it.
 struct Work {
   RecordBatch batch;
+  std::vector<bool> nameIsRepeat;  // [record] an earlier record has the same name
   std::vector<std::string> texts;  // [output]
   ScanCounts counts;
 };
@@ -67,39 +68,49 @@ class Scan {
       flow.stop();
       return nullptr;
     }
-    for (const Record& record : work.batch.records) {
-      if (names_.isFirstRepeat(record.name)) options_.warnOfRepeatedName(record.name);
-    }
+    lookForRepeatedNames(work);
     return &work;
+  }
+
+  void lookForRepeatedNames(Work& work) {
+    work.nameIsRepeat.clear();
+    for (const Record& record : work.batch.records) {
+      work.nameIsRepeat.push_back(names_.isRepeat(record.name));
+      if (!work.nameIsRepeat.back() || warnedOfName_) continue;
+      warnedOfName_ = true;
+      options_.warnOfRepeatedName(record.name);
+    }
   }
 
   Work* predictBatch(Work* work) {
     work->texts.assign(outputs_.size(), "");
     work->counts = ScanCounts();
     Workspace& workspace = workspaces_.local();
-    long ordinal = work->batch.firstOrdinal;
-    for (const Record& record : work->batch.records) {
+    for (size_t i = 0; i < work->batch.records.size(); ++i) {
+      const Record& record = work->batch.records[i];
       Prediction prediction = predictor_.predict(record.bases, workspace, options_.predict);
       const bool coding = prediction.status == Prediction::Status::kCoding;
       if (coding && prediction.score < options_.minScore.value_or(prediction.score)) {
         dropRegion(prediction);
       }
       work->counts.add(prediction);
-      appendRead(record, ordinal++, prediction, work->texts);
+      appendRead(*work, i, prediction);
     }
     work->batch.records.clear();
     return work;
   }
 
-  void appendRead(const Record& record, long ordinal, const Prediction& prediction,
-                  std::vector<std::string>& texts) const {
+  // Appends what the outputs say of the batch's record i.
+  void appendRead(Work& work, size_t i, const Prediction& prediction) const {
+    const Record& record = work.batch.records[i];
     CodingSequence coding;
     if (prediction.status == Prediction::Status::kCoding) {
       coding = codingSequence(
           prediction, predictedLetters(record.bases, prediction.strand, options_.predict.letters));
     }
-    const ScannedRead read{record, ordinal, prediction, coding};
-    for (size_t i = 0; i < outputs_.size(); ++i) outputs_[i].append(read, texts[i]);
+    const long ordinal = work.batch.firstOrdinal + static_cast<long>(i);
+    const ScannedRead read{record, ordinal, prediction, coding, work.nameIsRepeat[i]};
+    for (size_t k = 0; k < outputs_.size(); ++k) outputs_[k].append(read, work.texts[k]);
   }
 
   void writeBatch(const Work& work) {
@@ -111,10 +122,11 @@ class Scan {
   const Predictor& predictor_;
   const ScanOptions& options_;
   std::vector<ScanOutput>& outputs_;
-  std::vector<Work> works_;  // ring of the batches in memory
-  RecordBatches batches_;    // used by the reading stage only
-  RepeatedNames names_;      // likewise
-  size_t nextWork_ = 0;      // likewise
+  std::vector<Work> works_;    // ring of the batches in memory
+  RecordBatches batches_;      // used by the reading stage only
+  RepeatedNames names_;        // likewise
+  bool warnedOfName_ = false;  // likewise
+  size_t nextWork_ = 0;        // likewise
   tbb::enumerable_thread_specific<Workspace> workspaces_;
   ScanCounts counts_;  // used by the writing stage only
 };

@@ -27,6 +27,7 @@ struct ScanOptions {
   int threads = 1;
   // Called now and then from one thread at a time; may be empty.
   std::function<void(const ScanCounts&)> progress;
+  // Called for the first record whose name an earlier one has.
   std::function<void(const std::string& name)> warnOfRepeatedName;
 };
 

@@ -14,6 +14,7 @@ struct ScannedRead {
   long ordinal;  // 1-based place among all records of the run
   const Prediction& prediction;
   const CodingSequence& coding;  // empty unless the status is coding
+  bool nameIsRepeat = false;     // an earlier record of the run has the same name
 
   bool isCoding() const { return prediction.status == Prediction::Status::kCoding; }
   bool isPredicted() const { return !prediction.model.empty(); }

@@ -256,14 +256,58 @@ TEST_F(ScanTest, Gff3PassesAValidator) {
   EXPECT_EQ(checked.out, "input is valid GFF3\n");
 }
 
-// The lines of a sequence file by record name, which ends at a blank or '('.
+TEST_F(ScanTest, Gff3OfPiecesAndOfRepeatedNamesPassesAValidator) {
+  if (!isInstalled("gt")) GTEST_SKIP() << "genometools is not installed";
+  // The first 100 records, whose names occur twice in the second piece.
+  ASSERT_EQ(shell("head -n 200 " + readsFile() + " > a.fa; sed 's/^>/>x/' a.fa > b.fa").status, 0);
+  ASSERT_EQ(scan({"a.fa", "--quiet", "-o", "t", "--gff3", "a.gff3"}).status, 0);
+  ASSERT_EQ(scan({"b.fa", "b.fa", "--quiet", "-o", "t", "--gff3", "b.gff3"}).status, 0);
+  EXPECT_NE(file("b.gff3").find("%20"), std::string::npos);
+  const ProcessResult checked =
+      shell("(cat a.gff3; tail -n +2 b.gff3) > both.gff3 && gt gff3validator both.gff3");
+  EXPECT_EQ(checked.status, 0) << checked.err.substr(0, 1000);
+}
+
+// The sequences of a FASTA file by record name, which ends at a blank or '('.
 std::vector<std::pair<std::string, std::string>> sequences(const std::string& fasta) {
   std::vector<std::pair<std::string, std::string>> list;
-  const std::vector<std::string> lines = split(fasta, '\n');
-  for (size_t i = 0; i + 1 < lines.size(); i += 2) {
-    list.emplace_back(lines[i].substr(0, lines[i].find_first_of(" (")), lines[i + 1]);
+  for (const std::string& line : split(fasta, '\n')) {
+    if (line[0] == '>') {
+      list.emplace_back(line.substr(0, line.find_first_of(" (")), "");
+    } else {
+      list.back().second += line;
+    }
   }
   return list;
+}
+
+// The codons without those that hold an N.
+std::string wholeCodons(const std::string& codons) {
+  std::string whole;
+  for (size_t i = 0; i < codons.size(); i += 3) {
+    const std::string codon = codons.substr(i, 3);
+    if (codon.find('N') == std::string::npos) whole += codon;
+  }
+  return whole;
+}
+
+TEST_F(ScanTest, Gff3SpellsTheWholeCodonsOfTheCorrectedCodingSequence) {
+  if (!isInstalled("gffread")) GTEST_SKIP() << "gffread is not installed";
+  // Reads without N, so that each N of a coding sequence is a lost base.
+  ASSERT_EQ(shell("sed '/^>/!s/N/A/g' " + readsFile() + " > r.fa").status, 0);
+  ASSERT_EQ(scan({"r.fa", "-o", "t", "--gff3", "g.gff3", "--cds", "c.fa"}).status, 0);
+  const ProcessResult cut = shell("gffread -x x.fa -g r.fa g.gff3");
+  ASSERT_EQ(cut.status, 0) << cut.err;
+  auto regions = sequences(file("x.fa"));
+  auto coding = sequences(file("c.fa"));
+  std::sort(regions.begin(), regions.end());
+  std::sort(coding.begin(), coding.end());
+  ASSERT_EQ(regions.size(), coding.size());
+  EXPECT_GT(coding.size(), 300U);
+  for (size_t i = 0; i < coding.size(); ++i) {
+    EXPECT_EQ(regions[i].first, coding[i].first);
+    EXPECT_EQ(regions[i].second, wholeCodons(coding[i].second));
+  }
 }
 
 std::string withoutN(std::string letters) {

@@ -5,10 +5,9 @@
 namespace velto {
 namespace {
 
-std::string attributes(const ScannedRead& read) {
+std::string callAttributes(const ScannedRead& read) {
   const Prediction& p = read.prediction;
-  std::string text = "ID=cds" + std::to_string(read.ordinal);
-  text += std::string(";type=") + nameOf(read.coding.ends);
+  std::string text = std::string(";type=") + nameOf(read.coding.ends);
   const std::string insertions = positionList(p, Frameshift::Kind::kInsertion);
   const std::string deletions = positionList(p, Frameshift::Kind::kDeletion);
   if (!insertions.empty()) text += ";insertions=" + insertions;
@@ -16,23 +15,34 @@ std::string attributes(const ScannedRead& read) {
   return text;
 }
 
+// The columns from the type to the last position, which both count from 1.
+std::string extent(const char* type, int first, int last) {
+  return std::string("\tvelto\t") + type + '\t' + std::to_string(first) + '\t' +
+         std::to_string(last);
+}
+
 }  // namespace
 
 std::string gff3Header() { return "##gff-version 3\n"; }
 
 void appendGff3Rows(const ScannedRead& read, std::string& text) {
+  const std::vector<CodingPart>& parts = read.coding.intact;
+  if (parts.empty()) return;
+  const int length = read.prediction.length;
   const bool minus = read.prediction.strand == Strand::kMinus;
-  const std::string before = gff3Name(read) + "\tvelto\tCDS\t";
+  const std::string name = gff3Name(read);
   const std::string score =
       '\t' + scoreText(read.prediction.score) + '\t' + symbolOf(read.prediction.strand) + '\t';
-  const std::string after = '\t' + attributes(read) + '\n';
-  const std::vector<CodingPart>& parts = read.coding.intact;
+
+  text += "##sequence-region " + name + " 1 " + std::to_string(length) + '\n';
+  text += name + extent("mRNA", 1, length) + score + ".\tID=" + name + callAttributes(read) + '\n';
+  // '/' is coded in names, so that no read has the ID of another one's CDS.
+  const std::string attributes = "\tID=" + name + "/CDS;Parent=" + name + '\n';
   for (size_t i = 0; i < parts.size(); ++i) {
     const CodingPart& part = parts[minus ? parts.size() - 1 - i : i];
-    const int first = minus ? read.prediction.length - part.end : part.begin;
-    const int last = first + part.end - part.begin - 1;
-    text += before + std::to_string(first + 1) + '\t' + std::to_string(last + 1) + score +
-            std::to_string(part.phase) + after;
+    const int begin = minus ? length - part.end : part.begin;
+    text += name + extent("CDS", begin + 1, begin + part.end - part.begin) + score +
+            std::to_string(part.phase) + attributes;
   }
 }
 

@@ -1,8 +1,8 @@
 // Every output format on one read worked by hand.
 #include <gtest/gtest.h>
 
-#include "batch/formats/bed_rows.h"
 #include "batch/coding_sequence.h"
+#include "batch/formats/bed_rows.h"
 #include "batch/formats/gff3_rows.h"
 #include "batch/formats/json_rows.h"
 #include "batch/formats/score_rows.h"
@@ -153,23 +153,42 @@ TEST(TsvRows, HaveTheColumnsOfTheHeader) {
             "r;1\t0\t\t\t\t\t\t\t\t\t\t\tempty\n");
 }
 
+// The lines of a read of 19 bases, whose CDS has these columns 4 and 5.
+std::string gff3Lines(char strand, const Parts& extents) {
+  const std::string score = std::string("\t12.346\t") + strand + '\t';
+  std::string text = "##sequence-region r%3B1 1 19\nr%3B1\tvelto\tmRNA\t1\t19" + score +
+                     ".\tID=r%3B1;type=complete;insertions=9;deletions=15\n";
+  for (const std::vector<int>& extent : extents) {
+    text += "r%3B1\tvelto\tCDS\t" + std::to_string(extent[0]) + '\t' + std::to_string(extent[1]) +
+            score + "0\tID=r%3B1/CDS;Parent=r%3B1\n";
+  }
+  return text;
+}
+
 TEST(Gff3Rows, LeaveOutInsertedBaseAndBrokenCodon) {
   EXPECT_EQ(gff3Header(), "##gff-version 3\n");
-  const std::string end = "ID=cds7;type=complete;insertions=9;deletions=15\n";
   EXPECT_EQ(written(HandMadeRead(handMade()), appendGff3Rows),
-            "r%3B1\tvelto\tCDS\t3\t8\t12.346\t+\t0\t" + end +
-                "r%3B1\tvelto\tCDS\t10\t12\t12.346\t+\t0\t" + end +
-                "r%3B1\tvelto\tCDS\t15\t17\t12.346\t+\t0\t" + end);
+            gff3Lines('+', {{3, 8}, {10, 12}, {15, 17}}));
   EXPECT_EQ(written(noncoding(), appendGff3Rows), "");
 }
 
 TEST(Gff3Rows, OfTheMinusStrandAscendOnTheReadAsGiven) {
   // Base p of the strand is base 19 - p of the read, counted from 1.
-  const std::string end = "ID=cds7;type=complete;insertions=9;deletions=15\n";
-  EXPECT_EQ(written(onMinus(), appendGff3Rows),
-            "r%3B1\tvelto\tCDS\t3\t5\t12.346\t-\t0\t" + end +
-                "r%3B1\tvelto\tCDS\t8\t10\t12.346\t-\t0\t" + end +
-                "r%3B1\tvelto\tCDS\t12\t17\t12.346\t-\t0\t" + end);
+  EXPECT_EQ(written(onMinus(), appendGff3Rows), gff3Lines('-', {{3, 5}, {8, 10}, {12, 17}}));
+}
+
+TEST(Gff3Rows, GiveThePhaseOfAPartThatBeginsInsideACodon) {
+  Prediction prediction = handMade();
+  prediction.frameshifts = {{Kind::kInsertion, 9}};
+  const std::string text = written(HandMadeRead(prediction), appendGff3Rows);
+  EXPECT_NE(text.find("\tCDS\t3\t9\t12.346\t+\t0\t"), std::string::npos) << text;
+  EXPECT_NE(text.find("\tCDS\t11\t15\t12.346\t+\t2\t"), std::string::npos) << text;
+}
+
+TEST(Gff3Rows, OfARegionWithoutAWholeCodonAreNone) {
+  Prediction prediction = handMade();
+  prediction.start = 15;
+  EXPECT_EQ(written(HandMadeRead(prediction), appendGff3Rows), "");
 }
 
 TEST(BedRows, HaveOneBlockBetweenInsertedBases) {
@@ -199,7 +218,8 @@ TEST(OutputRows, AreNotSplitByANameOfAnyBytes) {
   const HandMadeRead hand(handMade(), "a\tb\nc d");
   EXPECT_TRUE(written(hand, appendTsvRow).starts_with("a%09b%0Ac d\t19\t"));
   EXPECT_TRUE(written(hand, appendBedRow).starts_with("a%09b%0Ac%20d\t2\t17\ta%09b%0Ac%20d\t"));
-  EXPECT_TRUE(written(hand, appendGff3Rows).starts_with("a%09b%0Ac%20d\tvelto\t"));
+  EXPECT_TRUE(written(hand, appendGff3Rows)
+                  .starts_with("##sequence-region a%09b%0Ac%20d 1 19\na%09b%0Ac%20d\tvelto\t"));
   EXPECT_TRUE(written(hand, appendCodingFasta).starts_with(">a%09b%0Ac%20d strand="));
   EXPECT_TRUE(written(hand, appendJsonRow).starts_with(R"({"read":"a\tb\nc d",)"));
 }

@@ -65,7 +65,9 @@ std::string bedName(const ScannedRead& read) {
 }
 
 std::string gff3Name(const ScannedRead& read) {
-  return percentEscaped(nameFor(read), isPlainInGff3);
+  const bool named = !read.record.name.empty();
+  const std::string place = named && read.nameIsRepeat ? ' ' + std::to_string(read.ordinal) : "";
+  return percentEscaped(nameFor(read) + place, isPlainInGff3);
 }
 
 }  // namespace velto

@@ -21,7 +21,8 @@ std::string fastaName(const ScannedRead& read);
 // over the line: the first letter is replaced then.
 std::string bedName(const ScannedRead& read);
 
-// GFF3: letters, digits and the marks that the format allows in a sequence's name.
+// GFF3: letters, digits and the marks that the format allows in a sequence's name. A repeated name
+// gets a blank and its ordinal, which no name in a FASTA file can have, so that it is unique.
 std::string gff3Name(const ScannedRead& read);
 
 // Any text that is shown in one line.

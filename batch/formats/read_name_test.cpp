@@ -63,6 +63,17 @@ TEST(ReadName, NeverMakesABedLineAComment) {
   EXPECT_EQ(inGff3("#1"), "%231");
 }
 
+TEST(ReadName, IsUniqueInGff3WhereItIsRepeated) {
+  const NamedRead repeated("a b");
+  ScannedRead read = repeated.read();
+  read.nameIsRepeat = true;
+  EXPECT_EQ(gff3Name(read), "a%20b%207");
+  EXPECT_EQ(bedName(read), "a%20b");
+  const NamedRead nameless("");
+  const ScannedRead second{nameless.record, 8, nameless.prediction, nameless.coding, true};
+  EXPECT_EQ(gff3Name(second), "record8");
+}
+
 TEST(ReadName, OfANamelessRecordIsItsPlaceButInTheTable) {
   EXPECT_EQ(inTsv(""), "");
   for (const auto& shown : {inFasta(""), inBed(""), inGff3("")}) EXPECT_EQ(shown, "record7");
