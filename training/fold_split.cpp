@@ -10,7 +10,7 @@ namespace {
 
 constexpr std::size_t kHeldBackFold = kTrainingFolds;
 constexpr std::size_t kFolds = kTrainingFolds + 1;
-constexpr std::size_t kLeastGroups = 10;
+constexpr std::size_t kMinGroups = 10;
 
 struct Group {
   std::string name;
@@ -31,15 +31,15 @@ std::vector<Group> groupsBySize(const std::vector<const std::vector<Transcript>*
   return groups;
 }
 
-// Gives each group, largest first, to the fold that holds least so far.
+// Gives each group, largest first, to the fold that is smallest so far.
 std::map<std::string, std::size_t> foldOfGroup(const std::vector<Group>& groups) {
   std::map<std::string, std::size_t> folds;
   std::array<long, kFolds> bases{};
   for (const Group& group : groups) {
-    const auto least =
+    const auto smallest =
         static_cast<std::size_t>(std::min_element(bases.begin(), bases.end()) - bases.begin());
-    bases[least] += group.bases;
-    folds[group.name] = least;
+    bases[smallest] += group.bases;
+    folds[group.name] = smallest;
   }
   return folds;
 }
@@ -68,7 +68,7 @@ FoldSplit splitFolds(const std::vector<Transcript>& coding,
                      const std::vector<Transcript>& noncoding) {
   std::string Transcript::*key = &Transcript::group;
   std::vector<Group> groups = groupsBySize({&coding, &noncoding}, key);
-  if (groups.size() < kLeastGroups) {
+  if (groups.size() < kMinGroups) {
     key = &Transcript::name;
     groups = groupsBySize({&coding, &noncoding}, key);
   }

@@ -6,9 +6,14 @@
 #include <vector>
 
 #include "simulation/transcript.h"
-#include "training/frames/window_samples.h"
 
 namespace velto {
+
+// Transcripts that reads are drawn from; not owned.
+struct TranscriptPool {
+  std::vector<const Transcript*> coding;
+  std::vector<const Transcript*> noncoding;
+};
 
 constexpr std::size_t kTrainingFolds = 4;
 

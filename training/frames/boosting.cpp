@@ -29,19 +29,19 @@ struct SlopeSum {
   }
 };
 
-// A chosen question and the windows of its rarer answer.
+// A chosen stump and the windows of its rarer answer.
 struct Member {
-  WindowQuestion question;
+  Stump stump;
   double weight = 0.0;
   bool listsYes = true;  // false: the windows of the answer no
   std::vector<Index> windows;
 
-  // What the question adds to the listed windows over the others.
+  // What the stump adds to the listed windows over the others.
   double offset() const { return listsYes ? weight : -weight; }
 };
 
 struct Candidate {
-  WindowQuestion question{0, 0};
+  Stump stump{0, 0};
   double gain = 0.0;
 };
 
@@ -54,29 +54,27 @@ class Booster {
 
   std::size_t size() const { return members_.size(); }
 
-  // Adds the `count` best questions of different features; false when none promises anything.
+  // Adds the `count` best stumps of different features; false when none promises anything.
   bool choose(std::size_t count);
   void sweep();
-  void dropWeakest(std::size_t count);
   Vote vote() const;
 
  private:
   void refresh(Index i);
   SlopeSum total() const;
   double gainOf(const SlopeSum& yes, const SlopeSum& all) const;
-  Candidate bestOfLevels(int feature, const SlopeSum& all) const;
+  Candidate bestOfBins(int feature, const SlopeSum& all) const;
   Candidate bestOfPair(int pair, const SlopeSum& all) const;
   std::vector<Candidate> bestPerFeature() const;
   // The pairs are so many that each look at the gains but the first sees every kPairTurns-th only,
   // in turn.
   static constexpr int kPairTurns = 4;
 
-  bool isChosen(WindowQuestion question) const;
-  void addMember(WindowQuestion question);
+  bool isChosen(Stump stump) const;
+  void addMember(Stump stump);
   void adjust(Member& member);
   void move(Member& member, double step);
   void adjustBias();
-  double importance(const Member& member) const;
 
   const WindowSet& windows_;
   const double ridge_;
@@ -109,31 +107,31 @@ double Booster::gainOf(const SlopeSum& yes, const SlopeSum& all) const {
   return part(yes) + part(no) - part(all);
 }
 
-Candidate Booster::bestOfLevels(int feature, const SlopeSum& all) const {
-  SlopeSum ofLevel[256];
-  const std::uint8_t* level = windows_.levels(feature);
-  for (std::size_t i = 0; i < windows_.size(); ++i) ofLevel[level[i]].add(slopes_[i]);
+Candidate Booster::bestOfBins(int feature, const SlopeSum& all) const {
+  SlopeSum ofBin[256];
+  const std::uint8_t* bin = windows_.bins(feature);
+  for (std::size_t i = 0; i < windows_.size(); ++i) ofBin[bin[i]].add(slopes_[i]);
   Candidate best;
   SlopeSum above;
-  for (int cut = 254; cut >= 0; --cut) {
-    const SlopeSum& level1 = ofLevel[cut + 1];
-    above.gradient += level1.gradient;
-    above.curvature += level1.curvature;
-    const WindowQuestion question{feature, cut};
+  for (int threshold = 254; threshold >= 0; --threshold) {
+    const SlopeSum& entering = ofBin[threshold + 1];
+    above.gradient += entering.gradient;
+    above.curvature += entering.curvature;
+    const Stump stump{feature, threshold};
     const double gain = gainOf(above, all);
-    if (gain > best.gain && !isChosen(question)) best = {question, gain};
+    if (gain > best.gain && !isChosen(stump)) best = {stump, gain};
   }
   return best;
 }
 
 Candidate Booster::bestOfPair(int pair, const SlopeSum& all) const {
   Candidate best;
-  for (int cut = 0; cut < WindowSet::kPairCuts; ++cut) {
+  for (int threshold = 0; threshold < WindowSet::kPairThresholds; ++threshold) {
     SlopeSum above;
-    for (const Index i : windows_.pairWindows(pair, cut)) above.add(slopes_[i]);
-    const WindowQuestion question{kFirstPairFeature + pair, cut};
+    for (const Index i : windows_.pairWindows(pair, threshold)) above.add(slopes_[i]);
+    const Stump stump{kFirstPairFeature + pair, threshold};
     const double gain = gainOf(above, all);
-    if (gain > best.gain && !isChosen(question)) best = {question, gain};
+    if (gain > best.gain && !isChosen(stump)) best = {stump, gain};
   }
   return best;
 }
@@ -142,7 +140,7 @@ std::vector<Candidate> Booster::bestPerFeature() const {
   const SlopeSum all = total();
   std::vector<Candidate> best;
   for (int feature = 0; feature < kFirstPairFeature; ++feature) {
-    best.push_back(bestOfLevels(feature, all));
+    best.push_back(bestOfBins(feature, all));
   }
   const int turns = looks_ == 0 ? 1 : kPairTurns;
   for (int pair = looks_ % turns; pair < kPairCodes; pair += turns) {
@@ -151,9 +149,9 @@ std::vector<Candidate> Booster::bestPerFeature() const {
   return best;
 }
 
-bool Booster::isChosen(WindowQuestion question) const {
+bool Booster::isChosen(Stump stump) const {
   return std::any_of(members_.begin(), members_.end(),
-                     [question](const Member& m) { return m.question == question; });
+                     [stump](const Member& m) { return m.stump == stump; });
 }
 
 bool Booster::choose(std::size_t count) {
@@ -163,15 +161,15 @@ bool Booster::choose(std::size_t count) {
                    [](const Candidate& a, const Candidate& b) { return a.gain > b.gain; });
   const std::size_t before = size();
   for (std::size_t k = 0; k < best.size() && k < count && best[k].gain > 0.0; ++k) {
-    addMember(best[k].question);
+    addMember(best[k].stump);
   }
   return size() > before;
 }
 
-void Booster::addMember(WindowQuestion question) {
+void Booster::addMember(Stump stump) {
   Member member;
-  member.question = question;
-  member.windows = windows_.yes(question);
+  member.stump = stump;
+  member.windows = windows_.yes(stump);
   if (2 * member.windows.size() > windows_.size()) {
     std::vector<Index> others;
     others.reserve(windows_.size() - member.windows.size());
@@ -225,39 +223,16 @@ void Booster::sweep() {
   for (Member& member : members_) adjust(member);
 }
 
-// Roughly the rise of the loss when the question is taken out: curvature x weight squared, of the
-// answer that is rarer.
-double Booster::importance(const Member& member) const {
-  SlopeSum sum;
-  for (const Index i : member.windows) sum.add(slopes_[i]);
-  return sum.curvature * member.weight * member.weight;
-}
-
-void Booster::dropWeakest(std::size_t count) {
-  std::vector<double> importances;
-  for (const Member& member : members_) importances.push_back(importance(member));
-  std::vector<std::size_t> order(members_.size());
-  for (std::size_t k = 0; k < order.size(); ++k) order[k] = k;
-  std::stable_sort(order.begin(), order.end(),
-                   [&](std::size_t a, std::size_t b) { return importances[a] < importances[b]; });
-  order.resize(std::min(count, order.size()));
-  std::sort(order.begin(), order.end());
-  for (auto k = order.rbegin(); k != order.rend(); ++k) {
-    move(members_[*k], -members_[*k].offset());
-    members_.erase(members_.begin() + static_cast<std::ptrdiff_t>(*k));
-  }
-}
-
 Vote Booster::vote() const {
   Vote vote;
   vote.bias = bias_;
-  for (const Member& member : members_) vote.questions.push_back({member.question, member.weight});
+  for (const Member& member : members_) vote.stumps.push_back({member.stump, member.weight});
   return vote;
 }
 
 void fill(Booster& booster, const BoostingPlan& plan) {
-  while (booster.size() < plan.questions) {
-    if (!booster.choose(std::min(plan.batch, plan.questions - booster.size()))) return;
+  while (booster.size() < plan.stumps) {
+    if (!booster.choose(std::min(plan.batch, plan.stumps - booster.size()))) return;
     booster.sweep();
   }
 }
@@ -268,8 +243,7 @@ float logistic(float x) {
   constexpr float kLog2e = 1.44269504F;
   constexpr float kLn2High = 0.693145752F;
   constexpr float kLn2Low = 1.42860677e-6F;
-  const float most = 60.0F;
-  const float y = x > most ? most : (x < -most ? -most : x);
+  const float y = std::clamp(x, -60.0F, 60.0F);
   // e^y = 2^n e^r, |r| <= ln 2 / 2
   const float scaled = y * kLog2e;
   const int n = static_cast<int>(scaled < 0.0F ? scaled - 0.5F : scaled + 0.5F);
@@ -288,10 +262,6 @@ Vote boostVote(const WindowSet& windows, const BoostingPlan& plan) {
   Booster booster(windows, plan.ridge);
   booster.sweep();
   fill(booster, plan);
-  for (int round = 0; round < plan.replacements; ++round) {
-    booster.dropWeakest(plan.replaced);
-    fill(booster, plan);
-  }
   for (int sweep = 0; sweep < plan.finalSweeps; ++sweep) booster.sweep();
   return booster.vote();
 }

@@ -1,4 +1,4 @@
-// Boosting of a vote: chooses yes-or-no questions about windows and weighs them together.
+// Boosting of a vote: chooses stumps and weighs them together.
 #pragma once
 
 #include <cstddef>
@@ -8,29 +8,27 @@
 
 namespace velto {
 
-struct WeightedQuestion {
-  WindowQuestion question;
-  double weight;  // added to the log odds of coding when the answer is yes
+struct WeightedStump {
+  Stump stump;
+  double weight;  // added to the log odds of coding when the stump says yes
 };
 
-// Log odds of coding = bias + the weights of the questions answered with yes.
+// Log odds of coding = bias + the weights of the stumps that say yes.
 struct Vote {
   double bias = 0.0;
-  std::vector<WeightedQuestion> questions;  // all different, in order of choice
+  std::vector<WeightedStump> stumps;  // all different, in order of choice
 };
 
 struct BoostingPlan {
-  std::size_t questions;  // most questions of the vote
-  std::size_t batch;      // questions, of different features, chosen from one look at the gains
-  int replacements;       // rounds in which the weakest questions make way for better ones
-  std::size_t replaced;   // questions replaced in such a round
-  int finalSweeps;        // joint refinements of all weights at the end
-  double ridge;           // penalty on a weight: ridge / 2 x weight squared
+  std::size_t stumps;  // of the vote, if as many promise anything
+  std::size_t batch;   // stumps, of different features, chosen from one look at the gains
+  int finalSweeps;     // joint refinements of all weights at the end
+  double ridge;        // penalty on a weight: ridge / 2 x weight squared
 };
 
-// Minimises the weighted logistic loss by Newton steps: batch by batch the questions that promise
+// Minimises the weighted logistic loss by Newton steps: batch by batch the stumps that promise
 // most are added, and after each batch all weights are refined one after another. The first batch
-// is chosen from all questions, each later one from those of every fourth amino-acid pair, in turn,
+// is chosen from all stumps, each later one from those of every fourth amino-acid pair, in turn,
 // and all others. The result depends on its arguments alone. Pure; any thread may call it.
 Vote boostVote(const WindowSet& windows, const BoostingPlan& plan);
 

@@ -7,12 +7,12 @@
 #include <cmath>
 #include <numeric>
 
+#include "core/random.h"
 #include "decoder/coding_region.h"
 #include "decoder/frame_path.h"
 #include "decoder/frame_scores.h"
 #include "decoder/layout.h"
 #include "decoder/shift_placement.h"
-#include "core/random.h"
 #include "training/frames/window_features.h"
 
 namespace velto {
@@ -88,7 +88,7 @@ class ScoredRead::PlaceJudge : public TrialJudge {
   const ScoredRead& read_;
 };
 
-ScoredRead::ScoredRead(SimulatedRead read, const VoteTable& vote, int windowWidth)
+ScoredRead::ScoredRead(SimulatedRead read, const BinnedVote& vote, int windowWidth)
     : read_(std::move(read)), vote_(&vote), windowWidth_(windowWidth) {
   const WindowScores scores = vote.score(windowWidth, read_.bases.data(), read_.length());
   const ModelTables unused;
@@ -157,13 +157,13 @@ void ScoredRead::decode(const TransitionTable& table, double shift, AccuracyTall
 }
 
 PresetTallies tallyReads(const SearchReads& reads, const double (&matrix)[16], double shift,
-                         double share) {
+                         double fraction) {
   const TransitionTable table(matrix);
   PresetTallies tallies;
   for (std::size_t preset = 0; preset < kSearchPresets; ++preset) {
     const std::vector<ScoredRead>& list = reads.ofPreset[preset];
     const auto count =
-        static_cast<std::size_t>(std::ceil(share * static_cast<double>(list.size())));
+        static_cast<std::size_t>(std::ceil(fraction * static_cast<double>(list.size())));
     tallies[preset] = tbb::parallel_reduce(
         tbb::blocked_range<std::size_t>(0, count, 16), AccuracyTally(),
         [&](const tbb::blocked_range<std::size_t>& part, AccuracyTally sum) {
@@ -180,27 +180,28 @@ PresetTallies tallyReads(const SearchReads& reads, const double (&matrix)[16], d
 
 // ---- Search
 
-double searchValue(const PresetTallies& tallies, const SearchAim& aim) {
+double searchValue(const PresetTallies& tallies, const SearchObjective& objective) {
   double value = 0.0;
   for (std::size_t preset = 0; preset < kNoncodingReads; ++preset) {
     const AccuracyTally& tally = tallies[preset];
-    value += aim.presetWeights[preset] *
-             (aim.frameF1 * tally.frameF1() + aim.frameRecall * tally.frameRecall() +
-              aim.correlation * tally.correlation());
+    value += objective.presetWeights[preset] *
+             (objective.frameF1 * tally.frameF1() + objective.frameRecall * tally.frameRecall() +
+              objective.correlation * tally.correlation());
   }
-  // By the share of reads that hold a whole region: a few such reads among short ones tell little.
+  // By the fraction of reads that hold a whole region: a few such reads among short ones tell
+  // little.
   const AccuracyTally& clean = tallies[kCleanReads];
   if (clean.reads > 0) {
-    value +=
-        aim.exactBonus * static_cast<double>(clean.exactRegions) / static_cast<double>(clean.reads);
+    value += objective.exactBonus * static_cast<double>(clean.exactRegions) /
+             static_cast<double>(clean.reads);
   }
-  const double excess = tallies[kNoncodingReads].callRate() - aim.freeCalls;
-  return value - aim.callCost * std::max(0.0, excess);
+  const double excess = tallies[kNoncodingReads].callRate() - objective.freeCalls;
+  return value - objective.callCost * std::max(0.0, excess);
 }
 
 namespace {
 
-// Ranges of the first guesses, and sizes of a step.
+// Ranges of the first candidates, and sizes of a step.
 struct NumberRange {
   double low;
   double high;
@@ -225,22 +226,23 @@ double bell(Random& random) {
 
 class Search {
  public:
-  Search(const GroupReads& reads, const SearchAim& aim, std::uint64_t seed)
-      : reads_(reads), aim_(aim), random_(seed) {}
+  Search(const GroupReads& reads, const SearchObjective& objective, std::uint64_t seed)
+      : reads_(reads), objective_(objective), random_(seed) {}
 
-  // Differential evolution: a guess gives way to a mixture of itself with another one moved by the
-  // difference of two more, if that is no worse.
+  // Differential evolution: a candidate gives way to a mixture of itself with another one moved by
+  // the difference of two more, if that is no worse.
   TiedMatrix evolve(const SearchPlan& plan) {
-    std::vector<Guess> guesses(kPopulation);
+    std::vector<Candidate> candidates(kPopulation);
     for (std::size_t g = 1; g < kPopulation; ++g) {
       for (std::size_t i = 0; i < TiedMatrix::kNumbers; ++i) {
-        guesses[g].numbers.number(i) = between(kRanges[i], random_);
+        candidates[g].numbers.number(i) = between(kRanges[i], random_);
       }
     }
-    renew(guesses, plan.generations, plan.share);
-    renew(guesses, plan.lateGenerations, 1.0);
-    return std::max_element(guesses.begin(), guesses.end(),
-                            [](const Guess& a, const Guess& b) { return a.value < b.value; })
+    renew(candidates, plan.generations, plan.earlyFraction);
+    renew(candidates, plan.lateGenerations, 1.0);
+    return std::max_element(
+               candidates.begin(), candidates.end(),
+               [](const Candidate& a, const Candidate& b) { return a.value < b.value; })
         ->numbers;
   }
 
@@ -269,29 +271,29 @@ class Search {
   }
 
  private:
-  struct Guess {
+  struct Candidate {
     TiedMatrix numbers;
     double value = 0.0;
   };
   static constexpr std::uint32_t kPopulation = 28;
 
-  void renew(std::vector<Guess>& guesses, int generations, double share) {
-    for (Guess& guess : guesses) guess.value = valueOf(guess.numbers, share);
+  void renew(std::vector<Candidate>& candidates, int generations, double fraction) {
+    for (Candidate& candidate : candidates) candidate.value = valueOf(candidate.numbers, fraction);
     for (int generation = 0; generation < generations; ++generation) {
-      for (Guess& guess : guesses) {
-        Guess mixed{mixture(guesses, guess), 0.0};
-        mixed.value = valueOf(mixed.numbers, share);
-        if (mixed.value >= guess.value) guess = mixed;
+      for (Candidate& candidate : candidates) {
+        Candidate mixed{mixture(candidates, candidate), 0.0};
+        mixed.value = valueOf(mixed.numbers, fraction);
+        if (mixed.value >= candidate.value) candidate = mixed;
       }
     }
   }
 
-  TiedMatrix mixture(std::vector<Guess>& guesses, Guess& old) {
+  TiedMatrix mixture(std::vector<Candidate>& candidates, Candidate& old) {
     constexpr double kScale = 0.6;
-    constexpr double kTaken = 0.8;  // share of the numbers taken from the moved guess
-    TiedMatrix& base = guesses[random_.below(kPopulation)].numbers;
-    TiedMatrix& to = guesses[random_.below(kPopulation)].numbers;
-    TiedMatrix& from = guesses[random_.below(kPopulation)].numbers;
+    constexpr double kTaken = 0.8;  // fraction of the numbers taken from the moved candidate
+    TiedMatrix& base = candidates[random_.below(kPopulation)].numbers;
+    TiedMatrix& to = candidates[random_.below(kPopulation)].numbers;
+    TiedMatrix& from = candidates[random_.below(kPopulation)].numbers;
     TiedMatrix mixed = old.numbers;
     for (std::size_t i = 0; i < TiedMatrix::kNumbers; ++i) {
       if (random_.real() >= kTaken) continue;
@@ -302,11 +304,11 @@ class Search {
 
   // All numbers but the shifts of classes with too few reads to tell where a walk should not go.
   std::vector<std::size_t> movableNumbers() const {
-    constexpr std::size_t kLeastReads = 100;
+    constexpr std::size_t kMinReads = 100;
     constexpr std::size_t kEntries = TiedMatrix::kNumbers - kGcClasses;
     std::vector<std::size_t> movable;
     for (std::size_t i = 0; i < TiedMatrix::kNumbers; ++i) {
-      if (i < kEntries || codingReads(i - kEntries) >= kLeastReads) movable.push_back(i);
+      if (i < kEntries || codingReads(i - kEntries) >= kMinReads) movable.push_back(i);
     }
     return movable;
   }
@@ -317,17 +319,17 @@ class Search {
     return count;
   }
 
-  double valueOf(const TiedMatrix& numbers, double share) const {
+  double valueOf(const TiedMatrix& numbers, double fraction) const {
     double matrix[16];
     numbers.fill(matrix);
     PresetTallies sum;
     for (std::size_t gc = 0; gc < kGcClasses; ++gc) {
-      const PresetTallies ofClass = tallyReads(reads_[gc], matrix, numbers.shifts[gc], share);
+      const PresetTallies ofClass = tallyReads(reads_[gc], matrix, numbers.shifts[gc], fraction);
       for (std::size_t preset = 0; preset < kSearchPresets; ++preset) {
         sum[preset].add(ofClass[preset]);
       }
     }
-    return searchValue(sum, aim_) - kSpreadPenalty * spread(numbers.shifts);
+    return searchValue(sum, objective_) - kSpreadPenalty * spread(numbers.shifts);
   }
 
   // Settles the shift of a class that has hardly any reads.
@@ -340,14 +342,14 @@ class Search {
   }
 
   const GroupReads& reads_;
-  const SearchAim& aim_;
+  const SearchObjective& objective_;
   Random random_;
 };
 
 }  // namespace
 
 TiedMatrix searchMatrix(const GroupReads& reads, const SearchPlan& plan, std::uint64_t seed) {
-  Search search(reads, plan.aim, seed);
+  Search search(reads, plan.objective, seed);
   TiedMatrix found = search.meanOfWalk(search.evolve(plan), plan.steps);
   for (double& shift : found.shifts) shift = roundedToFile(shift);
   return found;

@@ -8,8 +8,8 @@
 
 #include "model/model_tables.h"
 #include "model/read_class.h"
+#include "training/frames/binned_vote.h"
 #include "training/frames/read_accuracy.h"
-#include "training/frames/vote_table.h"
 
 namespace velto {
 
@@ -50,7 +50,7 @@ struct TransitionTable {
 class ScoredRead {
  public:
   // `vote` must outlive the read.
-  ScoredRead(SimulatedRead read, const VoteTable& vote, int windowWidth);
+  ScoredRead(SimulatedRead read, const BinnedVote& vote, int windowWidth);
 
   // Decodes, places the shifts and adds to the tally: the region that the decoder finds, but for
   // rounding. One thread at a time: places are kept for the next matrix.
@@ -67,7 +67,7 @@ class ScoredRead {
   class PlaceJudge;
 
   SimulatedRead read_;
-  const VoteTable* vote_;
+  const BinnedVote* vote_;
   int windowWidth_;  // bases
   std::vector<Step> steps_;
   mutable std::vector<signed char> places_;  // [last codon step of a trial window][first base's
@@ -81,15 +81,15 @@ struct SearchReads {
 
 using GroupReads = std::array<SearchReads, kGcClasses>;  // [GC class], of one length group
 
-// Accuracy on the first `share` of the reads of each preset of one class. Uses all threads of the
-// calling arena.
+// Accuracy on the first `fraction` of the reads of each preset of one class. Uses all threads of
+// the calling arena.
 PresetTallies tallyReads(const SearchReads& reads, const double (&matrix)[16], double shift,
-                         double share = 1.0);
+                         double fraction = 1.0);
 
-// What a search aims at. The value of a matrix is the mean over the presets of coding reads, by
+// What a search maximises. The value of a matrix is the mean over the presets of coding reads, by
 // their weights, of frame F1, frame recall and correlation, by theirs; more for exact regions, less
 // for calls of non-coding reads.
-struct SearchAim {
+struct SearchObjective {
   double presetWeights[kNoncodingReads] = {0.32, 0.3, 0.38};  // sum up to 1
   double frameF1 = 0.4;
   double frameRecall = 0.3;
@@ -98,14 +98,14 @@ struct SearchAim {
   double freeCalls = 0.2;   // share of non-coding reads whose calls cost nothing
   double callCost = 2.0;    // of the share of the other non-coding reads that are called
 };
-double searchValue(const PresetTallies& tallies, const SearchAim& aim);
+double searchValue(const PresetTallies& tallies, const SearchObjective& objective);
 
 struct SearchPlan {
-  int generations;      // of a population of guesses, judged by a share of the reads
-  double share;         // of the reads in these generations
-  int lateGenerations;  // of the same population, judged by all reads
-  int steps;            // at least 1, of a random walk from the best guess, on all reads
-  SearchAim aim = {};
+  int generations;       // of a population of candidates, judged by a fraction of the reads
+  double earlyFraction;  // of the reads in these generations
+  int lateGenerations;   // of the same population, judged by all reads
+  int steps;             // at least 1, of a random walk from the best candidate, on all reads
+  SearchObjective objective = {};
 };
 
 // The mean of the numbers met on the walk, which keeps near the best value: the best numbers

@@ -25,7 +25,7 @@ Vote simpleVote() {
   Vote vote;
   vote.bias = 4.0;
   for (int codon = 3; codon < kCodonCodes; codon += 4) {
-    vote.questions.push_back({{kFirstCodonFeature + codon, 5}, -0.4 - 0.00317 * codon});
+    vote.stumps.push_back({{kFirstCodonFeature + codon, 5}, -0.4 - 0.00317 * codon});
   }
   return vote;
 }
@@ -36,11 +36,10 @@ SimulatedRead readOf(const Transcript& transcript, std::uint64_t seed) {
 }
 
 // The same figures by the decoder itself.
-AccuracyTally tallyByDecoder(const SimulatedRead& read, const VoteTable& vote, double shift,
+AccuracyTally tallyByDecoder(const SimulatedRead& read, const BinnedVote& vote, double shift,
                              const double (&matrix)[16]) {
   ModelTables tables;
-  vote.write(96, tables);
-  tables.fh[0].alpha += shift;
+  vote.write(96, shift, tables);
   const ModelView model{tables, 96};
   layout lay;
   std::vector<double> frameScore[3];
@@ -59,7 +58,7 @@ AccuracyTally tallyByDecoder(const SimulatedRead& read, const VoteTable& vote, d
 }
 
 TEST(MatrixSearch, FastDecodingAgreesWithTheDecoderUnderOneMatrixAfterAnother) {
-  const VoteTable vote(simpleVote());
+  const BinnedVote vote(simpleVote());
   Random random(3);
   long called = 0;
   for (std::uint64_t k = 0; k < 100; ++k) {
@@ -72,7 +71,7 @@ TEST(MatrixSearch, FastDecodingAgreesWithTheDecoderUnderOneMatrixAfterAnother) {
         numbers.number(i) *= 0.5 + random.real();
       }
       numbers.gate *= 0.5;
-      const double shift = random.real() - 0.5;
+      const double shift = roundedToFile(random.real() - 0.5);
       double matrix[16];
       numbers.fill(matrix);
       AccuracyTally fast;
@@ -88,7 +87,7 @@ TEST(MatrixSearch, FastDecodingAgreesWithTheDecoderUnderOneMatrixAfterAnother) {
 }
 
 GroupReads searchReads() {
-  static const VoteTable vote(simpleVote());
+  static const BinnedVote vote(simpleVote());
   GroupReads reads;
   std::uint64_t seed = 0;
   for (SearchReads& ofClass : reads) {
@@ -110,27 +109,32 @@ double valueOf(const GroupReads& reads, const TiedMatrix& numbers) {
     const PresetTallies tallies = tallyReads(reads[gc], matrix, numbers.shifts[gc]);
     for (std::size_t p = 0; p < kSearchPresets; ++p) sum[p].add(tallies[p]);
   }
-  return searchValue(sum, SearchAim());
+  return searchValue(sum, SearchObjective());
 }
 
-TEST(MatrixSearch, FoundNumbersAreNoWorseThanTheFirstGuess) {
+TEST(MatrixSearch, FoundNumbersAreNoWorseThanTheFirstCandidate) {
   const auto reads = searchReads();
-  const TiedMatrix found = searchMatrix(reads, {4, 1.0, 1, 20}, 1);
+  const TiedMatrix found = searchMatrix(
+      reads, {.generations = 4, .earlyFraction = 1.0, .lateGenerations = 1, .steps = 20}, 1);
   EXPECT_GE(valueOf(reads, found), valueOf(reads, TiedMatrix()));
 }
 
 TEST(MatrixSearch, LongWalkIsNoWorseThanItsFirstStep) {
   const auto reads = searchReads();
-  const TiedMatrix first = searchMatrix(reads, {4, 1.0, 1, 1}, 1);
-  const TiedMatrix last = searchMatrix(reads, {4, 1.0, 1, 600}, 1);
+  const TiedMatrix first = searchMatrix(
+      reads, {.generations = 4, .earlyFraction = 1.0, .lateGenerations = 1, .steps = 1}, 1);
+  const TiedMatrix last = searchMatrix(
+      reads, {.generations = 4, .earlyFraction = 1.0, .lateGenerations = 1, .steps = 600}, 1);
   EXPECT_GE(valueOf(reads, last), valueOf(reads, first));
 }
 
 TEST(MatrixSearch, ResultDoesNotDependOnTheThreads) {
   const auto reads = searchReads();
-  const TiedMatrix many = searchMatrix(reads, {2, 0.5, 1, 20}, 9);
+  const TiedMatrix many = searchMatrix(
+      reads, {.generations = 2, .earlyFraction = 0.5, .lateGenerations = 1, .steps = 20}, 9);
   const tbb::global_control one(tbb::global_control::max_allowed_parallelism, 1);
-  TiedMatrix single = searchMatrix(reads, {2, 0.5, 1, 20}, 9);
+  TiedMatrix single = searchMatrix(
+      reads, {.generations = 2, .earlyFraction = 0.5, .lateGenerations = 1, .steps = 20}, 9);
   TiedMatrix other = many;
   for (std::size_t i = 0; i < TiedMatrix::kNumbers; ++i) {
     EXPECT_EQ(single.number(i), other.number(i));
@@ -138,33 +142,35 @@ TEST(MatrixSearch, ResultDoesNotDependOnTheThreads) {
 }
 
 TEST(MatrixSearch, ShiftsOfClassesWithoutReadsStayTogether) {
-  const TiedMatrix found = searchMatrix(GroupReads(), {10, 1.0, 2, 40}, 5);
+  const TiedMatrix found =
+      searchMatrix(GroupReads(),
+                   {.generations = 10, .earlyFraction = 1.0, .lateGenerations = 2, .steps = 40}, 5);
   for (const double shift : found.shifts) EXPECT_EQ(shift, found.shifts[0]);
 }
 
 TEST(MatrixSearch, CallsOfNoncodingReadsBeyondTheFreeOnesCost) {
-  SearchAim aim;
-  aim.freeCalls = 0.2;
-  aim.callCost = 0.5;
+  SearchObjective objective;
+  objective.freeCalls = 0.2;
+  objective.callCost = 0.5;
   PresetTallies tallies;
   tallies[kNoncodingReads].reads = 100;
   tallies[kNoncodingReads].readsCalled = 20;
-  EXPECT_DOUBLE_EQ(searchValue(tallies, aim), 0.0);
+  EXPECT_DOUBLE_EQ(searchValue(tallies, objective), 0.0);
   tallies[kNoncodingReads].readsCalled = 50;
-  EXPECT_DOUBLE_EQ(searchValue(tallies, aim), -0.15);
-  aim.freeCalls = 0.0;
-  EXPECT_DOUBLE_EQ(searchValue(tallies, aim), -0.25);
+  EXPECT_DOUBLE_EQ(searchValue(tallies, objective), -0.15);
+  objective.freeCalls = 0.0;
+  EXPECT_DOUBLE_EQ(searchValue(tallies, objective), -0.25);
 }
 
 TEST(MatrixSearch, ValueIsTheWeightedMeanOverThePresets) {
-  SearchAim aim;
-  aim.presetWeights[kEstReads] = 0.5;
-  aim.presetWeights[kMildReads] = 0.25;
-  aim.presetWeights[kCleanReads] = 0.25;
-  aim.frameF1 = 0.25;
-  aim.frameRecall = 0.25;
-  aim.correlation = 0.5;
-  aim.exactBonus = 0.2;
+  SearchObjective objective;
+  objective.presetWeights[kEstReads] = 0.5;
+  objective.presetWeights[kMildReads] = 0.25;
+  objective.presetWeights[kCleanReads] = 0.25;
+  objective.frameF1 = 0.25;
+  objective.frameRecall = 0.25;
+  objective.correlation = 0.5;
+  objective.exactBonus = 0.2;
   PresetTallies tallies;
   AccuracyTally& est = tallies[kEstReads];
   est.bases = 400;
@@ -176,7 +182,7 @@ TEST(MatrixSearch, ValueIsTheWeightedMeanOverThePresets) {
   clean.reads = 10;
   clean.exactRegions = 5;
   // Frame F1 100 / 200; frame recall 50 / 100; correlation (75 x 275 - 25 x 25) / (100 x 300).
-  EXPECT_DOUBLE_EQ(searchValue(tallies, aim),
+  EXPECT_DOUBLE_EQ(searchValue(tallies, objective),
                    0.5 * (0.25 * 0.5 + 0.25 * 0.5 + 0.5 * 2.0 / 3.0) + 0.2 * 0.5);
 }
 

@@ -1,4 +1,4 @@
-// 1. Plan  2. Votes  3. Matrices  4. Training
+// 1. Matrices  2. Training
 #include "training/frames/vote_trainer.h"
 
 #include <tbb/parallel_for.h>
@@ -10,77 +10,10 @@
 
 #include "core/random.h"
 #include "training/fold_split.h"
-#include "training/frames/vote_table.h"
+#include "training/frames/binned_vote.h"
 #include "training/frames/window_features.h"
 
 namespace velto {
-
-// ---- 1. Plan
-
-namespace {
-
-// What the search gains on est reads it loses on reads with few errors, which are most of those of
-// today.
-SearchAim fragmentAim(const ReadClass& readClass) {
-  const bool isShort = readClass.windowWidth == 96;
-  SearchAim aim;
-  aim.presetWeights[kEstReads] = isShort ? 0.06 : 0.08;
-  aim.presetWeights[kMildReads] = 0.3;
-  aim.presetWeights[kCleanReads] = isShort ? 0.64 : 0.62;
-  aim.frameF1 = 0.0;
-  aim.frameRecall = 0.55;
-  aim.correlation = 0.45;
-  aim.exactBonus = 0.05;
-  aim.freeCalls = 0.0;
-  aim.callCost = isShort ? 0.03 : 0.05;
-  return aim;
-}
-
-// Reads of a whole transcript: nearly all are called, so that the ends of the region decide.
-SearchAim wholeReadAim(const ReadClass& readClass) {
-  const bool isLongest = readClass.lengthId == 2;
-  SearchAim aim;
-  aim.presetWeights[kEstReads] = isLongest ? 0.36 : 0.33;
-  aim.presetWeights[kMildReads] = isLongest ? 0.29 : 0.31;
-  aim.presetWeights[kCleanReads] = isLongest ? 0.35 : 0.36;
-  aim.frameF1 = 0.3;
-  aim.frameRecall = 0.2;
-  aim.correlation = 0.5;
-  aim.exactBonus = isLongest ? 0.15 : 0.2;
-  aim.freeCalls = 0.25;
-  aim.callCost = 2.0;
-  return aim;
-}
-
-}  // namespace
-
-GroupPlan standardPlan(const ReadClass& readClass) {
-  GroupPlan plan;
-  plan.sampling.windows = 240000;
-  plan.sampling.draws = 600000;
-  plan.sampling.windowsPerRead = 4;
-  plan.sampling.noncodingReads = 0.12;
-  plan.sampling.borrowedShare = 2.0;
-  plan.sampling.borrowedWeight = 0.5;
-  plan.sampling.shares[0] = 0.35;
-  plan.sampling.shares[1] = 0.35;
-  plan.sampling.shares[2] = 0.3;
-  plan.sampling.mixture = {
-      {*presetRates("est"), 0.4}, {*presetRates("mild"), 0.25}, {*presetRates("clean"), 0.35}};
-  plan.boosting = {kModelHypotheses - 1, 20, 0, 0, 5, 400.0};
-  // Long reads have more bases to judge by, and take longer.
-  if (readClass.lengthId == 0) {
-    plan.search = {60, 0.25, 15, 400, fragmentAim(readClass)};
-    plan.reads = 3200;
-  } else if (readClass.lengthId == 1) {
-    plan.search = {60, 0.25, 12, 200, wholeReadAim(readClass)};
-    plan.reads = 2400;
-  } else {
-    plan.search = {60, 0.2, 12, 200, wholeReadAim(readClass)};
-    plan.reads = 1600;
-  }
-  return plan;
-}
 
 namespace {
 
@@ -96,13 +29,7 @@ std::uint64_t seedOf(std::uint64_t seed, Stream stream, int index) {
   return Random::split(seed, stream + static_cast<std::uint64_t>(index)).next();
 }
 
-// ---- 2. Votes
-
-void addShift(double shift, ModelTables& tables) {
-  tables.fh[0].alpha = roundedToFile(tables.fh[0].alpha + shift);
-}
-
-// ---- 3. Matrices
+// ---- 1. Matrices
 
 RateMixture searchRates(int preset) {
   const ErrorRates est = *presetRates("est"), mild = *presetRates("mild");
@@ -118,7 +45,7 @@ RateMixture searchRates(int preset) {
   }
 }
 
-using VotesOfGroup = std::array<const VoteTable*, kGcClasses>;  // [GC class]
+using VotesOfGroup = std::array<const BinnedVote*, kGcClasses>;  // [GC class]
 
 // Reads of one preset as they come: each transcript as likely as any other, in turn from the folds.
 // Reads of folds[i] are scored by votes[i].
@@ -155,13 +82,13 @@ GroupReads drawGroup(const std::vector<const TranscriptPool*>& folds,
   return reads;
 }
 
-// ---- 4. Training
+// ---- 2. Training
 
-// Share of the windows that the votes of the matrix search are made from; they need not be the
+// Fraction of the windows that the votes of the matrix search are made from; they need not be the
 // best.
-constexpr double kSearchShare = 0.3;
+constexpr double kSearchFraction = 0.3;
 
-// Most classes whose windows are in memory at the same time, some 1.2 GB each.
+// Classes whose windows are in memory at the same time, some 1.2 GB each.
 constexpr int kClassesAtOnce = 3;
 
 class VoteTrainer {
@@ -179,7 +106,7 @@ class VoteTrainer {
 
  private:
   TrainedClass& at(int c) { return model_[static_cast<std::size_t>(c)]; }
-  VoteTable& vote(std::size_t without, int c) {
+  BinnedVote& vote(std::size_t without, int c) {
     return *votes_[without][static_cast<std::size_t>(c)];
   }
 
@@ -203,25 +130,25 @@ class VoteTrainer {
     GroupPlan plan = plan_(readClass);
     if (without < kTrainingFolds) {
       plan.sampling.windows =
-          static_cast<std::size_t>(kSearchShare * static_cast<double>(plan.sampling.windows));
+          static_cast<std::size_t>(kSearchFraction * static_cast<double>(plan.sampling.windows));
     }
     const int stream = c + kReadClasses * static_cast<int>(without);
     WindowSet windows;
-    at(c).sample = sampleWindows(pool, readClass, plan.sampling,
-                                 seedOf(job_.seed, kWindowStream, stream), windows);
-    checkSample(c);
+    const SampleCounts sample = sampleWindows(pool, readClass, plan.sampling,
+                                              seedOf(job_.seed, kWindowStream, stream), windows);
+    checkSample(sample, readClass);
+    if (without == kTrainingFolds) at(c).sample = sample;
     votes_[without][static_cast<std::size_t>(c)] =
-        std::make_unique<VoteTable>(boostVote(windows, plan.boosting));
+        std::make_unique<BinnedVote>(boostVote(windows, plan.boosting));
   }
 
-  void checkSample(int c) {
-    constexpr std::size_t kLeastReads = 100;
-    constexpr std::size_t kLeastWindows = 100;
-    const SampleCounts& n = at(c).sample;
-    const bool enough = n.reads + n.borrowedReads >= kLeastReads && n.windows[0] >= kLeastWindows &&
-                        n.windows[1] >= kLeastWindows && n.windows[2] >= kLeastWindows;
+  static void checkSample(const SampleCounts& n, const ReadClass& readClass) {
+    constexpr std::size_t kMinReads = 100;
+    constexpr std::size_t kMinWindows = 100;
+    const bool enough = n.reads + n.borrowedReads >= kMinReads && n.windows[0] >= kMinWindows &&
+                        n.windows[1] >= kMinWindows && n.windows[2] >= kMinWindows;
     if (enough) return;
-    throw TooLittleData("too little data for class " + readClassAt(c).name() + ": " +
+    throw TooLittleData("too little data for class " + readClass.name() + ": " +
                         std::to_string(n.reads) + " reads, " + std::to_string(n.borrowedReads) +
                         " borrowed from other classes of GC content; windows in frame " +
                         std::to_string(n.windows[0]) + ", out of frame " +
@@ -261,8 +188,7 @@ class VoteTrainer {
     for (int gc = 0; gc < kGcClasses; ++gc) {
       TrainedClass& trained = at(first + gc);
       const double shift = matrix.shifts[static_cast<std::size_t>(gc)];
-      vote(kTrainingFolds, first + gc).write(readClassAt(first).windowWidth, trained.tables);
-      addShift(shift, trained.tables);
+      vote(kTrainingFolds, first + gc).write(readClassAt(first).windowWidth, shift, trained.tables);
       matrix.fill(trained.tables.malkovChain);
       trained.heldBack =
           tallyReads(reads[static_cast<std::size_t>(gc)], trained.tables.malkovChain, shift);
@@ -286,7 +212,7 @@ class VoteTrainer {
   const FoldSplit split_;
   std::mutex mutex_;
   // [fold left out, kTrainingFolds for none][class]
-  std::array<std::array<std::unique_ptr<VoteTable>, kReadClasses>, kTrainingFolds + 1> votes_;
+  std::array<std::array<std::unique_ptr<BinnedVote>, kReadClasses>, kTrainingFolds + 1> votes_;
   TrainedVotes model_;
 };
 

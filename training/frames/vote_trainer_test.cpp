@@ -15,10 +15,10 @@ namespace {
 GroupPlan tinyPlan(const ReadClass& readClass) {
   GroupPlan plan = standardPlan(readClass);
   plan.sampling.windows = 3000;
-  plan.sampling.draws = 2500;
-  plan.boosting.questions = 20;
+  plan.sampling.maxDraws = 2500;
+  plan.boosting.stumps = 20;
   plan.boosting.finalSweeps = 2;
-  plan.search = {1, 0.5, 1, 5, SearchAim()};
+  plan.search = {.generations = 1, .earlyFraction = 0.5, .lateGenerations = 1, .steps = 5};
   plan.reads = 24;
   return plan;
 }

@@ -14,22 +14,22 @@ TEST(WindowFeatures, FeaturesAreNumberedAcidsCodonsPairs) {
   EXPECT_EQ(pairFeatureIndex(3, 20, 20), kWindowFeatures - 1);
 }
 
-TEST(WindowFeatures, ShareLevelCountsTheCutsBelow) {
+TEST(WindowFeatures, UsageBinCountsTheThresholdsBelow) {
   const int lysine = 0;  // AAA, one of two codons
-  EXPECT_EQ(shareLevel(lysine, 0, 3), 0);
-  EXPECT_EQ(shareLevel(lysine, 3, 3), kShareLevels - 1);
-  // Half: the cuts up to 0.47 lie below, 0.515 above; the same for the uniform share.
-  EXPECT_EQ(shareLevel(lysine, 2, 4), 17);
-  EXPECT_EQ(shareLevel(lysine, 0, 0), 17);
-  EXPECT_GT(0.5, kShareCuts[16]);
-  EXPECT_LT(0.5, kShareCuts[17]);
+  EXPECT_EQ(usageBin(lysine, 0, 3), 0);
+  EXPECT_EQ(usageBin(lysine, 3, 3), kUsageBins - 1);
+  // Half: the thresholds up to 0.47 lie below, 0.515 above; the same for the uniform usage.
+  EXPECT_EQ(usageBin(lysine, 2, 4), 17);
+  EXPECT_EQ(usageBin(lysine, 0, 0), 17);
+  EXPECT_GT(0.5, kUsageThresholds[16]);
+  EXPECT_LT(0.5, kUsageThresholds[17]);
 }
 
-TEST(WindowFeatures, NoFractionOfSmallDenominatorLiesOnACut) {
-  for (const double cut : kShareCuts) {
+TEST(WindowFeatures, NoFractionOfSmallDenominatorLiesOnAThreshold) {
+  for (const double threshold : kUsageThresholds) {
     for (int acids = 1; acids <= 12; ++acids) {
       for (int codons = 0; codons <= acids; ++codons) {
-        EXPECT_NE(static_cast<double>(codons) / acids, cut);
+        EXPECT_NE(static_cast<double>(codons) / acids, threshold);
       }
     }
   }
@@ -41,19 +41,20 @@ TEST(WindowFeatures, PairHypothesisIsAPlainCountAtEveryWindowLength) {
   tables.fh.resize(1);
   setCountPriors(tables);
   for (const int scanned : {95, 194}) {
-    for (int cut = 0; cut < 3; ++cut) {
-      setHypothesis(tables, 0, {pairFeatureIndex(1, 4, 9), cut}, 0.5, scanned);
+    for (int threshold = 0; threshold < 3; ++threshold) {
+      setHypothesis(tables, 0, {pairFeatureIndex(1, 4, 9), threshold}, 0.5, scanned);
       for (int length = 64; length <= 198; ++length) {
         for (short count = 0; count < 6; ++count) {
           const double value = pairFeature(tables, tables.fh[0], count, 30, 1, length);
-          EXPECT_EQ(value > tables.pairAcidTrsld[0].trsld, count > cut) << length << " " << count;
+          EXPECT_EQ(value > tables.pairAcidTrsld[0].trsld, count > threshold)
+              << length << " " << count;
         }
       }
     }
   }
 }
 
-TEST(WindowFeatures, HypothesisVotesInFavourAboveItsCut) {
+TEST(WindowFeatures, HypothesisVotesInFavourAboveItsThreshold) {
   ModelTables tables;
   tables.fh.resize(1);
   setHypothesis(tables, 0, {3, 2}, 0.25, 95);

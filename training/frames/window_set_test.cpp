@@ -37,7 +37,7 @@ TEST(WindowSet, AnswersYesAboveTheCutOnly) {
   EXPECT_EQ(set.yes({8, 0}), (Windows{0, 2}));
   EXPECT_EQ(set.yes({8, 2}), (Windows{0, 2}));
   EXPECT_EQ(set.yes({8, 3}), (Windows{0}));
-  // Share of AAA: all, half where there is no lysine, two thirds.
+  // Usage of AAA: all, half where there is no lysine, two thirds.
   EXPECT_EQ(set.yes({kFirstCodonFeature, 0}), (Windows{0, 1, 2}));
   EXPECT_EQ(set.yes({kFirstCodonFeature, 18}), (Windows{0, 2}));
   EXPECT_EQ(set.yes({kFirstCodonFeature, 24}), (Windows{0}));

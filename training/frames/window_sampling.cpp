@@ -1,4 +1,4 @@
-#include "training/frames/window_samples.h"
+#include "training/frames/window_sampling.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -6,11 +6,6 @@
 
 namespace velto {
 namespace {
-
-constexpr int kShortestRead = 240;      // bases; shorter ones hardly hold a path
-constexpr int kLongestFragment = 6000;  // bases
-constexpr int kLongestWhole = 20000;    // bases of a transcript that is read as a whole
-constexpr double kWholeTranscripts = 0.7;
 
 enum WindowKind { kInFrame, kOutOfFrame, kOutside };
 
@@ -22,7 +17,7 @@ class Sampler {
   bool wants(int gcId) const {
     if (gcId == class_.gcId) return !counts_.lackedReads && own_ < plan_.windows;
     if (counts_.lackedReads) return !done();
-    return static_cast<double>(borrowed_) < plan_.borrowedShare * static_cast<double>(own_);
+    return static_cast<double>(borrowed_) < plan_.maxBorrowed * static_cast<double>(own_);
   }
 
   bool done() const { return (counts_.lackedReads ? own_ + borrowed_ : own_) >= plan_.windows; }
@@ -50,7 +45,7 @@ class Sampler {
     return static_cast<float>(weight);
   }
 
-  // Weighs the three kinds of windows to their shares of the loss.
+  // Weighs the three kinds of windows to their fractions of the loss.
   SampleCounts finish() {
     double sums[3] = {};
     for (std::size_t i = 0; i < kinds_.size(); ++i) {
@@ -58,7 +53,8 @@ class Sampler {
     }
     const double all = sums[0] + sums[1] + sums[2];
     for (std::size_t i = 0; i < kinds_.size(); ++i) {
-      windows_.scaleWeight(i, static_cast<float>(plan_.shares[kinds_[i]] * all / sums[kinds_[i]]));
+      windows_.scaleWeight(
+          i, static_cast<float>(plan_.lossFractions[kinds_[i]] * all / sums[kinds_[i]]));
     }
     windows_.finish();
     return counts_;
@@ -103,9 +99,9 @@ class Sampler {
   std::size_t borrowed_ = 0;  // windows asked of others
 };
 
-const Transcript& drawTranscript(const TranscriptPool& pool, double noncodingReads,
+const Transcript& drawTranscript(const TranscriptPool& pool, double noncodingFraction,
                                  Random& random) {
-  const bool noncoding = random.real() < noncodingReads;
+  const bool noncoding = random.real() < noncodingFraction;
   const bool useNoncoding = pool.coding.empty() || (noncoding && !pool.noncoding.empty());
   const auto& from = useNoncoding ? pool.noncoding : pool.coding;
   return *from[random.below(static_cast<std::uint32_t>(from.size()))];
@@ -123,53 +119,15 @@ TranscriptPool withoutShort(const TranscriptPool& pool, int shortest) {
 
 }  // namespace
 
-FragmentLengths readLengths(const ReadClass& readClass) {
-  if (readClass.windowWidth == 96) return {kShortestRead, 599};
-  if (readClass.lengthId == 0) return {600, 999};
-  if (readClass.lengthId == 1) return {1000, 3000};
-  return {3001, kLongestFragment};
-}
-
-bool isOfLengthClass(const SimulatedRead& read, const ReadClass& readClass) {
-  const ReadClass own = classifyRead(read.length(), 50.0);
-  return own.lengthId == readClass.lengthId && own.windowWidth == readClass.windowWidth;
-}
-
-int gcClassOf(const SimulatedRead& read) {
-  const auto gc = std::count_if(read.bases.begin(), read.bases.end(),
-                                [](short base) { return base == 2 || base == 3; });
-  return classifyRead(read.length(), static_cast<double>(gc) * 100.0 / read.length()).gcId;
-}
-
-SimulatedRead drawRead(const Transcript& transcript, const ReadClass& readClass,
-                       const ErrorRates& rates, Random& random) {
-  const FragmentLengths lengths = readLengths(readClass);
-  const int longest = readClass.lengthId == 2 ? kLongestWhole : lengths.longest;
-  const bool fits = transcript.length() >= lengths.shortest && transcript.length() <= longest;
-  const bool whole = fits && readClass.windowWidth != 96 && random.real() < kWholeTranscripts;
-  const Fragment fragment =
-      whole ? wholeTranscript(transcript) : sampleFragment(transcript, lengths, random);
-  return simulateRead(transcript, fragment, rates, random);
-}
-
-const ErrorRates& drawRates(const RateMixture& mixture, Random& random) {
-  double draw = random.real();
-  for (const RateShare& part : mixture) {
-    if (draw < part.share) return part.rates;
-    draw -= part.share;
-  }
-  return mixture.back().rates;
-}
-
 SampleCounts sampleWindows(const TranscriptPool& pool, const ReadClass& readClass,
                            const SamplingPlan& plan, std::uint64_t seed, WindowSet& windows) {
   Sampler sampler(readClass, plan, windows);
   const TranscriptPool longEnough = withoutShort(pool, readLengths(readClass).shortest);
   const bool any = !longEnough.coding.empty() || !longEnough.noncoding.empty();
-  for (std::size_t k = 0; any && k < 2 * plan.draws && !sampler.done(); ++k) {
-    if (k == plan.draws) sampler.borrowTheRest();
+  for (std::size_t k = 0; any && k < 2 * plan.maxDraws && !sampler.done(); ++k) {
+    if (k == plan.maxDraws) sampler.borrowTheRest();
     Random random = Random::split(seed, k);
-    const Transcript& transcript = drawTranscript(longEnough, plan.noncodingReads, random);
+    const Transcript& transcript = drawTranscript(longEnough, plan.noncodingFraction, random);
     const ErrorRates& rates = drawRates(plan.mixture, random);
     const SimulatedRead read = drawRead(transcript, readClass, rates, random);
     if (!isOfLengthClass(read, readClass)) continue;

@@ -1,11 +1,11 @@
-#include "training/frames/vote_table.h"
+#include "training/frames/binned_vote.h"
 
 #include <gtest/gtest.h>
 
 #include <sstream>
 
-#include "model/model_file.h"
 #include "core/random.h"
+#include "model/model_file.h"
 
 namespace velto {
 namespace {
@@ -19,26 +19,26 @@ std::vector<short> randomBases(int length, Random& random) {
   return bases;
 }
 
-// Distinct questions of every kind with random weights.
+// Distinct stumps of every kind with random weights.
 Vote randomVote(Random& random) {
   Vote vote;
   vote.bias = 0.125;
   for (int feature = 0; feature < kFirstPairFeature; feature += 2) {
-    vote.questions.push_back({{feature, static_cast<int>(random.below(6))}, random.real() - 0.5});
+    vote.stumps.push_back({{feature, static_cast<int>(random.below(6))}, random.real() - 0.5});
   }
   for (int pair = 0; pair < kPairCodes; pair += 5) {
-    const int cut = static_cast<int>(random.below(2));
-    vote.questions.push_back({{kFirstPairFeature + pair, cut}, random.real() - 0.5});
+    const int threshold = static_cast<int>(random.below(2));
+    vote.stumps.push_back({{kFirstPairFeature + pair, threshold}, random.real() - 0.5});
   }
   return vote;
 }
 
-TEST(VoteTable, ScoresAreThoseOfTheWrittenModel) {
+TEST(BinnedVote, ScoresAreThoseOfTheWrittenModel) {
   Random random(20240611);
-  const VoteTable vote(randomVote(random));
+  const BinnedVote vote(randomVote(random));
   for (const int width : {96, 196}) {
     ModelTables tables;
-    vote.write(width, tables);
+    vote.write(width, 0.0, tables);
     for (const int length : {width, width + 1, width + 2, width + 30, 700}) {
       const std::vector<short> bases = randomBases(length, random);
       const WindowScores fast = vote.score(width, bases.data(), length);
@@ -53,10 +53,10 @@ TEST(VoteTable, ScoresAreThoseOfTheWrittenModel) {
   }
 }
 
-TEST(VoteTable, WrittenModelIsUnchangedByItsFile) {
+TEST(BinnedVote, WrittenModelIsUnchangedByItsFile) {
   Random random(5);
   ModelTables tables;
-  VoteTable(randomVote(random)).write(96, tables);
+  BinnedVote(randomVote(random)).write(96, 0.0, tables);
   const std::string text = parameterFileText(tables);
   std::istringstream in(text);
   ModelTables read;
@@ -68,11 +68,23 @@ TEST(VoteTable, WrittenModelIsUnchangedByItsFile) {
   for (int f = 0; f < 3; ++f) EXPECT_EQ(before.frame[f], after.frame[f]);
 }
 
-TEST(VoteTable, EmptyVoteIsItsBiasEverywhere) {
+TEST(BinnedVote, ShiftJoinsTheWrittenConstantOnly) {
+  Random random(7);
+  const BinnedVote vote(randomVote(random));
+  ModelTables plain, shifted;
+  vote.write(96, 0.0, plain);
+  vote.write(96, -0.25, shifted);
+  EXPECT_NEAR(shifted.fh[0].alpha, plain.fh[0].alpha - 0.25, 1e-9);
+  for (std::size_t i = 1; i < kModelHypotheses; ++i) {
+    EXPECT_EQ(shifted.fh[i].alpha, plain.fh[i].alpha);
+  }
+}
+
+TEST(BinnedVote, EmptyVoteIsItsBiasEverywhere) {
   Vote vote;
   vote.bias = -0.75;
   const std::vector<short> bases(120, 0);
-  const WindowScores scores = VoteTable(vote).score(96, bases.data(), 120);
+  const WindowScores scores = BinnedVote(vote).score(96, bases.data(), 120);
   ASSERT_EQ(scores.frame[0].size(), 8U);
   for (const double score : scores.frame[0]) EXPECT_EQ(score, -0.75);
 }

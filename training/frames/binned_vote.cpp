@@ -1,4 +1,4 @@
-#include "training/frames/vote_table.h"
+#include "training/frames/binned_vote.h"
 
 #include <algorithm>
 #include <cmath>
@@ -14,38 +14,38 @@ std::int64_t millionths(double value) { return std::llround(value * kMillion); }
 
 double fromMillionths(std::int64_t value) { return static_cast<double>(value) / kMillion; }
 
-constexpr int kMostCodons = 65;
+constexpr int kMaxCodons = 65;
 
-// The codons of each amino acid, and the level of every share.
-struct ShareTables {
+// The codons of each amino acid, and the bin of every usage.
+struct UsageTables {
   std::vector<int> codonsOf[kAminoAcids];
-  std::uint8_t level[kMostCodons + 1][kMostCodons + 1] = {};  // [acid count > 0][codon count]
-  std::uint8_t absentLevel[kCodonCodes] = {};                 // of a codon whose acid is absent
+  std::uint8_t bin[kMaxCodons + 1][kMaxCodons + 1] = {};  // [acid count > 0][codon count]
+  std::uint8_t absentBin[kCodonCodes] = {};               // of a codon whose acid is absent
 
-  ShareTables() {
+  UsageTables() {
     for (int codon = 0; codon < kCodonCodes; ++codon) {
       codonsOf[ReadData::CodonTable(codon / 16, codon / 4 % 4, codon % 4)].push_back(codon);
-      absentLevel[codon] = static_cast<std::uint8_t>(shareLevel(codon, 0, 0));
+      absentBin[codon] = static_cast<std::uint8_t>(usageBin(codon, 0, 0));
     }
-    for (int acids = 1; acids <= kMostCodons; ++acids) {
+    for (int acids = 1; acids <= kMaxCodons; ++acids) {
       for (int codons = 0; codons <= acids; ++codons) {
-        level[acids][codons] = static_cast<std::uint8_t>(shareLevel(0, codons, acids));
+        bin[acids][codons] = static_cast<std::uint8_t>(usageBin(0, codons, acids));
       }
     }
   }
 };
 
-const ShareTables& shareTables() {
-  static const ShareTables tables;
+const UsageTables& usageTables() {
+  static const UsageTables tables;
   return tables;
 }
 
 }  // namespace
 
 // The counts of one window as its codons come and go, and its sum.
-class WindowLevels {
+class WindowBins {
  public:
-  explicit WindowLevels(const VoteTable& vote) : vote_(vote), sum_(vote.allNo_) {
+  explicit WindowBins(const BinnedVote& vote) : vote_(vote), sum_(vote.allNo_) {
     for (int acid = 0; acid < kAminoAcids; ++acid) sum_ += ofAcid(acid);
   }
 
@@ -68,24 +68,23 @@ class WindowLevels {
   std::int64_t sum() const { return sum_; }
 
  private:
-  std::int64_t added(int feature, int level) const {
-    return vote_.added_[static_cast<std::size_t>(feature)][static_cast<std::size_t>(level)];
+  std::int64_t added(int feature, int bin) const {
+    return vote_.added_[static_cast<std::size_t>(feature)][static_cast<std::size_t>(bin)];
   }
 
   // What the amino acid and its codons add.
   std::int64_t ofAcid(int acid) const {
     const int count = acids_[acid];
     std::int64_t sum = added(acid, count);
-    for (const int codon : shares_.codonsOf[acid]) {
-      const int level =
-          count == 0 ? shares_.absentLevel[codon] : shares_.level[count][codons_[codon]];
-      sum += added(kFirstCodonFeature + codon, level);
+    for (const int codon : usage_.codonsOf[acid]) {
+      const int bin = count == 0 ? usage_.absentBin[codon] : usage_.bin[count][codons_[codon]];
+      sum += added(kFirstCodonFeature + codon, bin);
     }
     return sum;
   }
 
-  const VoteTable& vote_;
-  const ShareTables& shares_ = shareTables();
+  const BinnedVote& vote_;
+  const UsageTables& usage_ = usageTables();
   std::int64_t sum_;
   int acids_[kAminoAcids] = {};
   int codons_[kCodonCodes] = {};
@@ -93,48 +92,48 @@ class WindowLevels {
 };
 
 // Whole sums are kept up to date from trial to trial.
-int VoteTable::bestTrial(const short* seq, int length, const TrialWindow& window,
-                         int otherwise) const {
+int BinnedVote::bestTrial(const short* seq, int length, const TrialWindow& window,
+                          int otherwise) const {
   const TrialCodons codons(seq, length, window);
-  WindowLevels levels(*this);
-  for (int j = 0; j < window.codons; ++j) levels.change(codons.at(j, true), 1);
+  WindowBins bins(*this);
+  for (int j = 0; j < window.codons; ++j) bins.change(codons.at(j, true), 1);
   std::int64_t best = millionths(kWorstTrialScore);
   int place = otherwise;
   for (int t = 0; t < window.trials(); ++t) {
-    if (levels.sum() > best) {
-      best = levels.sum();
+    if (bins.sum() > best) {
+      best = bins.sum();
       place = t;
     }
     if (t == window.codons) break;
-    levels.change(codons.at(t, true), -1);
-    levels.change(codons.at(t, false), 1);
+    bins.change(codons.at(t, true), -1);
+    bins.change(codons.at(t, false), 1);
   }
   return place;
 }
 
-VoteTable::VoteTable(const Vote& vote) : added_(kWindowFeatures) {
+BinnedVote::BinnedVote(const Vote& vote) : added_(kWindowFeatures) {
   double constant = vote.bias;
-  for (const WeightedQuestion& q : vote.questions) {
+  for (const WeightedStump& q : vote.stumps) {
     const std::int64_t alpha = millionths(q.weight / 2);
-    alphas_.push_back({q.question, alpha});
+    alphas_.push_back({q.stump, alpha});
     constant += q.weight / 2;
     allNo_ -= alpha;
-    auto& levels = added_[static_cast<std::size_t>(q.question.feature)];
-    for (int level = q.question.cut + 1; level < kLevels; ++level) {
-      levels[static_cast<std::size_t>(level)] += static_cast<std::int32_t>(2 * alpha);
+    auto& bins = added_[static_cast<std::size_t>(q.stump.feature)];
+    for (int bin = q.stump.threshold + 1; bin < kBins; ++bin) {
+      bins[static_cast<std::size_t>(bin)] += static_cast<std::int32_t>(2 * alpha);
     }
   }
   constant_ = millionths(constant);
   allNo_ += constant_;
 }
 
-WindowScores VoteTable::score(int windowWidth, const short* seq, int length) const {
+WindowScores BinnedVote::score(int windowWidth, const short* seq, int length) const {
   WindowScores scores;
   const int codons = windowWidth / 3;
   const ReadCodons read(seq, length);
   for (int f = 0; f < 3; ++f) {
     if (f >= length - windowWidth) continue;
-    WindowLevels window(*this);
+    WindowBins window(*this);
     for (int j = 0; j < codons; ++j) window.change(read.at(f + 3 * j), 1);
     for (int start = f; start < length - windowWidth; start += 3) {
       scores.frame[f].push_back(fromMillionths(window.sum()));
@@ -145,14 +144,14 @@ WindowScores VoteTable::score(int windowWidth, const short* seq, int length) con
   return scores;
 }
 
-void VoteTable::write(int windowWidth, ModelTables& tables) const {
+void BinnedVote::write(int windowWidth, double shift, ModelTables& tables) const {
   tables.fh.assign(kModelHypotheses, fnlHypo{});
   setCountPriors(tables);
   const int windowLength = 3 * (windowWidth / 3) - 1;
-  setConstantHypothesis(tables, 0, fromMillionths(constant_));
+  setConstantHypothesis(tables, 0, roundedToFile(fromMillionths(constant_) + shift));
   std::size_t i = 1;
-  for (const auto& [question, alpha] : alphas_) {
-    setHypothesis(tables, i++, question, fromMillionths(alpha), windowLength);
+  for (const auto& [stump, alpha] : alphas_) {
+    setHypothesis(tables, i++, stump, fromMillionths(alpha), windowLength);
   }
   for (; i < kModelHypotheses; ++i) setConstantHypothesis(tables, i, 0.0);
 }

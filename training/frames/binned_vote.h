@@ -1,4 +1,4 @@
-// A vote as a table of what each level of each feature adds, and its sums along a read.
+// A vote as a table of what each bin of each feature adds, and its sums along a read.
 #pragma once
 
 #include <array>
@@ -14,9 +14,9 @@ namespace velto {
 // A vote as its parameter file will hold it. Votes are whole millionths, so that sums are exact and
 // may be kept up to date from window to window; those of scoreWindows differ by rounding only.
 // Constant after construction; any thread may use it.
-class VoteTable {
+class BinnedVote {
  public:
-  explicit VoteTable(const Vote& vote);
+  explicit BinnedVote(const Vote& vote);
 
   // Vote sums of the windows that scoreWindows scores.
   WindowScores score(int windowWidth, const short* seq, int length) const;
@@ -24,17 +24,18 @@ class VoteTable {
   // Place of one frame change as a TrialJudge under the written model picks it.
   int bestTrial(const short* seq, int length, const TrialWindow& window, int otherwise) const;
 
-  // Writes the vote as the 500 hypotheses of a model for this window width, the constant first.
-  void write(int windowWidth, ModelTables& tables) const;
+  // Writes the vote as the 500 hypotheses of a model for this window width, the constant first;
+  // `shift`, of whole millionths, joins the constant.
+  void write(int windowWidth, double shift, ModelTables& tables) const;
 
  private:
-  friend class WindowLevels;
-  static constexpr int kLevels = 66;  // counts of up to 65 codons
+  friend class WindowBins;
+  static constexpr int kBins = 66;  // counts of up to 65 codons
 
   std::int64_t constant_ = 0;  // millionths, that of the hypothesis
-  std::int64_t allNo_ = 0;     // sum of a window that answers no to every question
-  std::vector<std::pair<WindowQuestion, std::int64_t>> alphas_;
-  std::vector<std::array<std::int32_t, kLevels>> added_;  // [feature][level], over all no
+  std::int64_t allNo_ = 0;     // sum of a window that answers no to every stump
+  std::vector<std::pair<Stump, std::int64_t>> alphas_;
+  std::vector<std::array<std::int32_t, kBins>> added_;  // [feature][bin], over all no
 };
 
 }  // namespace velto
