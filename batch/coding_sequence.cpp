@@ -42,11 +42,34 @@ int acidOf(std::string_view codon) {
   return ReadData::CodonTable(baseCode(codon[0]), baseCode(codon[1]), baseCode(codon[2]));
 }
 
-CodingEnds endsOf(std::string_view bases) {
+int stopsBeforeTheEnd(std::string_view bases) {
+  int stops = 0;
+  for (size_t i = 0; i + 3 < bases.size(); i += 3) {
+    stops += acidOf(bases.substr(i, 3)) == kStopSignal;
+  }
+  return stops;
+}
+
+CodingType typeOf(std::string_view bases, int innerStops) {
   const bool hasStart = acidOf(bases.substr(0, 3)) == kMethionine;
   const bool hasStop = acidOf(bases.substr(bases.size() - 3)) == kStopSignal;
-  if (hasStart) return hasStop ? CodingEnds::kComplete : CodingEnds::kNoStop;
-  return hasStop ? CodingEnds::kNoStart : CodingEnds::kNeither;
+  if (!hasStart) return hasStop ? CodingType::kNoStart : CodingType::kNeither;
+  if (!hasStop) return CodingType::kNoStop;
+  return innerStops > 0 ? CodingType::kInterrupted : CodingType::kComplete;
+}
+
+// The stretches between stop signals, the last signal left to its stretch.
+std::vector<std::string> splitAtInnerStops(const std::string& protein) {
+  std::vector<std::string> stretches;
+  size_t begin = 0;
+  while (begin < protein.size()) {
+    const size_t stop = std::min(protein.find('*', begin), protein.size() - 1);
+    const bool isLast = stop + 1 == protein.size();
+    const std::string stretch = protein.substr(begin, stop - begin + (isLast ? 1 : 0));
+    if (!stretch.empty() && stretch != "*") stretches.push_back(stretch);
+    begin = stop + 1;
+  }
+  return stretches;
 }
 
 }  // namespace
@@ -62,7 +85,9 @@ CodingSequence codingSequence(const Prediction& prediction, std::string_view let
     appendBase(sequence.kept, position, i % 3);
     if (isIntact(positions, i - i % 3)) appendBase(sequence.intact, position, i % 3);
   }
-  if (!sequence.bases.empty()) sequence.ends = endsOf(sequence.bases);
+  if (sequence.bases.empty()) return sequence;
+  sequence.innerStops = stopsBeforeTheEnd(sequence.bases);
+  sequence.type = typeOf(sequence.bases, sequence.innerStops);
   return sequence;
 }
 
@@ -76,13 +101,26 @@ std::string translate(std::string_view codons) {
   return protein;
 }
 
-const char* nameOf(CodingEnds ends) {
-  switch (ends) {
-    case CodingEnds::kComplete:
+std::vector<std::string> proteins(const CodingSequence& sequence, InnerStops innerStops) {
+  std::string protein = translate(sequence.bases);
+  if (innerStops == InnerStops::kSplit && sequence.innerStops > 0) {
+    return splitAtInnerStops(protein);
+  }
+  if (innerStops == InnerStops::kX && !protein.empty()) {
+    std::replace(protein.begin(), protein.end() - 1, '*', 'X');
+  }
+  return {protein};
+}
+
+const char* nameOf(CodingType type) {
+  switch (type) {
+    case CodingType::kComplete:
       return "complete";
-    case CodingEnds::kNoStart:
+    case CodingType::kInterrupted:
+      return "interrupted";
+    case CodingType::kNoStart:
       return "5prime_partial";
-    case CodingEnds::kNoStop:
+    case CodingType::kNoStop:
       return "3prime_partial";
     default:
       return "internal";

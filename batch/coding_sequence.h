@@ -16,15 +16,22 @@ struct CodingPart {
   int phase;  // bases before the first base of the next codon, 0 to 2
 };
 
-// Whether the coding region has its start codon and its stop codon.
-enum class CodingEnds { kComplete, kNoStart, kNoStop, kNeither };
+// Whether the coding region has its start codon and its stop codon, and no stop codon between.
+enum class CodingType {
+  kComplete,     // both, none between
+  kInterrupted,  // both, and inner stop codons
+  kNoStart,      // whatever lies between in this and the next ones
+  kNoStop,
+  kNeither,
+};
 
 // The coding region read in frame from its first to its last whole codon.
 struct CodingSequence {
   std::string bases;               // inserted bases left out, an N for each lost base; whole codons
   std::vector<CodingPart> kept;    // all bases of the read that are in it
   std::vector<CodingPart> intact;  // the same without the codons that lost a base
-  CodingEnds ends = CodingEnds::kNeither;
+  CodingType type = CodingType::kNeither;
+  int innerStops = 0;  // stop codons but the one at the end
 };
 
 // `letters` are those of predictedLetters on the prediction's strand. A prediction that is not
@@ -34,7 +41,19 @@ CodingSequence codingSequence(const Prediction& prediction, std::string_view let
 // The protein of whole codons by the standard genetic code, '*' for a stop, X for a codon with N.
 std::string translate(std::string_view codons);
 
-// "complete", "5prime_partial" (no start codon), "3prime_partial" (no stop codon) or "internal".
-const char* nameOf(CodingEnds ends);
+// How a protein shows the stop codons but the one at its end.
+enum class InnerStops {
+  kKeep,   // '*'
+  kX,      // 'X', an unknown amino acid
+  kSplit,  // the protein ends there, and another one begins behind it
+};
+
+// The proteins of the sequence, in order; one unless it is split, and then none without amino
+// acids.
+std::vector<std::string> proteins(const CodingSequence& sequence, InnerStops innerStops);
+
+// "complete", "interrupted", "5prime_partial" (no start codon), "3prime_partial" (no stop codon) or
+// "internal".
+const char* nameOf(CodingType type);
 
 }  // namespace velto

@@ -33,6 +33,10 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
+// The choices of --stops.
+const std::map<std::string, InnerStops> kInnerStops = {
+    {"keep", InnerStops::kKeep}, {"x", InnerStops::kX}, {"split", InnerStops::kSplit}};
+
 // The options as they are written on the command line; a path left empty is not written.
 struct CommandLine {
   std::vector<std::string> inputs;
@@ -47,6 +51,7 @@ struct CommandLine {
   std::string scores;
   std::string summary;
   std::string strand = "both";
+  std::string stops = "x";
   std::optional<double> minScore;
   bool exactCase = false;
   bool quiet = false;
@@ -91,7 +96,10 @@ void openOutputs(const CommandLine& line, Letters letters, Outputs& outputs) {
   outputs.add(line.gff3, gff3Header(), appendGff3Rows);
   outputs.add(line.bed, "", appendBedRow);
   outputs.add(line.cds, "", appendCodingFasta);
-  outputs.add(line.protein, "", appendProteinFasta);
+  const InnerStops stops = kInnerStops.at(line.stops);
+  outputs.add(line.protein, "", [stops](const ScannedRead& read, std::string& text) {
+    appendProteinFasta(read, stops, text);
+  });
   outputs.add(line.json, "", appendJsonRow);
   outputs.add(line.scores, "", [letters](const ScannedRead& read, std::string& text) {
     appendScoreRows(read, letters, text);
@@ -198,6 +206,9 @@ void addOutputOptions(CLI::App& command, CommandLine& line) {
   command.add_option("--bed", line.bed, "Coding regions as BED12");
   command.add_option("--cds", line.cds, "Corrected coding sequences as FASTA");
   command.add_option("--protein", line.protein, "Proteins as FASTA");
+  command.add_option("--stops", line.stops, "Inner stops of proteins: '*', 'X' or split there")
+      ->check(CLI::IsMember(kInnerStops))
+      ->capture_default_str();
   command.add_option("--json", line.json, "All reads as JSON Lines");
   command.add_option("--scores", line.scores, "Window scores, one row per base");
   command.add_option("--summary", line.summary, "Counts of the run as JSON");

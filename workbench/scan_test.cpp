@@ -242,6 +242,28 @@ TEST_F(ScanTest, LowerCaseCountsAsUpperCaseUnlessTheCaseIsExact) {
   EXPECT_EQ(exact[2], "0");
 }
 
+TEST_F(ScanTest, ProteinsShowInnerStopsAsAskedFor) {
+  for (const std::string choice : {"keep", "x", "split"}) {
+    ASSERT_EQ(scan({readsFile(), "-o", "t", "--protein", choice, "--stops", choice}).status, 0);
+  }
+  ASSERT_EQ(scan({readsFile(), "-o", "t", "--protein", "default"}).status, 0);
+  EXPECT_EQ(file("default"), file("x"));
+  // A stop that is not the last letter of its line.
+  const auto hasInnerStop = [this](const std::string& name) {
+    const std::string text = file(name);
+    for (size_t at = text.find('*'); at != std::string::npos; at = text.find('*', at + 1)) {
+      if (text.at(at + 1) != '\n') return true;
+    }
+    return false;
+  };
+  EXPECT_TRUE(hasInnerStop("keep"));
+  EXPECT_FALSE(hasInnerStop("x"));
+  EXPECT_FALSE(hasInnerStop("split"));
+  EXPECT_EQ(file("x").find(".part"), std::string::npos);
+  EXPECT_NE(file("split").find(".part2 "), std::string::npos);
+  EXPECT_EQ(scan({readsFile(), "--stops", "y"}).status, 2);
+}
+
 // ---- Other programs
 
 bool isInstalled(const std::string& program) {

@@ -7,7 +7,8 @@ namespace {
 
 std::string callAttributes(const ScannedRead& read) {
   const Prediction& p = read.prediction;
-  std::string text = std::string(";type=") + nameOf(read.coding.ends);
+  std::string text = std::string(";type=") + nameOf(read.coding.type);
+  text += ";inner_stops=" + std::to_string(read.coding.innerStops);
   const std::string insertions = positionList(p, Frameshift::Kind::kInsertion);
   const std::string deletions = positionList(p, Frameshift::Kind::kDeletion);
   if (!insertions.empty()) text += ";insertions=" + insertions;

@@ -36,9 +36,10 @@ void appendJsonRow(const ScannedRead& read, std::string& text) {
   row["stop"] = valueIf(coding, p.stop + 1);
   row["insertions"] = valueIf(coding, positions(p, Frameshift::Kind::kInsertion));
   row["deletions"] = valueIf(coding, positions(p, Frameshift::Kind::kDeletion));
-  row["type"] = valueIf(coding, nameOf(read.coding.ends));
+  row["type"] = valueIf(coding, nameOf(read.coding.type));
   row["cds_length"] = valueIf(coding, read.coding.bases.size());
   row["status"] = nameOf(p.status);
+  row["inner_stops"] = valueIf(coding, read.coding.innerStops);
   text += row.dump(-1, ' ', false, Json::error_handler_t::replace) + '\n';
 }
 

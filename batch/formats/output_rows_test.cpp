@@ -31,10 +31,11 @@ Prediction handMade() {
 }
 
 struct HandMadeRead {
-  explicit HandMadeRead(Prediction found, const std::string& name = "r;1")
-      : record{name, "a \"note\"", kLetters, 1, 1},
+  explicit HandMadeRead(Prediction found, const std::string& name = "r;1",
+                        const std::string& letters = kLetters)
+      : record{name, "a \"note\"", letters, 1, 1},
         prediction(std::move(found)),
-        coding(codingSequence(prediction, kLetters)) {}
+        coding(codingSequence(prediction, letters)) {}
 
   ScannedRead read() const { return {record, 7, prediction, coding}; }
 
@@ -86,7 +87,7 @@ TEST(CodingSequence, LeavesOutTheInsertedBaseAndMarksTheLostOne) {
   EXPECT_EQ(coding.bases, "ATGAAACCCGGNTAA");
   EXPECT_EQ(numbers(coding.kept), (Parts{{2, 8, 0}, {9, 17, 0}}));
   EXPECT_EQ(numbers(coding.intact), (Parts{{2, 8, 0}, {9, 12, 0}, {14, 17, 0}}));
-  EXPECT_EQ(coding.ends, CodingEnds::kComplete);
+  EXPECT_EQ(coding.type, CodingType::kComplete);
 }
 
 TEST(CodingSequence, CodonsThatLostTheirFirstOrMiddleBaseAreInNoPart) {
@@ -120,7 +121,7 @@ TEST(CodingSequence, EndsWithTheLastWholeCodonOfTheRead) {
   const CodingSequence coding = codingSequence(prediction, "ATGCCCG");
   EXPECT_EQ(coding.bases, "ATGCCC");
   EXPECT_EQ(numbers(coding.kept), (Parts{{0, 6, 0}}));
-  EXPECT_EQ(coding.ends, CodingEnds::kNoStop);
+  EXPECT_EQ(coding.type, CodingType::kNoStop);
 }
 
 TEST(CodingSequence, TellsWhichEndsAreThere) {
@@ -129,10 +130,10 @@ TEST(CodingSequence, TellsWhichEndsAreThere) {
   prediction.stop = 5;
   prediction.length = 6;
   prediction.frameshifts.clear();
-  EXPECT_EQ(codingSequence(prediction, "ATGTGA").ends, CodingEnds::kComplete);
-  EXPECT_EQ(codingSequence(prediction, "CTGTGA").ends, CodingEnds::kNoStart);
-  EXPECT_EQ(codingSequence(prediction, "ATGTGG").ends, CodingEnds::kNoStop);
-  EXPECT_EQ(codingSequence(prediction, "CTGTGG").ends, CodingEnds::kNeither);
+  EXPECT_EQ(codingSequence(prediction, "ATGTGA").type, CodingType::kComplete);
+  EXPECT_EQ(codingSequence(prediction, "CTGTGA").type, CodingType::kNoStart);
+  EXPECT_EQ(codingSequence(prediction, "ATGTGG").type, CodingType::kNoStop);
+  EXPECT_EQ(codingSequence(prediction, "CTGTGG").type, CodingType::kNeither);
 }
 
 TEST(Translate, StopsAndCodonsWithN) {
@@ -143,21 +144,21 @@ TEST(Translate, StopsAndCodonsWithN) {
 TEST(TsvRows, HaveTheColumnsOfTheHeader) {
   EXPECT_EQ(tsvHeader(),
             "read\tlength\tgc\tmodel\tstrand\tscore\tstart\tstop\tinsertions\tdeletions\ttype\t"
-            "cds_length\tstatus\n");
+            "cds_length\tstatus\tinner_stops\n");
   EXPECT_EQ(written(HandMadeRead(handMade()), appendTsvRow),
-            "r;1\t19\t47.3684\t96L0G1\t+\t12.346\t3\t17\t9\t15\tcomplete\t15\tcoding\n");
+            "r;1\t19\t47.3684\t96L0G1\t+\t12.346\t3\t17\t9\t15\tcomplete\t15\tcoding\t0\n");
   EXPECT_EQ(written(noncoding(), appendTsvRow),
-            "r;1\t40\t0\t96L0G0\t+\t-10\t\t\t\t\t\t\tnoncoding\n");
-  EXPECT_EQ(written(tooShort(), appendTsvRow), "r;1\t12\t25\t\t\t\t\t\t\t\t\t\tshort\n");
+            "r;1\t40\t0\t96L0G0\t+\t-10\t\t\t\t\t\t\tnoncoding\t\n");
+  EXPECT_EQ(written(tooShort(), appendTsvRow), "r;1\t12\t25\t\t\t\t\t\t\t\t\t\tshort\t\n");
   EXPECT_EQ(written(HandMadeRead(Prediction()), appendTsvRow),
-            "r;1\t0\t\t\t\t\t\t\t\t\t\t\tempty\n");
+            "r;1\t0\t\t\t\t\t\t\t\t\t\t\tempty\t\n");
 }
 
 // The lines of a read of 19 bases, whose CDS has these columns 4 and 5.
 std::string gff3Lines(char strand, const Parts& extents) {
   const std::string score = std::string("\t12.346\t") + strand + '\t';
   std::string text = "##sequence-region r%3B1 1 19\nr%3B1\tvelto\tmRNA\t1\t19" + score +
-                     ".\tID=r%3B1;type=complete;insertions=9;deletions=15\n";
+                     ".\tID=r%3B1;type=complete;inner_stops=0;insertions=9;deletions=15\n";
   for (const std::vector<int>& extent : extents) {
     text += "r%3B1\tvelto\tCDS\t" + std::to_string(extent[0]) + '\t' + std::to_string(extent[1]) +
             score + "0\tID=r%3B1/CDS;Parent=r%3B1\n";
@@ -206,12 +207,66 @@ TEST(BedRows, HaveScoresFrom0To1000) {
   EXPECT_NE(written(HandMadeRead(prediction), appendBedRow).find("\t1000\t+"), std::string::npos);
 }
 
+auto proteinsWith(InnerStops innerStops) {
+  return [innerStops](const ScannedRead& read, std::string& text) {
+    appendProteinFasta(read, innerStops, text);
+  };
+}
+
 TEST(SequenceRows, AreFastaRecords) {
-  const std::string header = ">r;1 strand=+ start=3 stop=17 type=complete score=12.346\n";
+  const std::string header =
+      ">r;1 strand=+ start=3 stop=17 type=complete score=12.346 inner_stops=0\n";
   EXPECT_EQ(written(HandMadeRead(handMade()), appendCodingFasta), header + "ATGAAACCCGGNTAA\n");
-  EXPECT_EQ(written(HandMadeRead(handMade()), appendProteinFasta), header + "MKPX*\n");
+  for (const InnerStops choice : {InnerStops::kKeep, InnerStops::kX, InnerStops::kSplit}) {
+    EXPECT_EQ(written(HandMadeRead(handMade()), proteinsWith(choice)), header + "MKPX*\n");
+    EXPECT_EQ(written(noncoding(), proteinsWith(choice)), "");
+  }
   EXPECT_EQ(written(noncoding(), appendCodingFasta), "");
-  EXPECT_EQ(written(noncoding(), appendProteinFasta), "");
+}
+
+// The prediction of a whole read that is one region without errors.
+HandMadeRead region(const std::string& letters) {
+  Prediction prediction = handMade();
+  prediction.length = static_cast<int>(letters.size());
+  prediction.start = 0;
+  prediction.stop = prediction.length - 1;
+  prediction.frameshifts.clear();
+  return HandMadeRead(prediction, "r", letters);
+}
+
+TEST(CodingSequence, CountsStopCodonsButTheLastOneOfTheRegion) {
+  EXPECT_EQ(region("ATGTAA").coding.innerStops, 0);
+  EXPECT_EQ(region("ATGTAAATGTGATAG").coding.innerStops, 2);
+  EXPECT_EQ(region("TAAATG").coding.innerStops, 1);
+  EXPECT_EQ(region("ATGCTAACT").coding.innerStops, 0);
+}
+
+TEST(CodingSequence, WithInnerStopsIsNeverComplete) {
+  EXPECT_EQ(region("ATGTGATAA").coding.type, CodingType::kInterrupted);
+  EXPECT_EQ(region("CTGTGATAA").coding.type, CodingType::kNoStart);
+  EXPECT_EQ(region("ATGTGATTA").coding.type, CodingType::kNoStop);
+  EXPECT_EQ(region("CTGTGATTA").coding.type, CodingType::kNeither);
+}
+
+TEST(SequenceRows, ShowInnerStopsAsAskedFor) {
+  const HandMadeRead read = region("ATGTGATAGGCTTAAAAATAA");  // M * * A * K *
+  const auto header = [](const std::string& name) {
+    return '>' + name + " strand=+ start=1 stop=21 type=interrupted score=12.346 inner_stops=3\n";
+  };
+  EXPECT_EQ(written(read, proteinsWith(InnerStops::kKeep)), header("r") + "M**A*K*\n");
+  EXPECT_EQ(written(read, proteinsWith(InnerStops::kX)), header("r") + "MXXAXK*\n");
+  EXPECT_EQ(written(read, proteinsWith(InnerStops::kSplit)),
+            header("r.part1") + "M\n" + header("r.part2") + "A\n" + header("r.part3") + "K*\n");
+}
+
+TEST(Proteins, OfASplitSequenceHaveAminoAcids) {
+  const auto split = [](const std::string& letters) {
+    return proteins(region(letters).coding, InnerStops::kSplit);
+  };
+  EXPECT_EQ(split("TAAATG"), std::vector<std::string>{"M"});
+  EXPECT_EQ(split("ATGTAATAA"), std::vector<std::string>{"M"});
+  EXPECT_EQ(split("TAATAA"), std::vector<std::string>{});
+  EXPECT_EQ(split("TAA"), std::vector<std::string>{"*"});
 }
 
 TEST(OutputRows, AreNotSplitByANameOfAnyBytes) {
@@ -225,22 +280,23 @@ TEST(OutputRows, AreNotSplitByANameOfAnyBytes) {
 }
 
 TEST(SequenceRows, NameANamelessRecordByItsPlace) {
-  EXPECT_EQ(written(HandMadeRead(handMade(), ""), appendProteinFasta).substr(0, 9), ">record7 ");
+  EXPECT_EQ(written(HandMadeRead(handMade(), ""), appendCodingFasta).substr(0, 9), ">record7 ");
 }
 
 TEST(JsonRows, HaveTheColumnsOfTheTable) {
   Prediction prediction = handMade();
   prediction.score = 12.5;
   prediction.gcPercent = 47.25;
-  EXPECT_EQ(written(HandMadeRead(prediction), appendJsonRow),
-            R"({"read":"r;1","description":"a \"note\"","length":19,"gc":47.25,)"
-            R"("model":"96L0G1","strand":"+","score":12.5,"start":3,"stop":17,"insertions":[9],)"
-            R"("deletions":[15],"type":"complete","cds_length":15,"status":"coding"})"
-            "\n");
+  EXPECT_EQ(
+      written(HandMadeRead(prediction), appendJsonRow),
+      R"({"read":"r;1","description":"a \"note\"","length":19,"gc":47.25,)"
+      R"("model":"96L0G1","strand":"+","score":12.5,"start":3,"stop":17,"insertions":[9],)"
+      R"("deletions":[15],"type":"complete","cds_length":15,"status":"coding","inner_stops":0})"
+      "\n");
   EXPECT_EQ(written(HandMadeRead(Prediction()), appendJsonRow),
             R"({"read":"r;1","description":"a \"note\"","length":0,"gc":null,"model":null,)"
             R"("strand":null,"score":null,"start":null,"stop":null,"insertions":null,)"
-            R"("deletions":null,"type":null,"cds_length":null,"status":"empty"})"
+            R"("deletions":null,"type":null,"cds_length":null,"status":"empty","inner_stops":null})"
             "\n");
 }
 

@@ -14,7 +14,7 @@ void addField(std::string& text, const std::string& field) {
 
 std::string tsvHeader() {
   return "read\tlength\tgc\tmodel\tstrand\tscore\tstart\tstop\tinsertions\tdeletions\ttype\t"
-         "cds_length\tstatus\n";
+         "cds_length\tstatus\tinner_stops\n";
 }
 
 void appendTsvRow(const ScannedRead& read, std::string& text) {
@@ -34,9 +34,10 @@ void appendTsvRow(const ScannedRead& read, std::string& text) {
   fieldIf(coding, std::to_string(p.stop + 1));
   fieldIf(coding, positionList(p, Frameshift::Kind::kInsertion));
   fieldIf(coding, positionList(p, Frameshift::Kind::kDeletion));
-  fieldIf(coding, nameOf(read.coding.ends));
+  fieldIf(coding, nameOf(read.coding.type));
   fieldIf(coding, std::to_string(read.coding.bases.size()));
   addField(text, nameOf(p.status));
+  fieldIf(coding, std::to_string(read.coding.innerStops));
   text += '\n';
 }
 
