@@ -26,8 +26,7 @@ void scoreSigns(const VotingRead& read, IntegerVote& vote, WindowScores& scores)
       const int start = f + 3 * k;
       scores.frame[f][static_cast<size_t>(k)] = signOf(read, vote.sum(), start);
       if (k + 1 == windows) break;
-      vote.remove(read.codons, start);
-      vote.add(read.codons, start + 3 * codons);
+      vote.slide(read.codons, start, start + 3 * codons);
     }
   }
 }

@@ -5,66 +5,90 @@
 
 namespace velto {
 
+// The change of the sum by the codon's own hypotheses and by the steady pairs.
+template <int kBy>
+int IntegerVote::count(const CodedRead& read, int p) {
+  constexpr std::uint16_t kOneCount = PairTables::kCountStride;
+  const std::uint8_t acid = read.acid(p);
+  if (acid == kUncountedAcid) return 0;
+  const AcidCounts one = oneCodon(read.synonym(p));
+  acidCounts_[acid] += kBy > 0 ? one : -one;
+  const int votes = tables_->acidVotes(acid, acidCounts_[acid]);
+  int change = votes - acidVotes_[acid];
+  acidVotes_[acid] = votes;
+
+  const int* step = pairs_->step.data();
+  const VoteTables::PairRows& rows = tables_->rowsAfter(acid);
+  std::uint16_t* places = place_.data();
+  for (int gap = 0; gap < kPairGaps; ++gap) {
+    std::uint16_t& place = places[rows[gap][read.acid(p + 3 + 3 * gap)]];
+    if (kBy < 0) place = static_cast<std::uint16_t>(place - kOneCount);
+    change += kBy * step[place];
+    if (kBy > 0) place = static_cast<std::uint16_t>(place + kOneCount);
+  }
+  return change;
+}
+
 void IntegerVote::begin(const VoteTables& tables, const PairTables& pairs) {
   tables_ = &tables;
   pairs_ = &pairs;
-  std::fill(std::begin(codonCount_), std::end(codonCount_), std::uint8_t{0});
-  std::fill(std::begin(acidCount_), std::end(acidCount_), std::uint8_t{0});
-  std::fill(std::begin(memberCount_), std::end(memberCount_), std::uint8_t{0});
   sum_ = pairs.emptySum;
   for (int acid = 0; acid < kAminoAcids; ++acid) {
-    acidVotes_[acid] = tables.acidVotes(acid, 0, codonCount_);
+    acidCounts_[acid] = 0;
+    acidVotes_[acid] = tables.acidVotes(acid, 0);
     sum_ += acidVotes_[acid];
   }
   place_.resize(tables.rows());
-  std::uint16_t start = 0;
-  for (std::uint16_t& place : place_) {
-    place = start;
-    start = static_cast<std::uint16_t>(start + tables.counts());
-  }
+  for (size_t row = 0; row < place_.size(); ++row) place_[row] = PairTables::place(row, 0);
+  std::fill(std::begin(memberCount_), std::end(memberCount_), std::uint8_t{0});
   above_ = pairs.emptyAbove;
 }
 
+void IntegerVote::add(const CodedRead& read, int p) {
+  sum_ += count<1>(read, p);
+  if (!above_.empty()) sum_ += countMembers<1>(read, p);
+}
+
+void IntegerVote::remove(const CodedRead& read, int p) {
+  sum_ += count<-1>(read, p);
+  if (!above_.empty()) sum_ += countMembers<-1>(read, p);
+}
+
+void IntegerVote::slide(const CodedRead& read, int leaving, int entering) {
+  const int gone = count<-1>(read, leaving);
+  sum_ += gone + count<1>(read, entering);
+  if (above_.empty()) return;
+  sum_ += countMembers<-1>(read, leaving);
+  sum_ += countMembers<1>(read, entering);
+}
+
+// The change of the sum by the moving pairs, once the pairs are counted.
 template <int kBy>
-void IntegerVote::change(const CodedRead& read, int p) {
+int IntegerVote::countMembers(const CodedRead& read, int p) {
+  int change = 0;
   const std::uint8_t acid = read.acid(p);
-  if (acid == kUncountedAcid) return;
-  codonCount_[read.slot(p)] = static_cast<std::uint8_t>(codonCount_[read.slot(p)] + kBy);
-  acidCount_[acid] = static_cast<std::uint8_t>(acidCount_[acid] + kBy);
-  const int votes = tables_->acidVotes(acid, acidCount_[acid], codonCount_);
-  sum_ += votes - acidVotes_[acid];
-  acidVotes_[acid] = votes;
-
-  const bool isMoving = !above_.empty();
-  for (int gap = 0; gap < kPairGaps; ++gap) {
-    const std::uint8_t partner = read.acid(p + 3 + 3 * gap);
-    std::uint16_t& place = place_[tables_->row(gap, acid, partner)];
-    if (kBy < 0) --place;
-    sum_ += kBy * pairs_->step[place];
-    if (kBy > 0) ++place;
-    if (isMoving && partner != kUncountedAcid) changeMembers<kBy>(gap, acid, partner);
+  for (int gap = 0; acid != kUncountedAcid && gap < kPairGaps; ++gap) {
+    const int partner = read.acid(p + 3 + 3 * gap);
+    if (partner == kUncountedAcid) continue;
+    const std::uint8_t elements[2] = {PairTables::memberElement(gap, 0, acid),
+                                      PairTables::memberElement(gap, 1, partner)};
+    for (const std::uint8_t element : elements) {
+      memberCount_[element] = static_cast<std::uint8_t>(memberCount_[element] + kBy);
+    }
+    change += askMoving(elements[0]) + askMoving(elements[1]);
   }
+  return change;
 }
 
-template <int kBy>
-void IntegerVote::changeMembers(int gap, int first, int second) {
-  const std::uint8_t elements[2] = {PairTables::memberElement(gap, 0, first),
-                                    PairTables::memberElement(gap, 1, second)};
-  for (const std::uint8_t element : elements) {
-    memberCount_[element] = static_cast<std::uint8_t>(memberCount_[element] + kBy);
-  }
-  for (const std::uint8_t element : elements) askMoving(element);
-}
-
-void IntegerVote::askMoving(std::uint8_t element) {
+// The change of the sum.
+int IntegerVote::askMoving(std::uint8_t element) {
   const MovingPair* moving = pairs_->moving.data();
   const std::uint8_t* least = pairs_->least.empty() ? nullptr : pairs_->least.data();
-  const auto counts = static_cast<unsigned>(tables_->counts());
   char* aboveNow = above_.data();
-  int sum = sum_;
+  int change = 0;
   for (const std::uint16_t index : pairs_->movedBy[element]) {
     const MovingPair pair = moving[index];
-    const unsigned pairCount = place_[pair.row] - pair.row * counts;
+    const unsigned pairCount = place_[pair.row] / PairTables::kCountStride;
     const unsigned first = memberCount_[pair.firstElement];
     const unsigned second = memberCount_[pair.secondElement];
     unsigned bound = PairTables::kAskFeature;
@@ -74,10 +98,10 @@ void IntegerVote::askMoving(std::uint8_t element) {
     const bool above = bound != PairTables::kAskFeature
                            ? pairCount >= bound
                            : isAbove(pairs_->features[index], pairCount, first, second);
-    sum += 2 * (above - aboveNow[index]) * pair.weight;
+    change += 2 * (above - aboveNow[index]) * pair.weight;
     aboveNow[index] = above;
   }
-  sum_ = sum;
+  return change;
 }
 
 // The same operations as pairFeature, with both member frequencies looked up.
@@ -89,8 +113,5 @@ bool IntegerVote::isAbove(const MovingFeature& feature, unsigned pairCount, unsi
   const double fp = (3.0 * pairCount + feature.prior) / feature.length;
   return fp / rate(feature.first, first) / rate(feature.second, second) > feature.threshold;
 }
-
-template void IntegerVote::change<1>(const CodedRead& read, int p);
-template void IntegerVote::change<-1>(const CodedRead& read, int p);
 
 }  // namespace velto

@@ -17,28 +17,30 @@ class IntegerVote {
   void begin(const VoteTables& tables, const PairTables& pairs);
 
   // The codon at base p, 0 <= p < read length, comes or goes.
-  void add(const CodedRead& read, int p) { change<1>(read, p); }
-  void remove(const CodedRead& read, int p) { change<-1>(read, p); }
+  void add(const CodedRead& read, int p);
+  void remove(const CodedRead& read, int p);
+
+  // One codon goes, then another one comes.
+  void slide(const CodedRead& read, int leaving, int entering);
 
   // The vote in millionths.
   int sum() const { return sum_; }
 
  private:
   template <int kBy>
-  void change(const CodedRead& read, int p);
+  int count(const CodedRead& read, int p);
   template <int kBy>
-  void changeMembers(int gap, int first, int second);
-  void askMoving(std::uint8_t element);
+  int countMembers(const CodedRead& read, int p);
+  int askMoving(std::uint8_t element);
   bool isAbove(const MovingFeature& feature, unsigned pairCount, unsigned first,
                unsigned second) const;
 
   const VoteTables* tables_ = nullptr;
   const PairTables* pairs_ = nullptr;
   int sum_ = 0;
-  std::uint8_t codonCount_[kCodons] = {};     // [slot]
-  std::uint8_t acidCount_[kAminoAcids] = {};  // [acid]
-  int acidVotes_[kAminoAcids] = {};           // [acid], as VoteTables::acidVotes
-  std::vector<std::uint16_t> place_;          // [pair row]: of its count in PairTables::step
+  AcidCounts acidCounts_[kAminoAcids] = {};  // [acid]
+  int acidVotes_[kAminoAcids] = {};          // [acid], as VoteTables::acidVotes
+  std::vector<std::uint16_t> place_;         // [pair row]: of its count in PairTables::step
   std::uint8_t memberCount_[kPairGaps * 2 * kAminoAcids] = {};  // [memberElement]; moving only
   std::vector<char> above_;                                     // [moving pair]
 };

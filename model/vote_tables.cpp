@@ -54,8 +54,7 @@ bool VoteTables::readWeights() {
 // ---- 2. Codons and single amino acids
 
 void VoteTables::fillCodonVotes() {
-  slotEntries_ = triangle(counts_);
-  codonVotes_.assign(kCodons * slotEntries_, 0);
+  codonVotes_.assign(triangle(static_cast<size_t>(counts_)), 0);
   for (const size_t i : counted_) {
     const int kind = model_.fh[i].kind;
     if (kind == kCodonKind) addCodonHypothesis(i);
@@ -63,14 +62,13 @@ void VoteTables::fillCodonVotes() {
   }
 }
 
-int* VoteTables::votesOfSlot(int acid, size_t slot) {
-  SlotRange& range = active_[static_cast<size_t>(acid)];
-  const std::uint8_t at = static_cast<std::uint8_t>(slot);
-  const std::uint8_t next = static_cast<std::uint8_t>(slot + 1);
-  const bool empty = range.begin == range.end;
-  range.begin = empty ? at : std::min(range.begin, at);
-  range.end = empty ? next : std::max(range.end, next);
-  return codonVotes_.data() + slot * slotEntries_;
+int* VoteTables::votesOfCodon(int acid, size_t synonym) {
+  size_t& table = codonTable_[static_cast<size_t>(acid)][synonym];
+  if (table == 0) {
+    table = codonVotes_.size();
+    codonVotes_.resize(table + triangle(static_cast<size_t>(counts_)), 0);
+  }
+  return codonVotes_.data() + table;
 }
 
 void VoteTables::addCodonHypothesis(size_t i) {
@@ -78,7 +76,7 @@ void VoteTables::addCodonHypothesis(size_t i) {
   const RealThreshold& t = model_.codonTrsld[i];
   const size_t codon = static_cast<size_t>(16 * h.elem1 + 4 * h.elem2 + h.elem3);
   int* votes =
-      votesOfSlot(ReadData::CodonTable(h.elem1, h.elem2, h.elem3), codonSlots().slotOf[codon]);
+      votesOfCodon(ReadData::CodonTable(h.elem1, h.elem2, h.elem3), codonSynonyms()[codon]);
   for (short acids = 0; acids < counts_; ++acids) {
     for (short count = 0; count <= acids; ++count) {
       const bool above = codonFeature(h, count, acids) > t.trsld;
@@ -91,7 +89,7 @@ void VoteTables::addCodonHypothesis(size_t i) {
 void VoteTables::addAcidHypothesis(size_t i) {
   const int acid = model_.fh[i].elem1;
   const CountThreshold& t = model_.snglAcidTrsld[i];
-  int* votes = votesOfSlot(acid, codonSlots().first[static_cast<size_t>(acid)]);
+  int* votes = votesOfCodon(acid, 0);
   for (int acids = 0; acids < counts_; ++acids) {
     const bool above = acids > t.trsld;
     for (int count = 0; count <= acids; ++count) {
@@ -103,16 +101,17 @@ void VoteTables::addAcidHypothesis(size_t i) {
 // ---- 3. Pairs
 
 void VoteTables::numberRows() {
-  rows_.resize(static_cast<size_t>(kPairGaps * kPartners * kPartners));
-  for (size_t i = 0; i < rows_.size(); ++i) {
-    rows_[i] = static_cast<std::uint16_t>(i / (kPartners * kPartners));  // shared, one per class
+  static_assert(kPairGaps + kModelHypotheses <= PairTables::kCountStride);
+  for (PairRows& ofFirst : rows_) {
+    for (std::uint16_t gap = 0; gap < kPairGaps; ++gap) {
+      std::fill(std::begin(ofFirst[gap]), std::end(ofFirst[gap]), gap);  // shared
+    }
   }
   std::uint16_t next = kPairGaps;
   for (const size_t i : counted_) {
     const fnlHypo& h = model_.fh[i];
     if (h.kind != kPairKind) continue;
-    std::uint16_t& row =
-        rows_[static_cast<size_t>((h.gap * kPartners + h.elem1) * kPartners + h.elem2)];
+    std::uint16_t& row = rows_[h.elem1][h.gap][h.elem2];
     if (row < kPairGaps) row = next++;
   }
   rowCount_ = next;
@@ -220,11 +219,12 @@ std::unique_ptr<const PairTables> VoteTables::makePairTables(int length) const {
   for (const size_t i : counted_) {
     if (model_.fh[i].kind == kPairKind) addPair(i, length, *tables, votes);
   }
-  tables->step.resize(votes.size());
+  tables->step.resize(counts * PairTables::kCountStride);
   for (size_t row = 0; row < rowCount_; ++row) {
-    tables->emptySum += votes[row * counts];
-    for (size_t at = row * counts; at + 1 < (row + 1) * counts; ++at) {
-      tables->step[at] = votes[at + 1] - votes[at];
+    const int* ofRow = votes.data() + row * counts;
+    tables->emptySum += ofRow[0];
+    for (size_t count = 0; count + 1 < counts; ++count) {
+      tables->step[PairTables::place(row, count)] = ofRow[count + 1] - ofRow[count];
     }
   }
   return tables;
@@ -235,7 +235,7 @@ void VoteTables::addPair(size_t i, int length, PairTables& tables, std::vector<i
   const RealThreshold& t = model_.pairAcidTrsld[i];
   const PairFeature feature(model_, i, length, counts_);
   const int vote = t.polarity != 0 ? weight_[i] : -weight_[i];  // when above
-  const std::uint16_t rowOfPair = row(h.gap, h.elem1, h.elem2);
+  const std::uint16_t rowOfPair = rows_[h.elem1][h.gap][h.elem2];
   if (feature.isSteady()) {
     const int least = feature.leastSteady();
     for (int count = 0; count < counts_; ++count) {

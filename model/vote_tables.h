@@ -18,6 +18,17 @@
 
 namespace velto {
 
+// The counts of one amino acid and of its codons in a window: byte s is the count of its codon
+// number s, the last byte that of the amino acid, so that one addition counts a codon. No window
+// holds as many codons as a byte counts.
+using AcidCounts = std::uint64_t;
+
+constexpr int kAcidByte = 56;  // first bit of the amino acid's count
+
+constexpr AcidCounts oneCodon(int synonym) {
+  return AcidCounts{1} << kAcidByte | AcidCounts{1} << (8 * synonym);
+}
+
 // A pair hypothesis whose feature moves with the counts of its two amino acids, so that it has to
 // be asked whenever one of them changes.
 struct MovingPair {
@@ -37,7 +48,14 @@ struct MovingFeature {
 
 // The pair votes for windows of one length in bases. Constant after construction.
 struct PairTables {
-  std::vector<int> step;  // [row x counts + count]: vote change from count to count + 1
+  // The place of a row's count in `step`: low counts, which most are, stand close together. The
+  // distance of two counts is no power of two, so that they do not compete for cache lines.
+  static constexpr unsigned kCountStride = 528;
+  static std::uint16_t place(size_t row, size_t count) {
+    return static_cast<std::uint16_t>(count * kCountStride + row);
+  }
+
+  std::vector<int> step;  // [place]: vote change from the count to the next
   int emptySum = 0;       // votes of all pair hypotheses in a window without pairs
 
   std::vector<MovingPair> moving;
@@ -77,33 +95,23 @@ class VoteTables {
   // Tables for windows of `length` bases; null for lengths no window of this model has.
   const PairTables* pairTables(int length) const;
 
-  // Pair row of two amino acids (kUncountedAcid allowed) in a pair class; rows without hypotheses
-  // share one row per pair class, since their counts do not matter.
-  std::uint16_t row(int gap, int first, int second) const {
-    return rows_[static_cast<size_t>((gap * kPartners + first) * kPartners + second)];
-  }
+  // [gap][second]: pair rows of one first amino acid; second may be kUncountedAcid. Pairs without
+  // hypotheses share one row per pair class, since their counts do not matter.
+  using PairRows = std::uint16_t[kPairGaps][kAminoAcids + 1];
+  const PairRows& rowsAfter(int first) const { return rows_[first]; }
   size_t rows() const { return rowCount_; }
 
-  // Votes of all hypotheses on one amino acid and its codons, from its count and those of its
-  // codons ([slot]).
-  int acidVotes(int acid, int acidCount, const std::uint8_t* codonCounts) const {
-    const int* table = codonVotes_.data() + triangle(acidCount);
-    const SlotRange active = active_[static_cast<size_t>(acid)];
-    int votes = 0;
-    for (size_t slot = active.begin; slot < active.end; ++slot) {
-      votes += table[slot * slotEntries_ + codonCounts[slot]];
-    }
-    return votes;
+  // Votes of all hypotheses on one amino acid and its codons. Amino acids of fewer codons add
+  // zeros: that is faster than a loop whose length cannot be foreseen.
+  int acidVotes(int acid, AcidCounts counts) const {
+    const int* table = codonVotes_.data() + triangle(counts >> kAcidByte);
+    const size_t* codons = codonTable_[static_cast<size_t>(acid)];
+    const auto ofCodon = [=](int s) { return table[codons[s] + (counts >> (8 * s) & 0xFF)]; };
+    return ofCodon(0) + ofCodon(1) + ofCodon(2) + ofCodon(3) + ofCodon(4) + ofCodon(5);
   }
 
  private:
-  static constexpr int kPartners = kAminoAcids + 1;
-
-  static size_t triangle(int count) { return static_cast<size_t>(count * (count + 1) / 2); }
-
-  struct SlotRange {
-    std::uint8_t begin, end;
-  };
+  static size_t triangle(size_t count) { return count * (count + 1) / 2; }
 
   bool readWeights();
   void fillCodonVotes();
@@ -111,7 +119,7 @@ class VoteTables {
   void addAcidHypothesis(size_t i);
   void numberRows();
   int lengths() const;
-  int* votesOfSlot(int acid, size_t slot);
+  int* votesOfCodon(int acid, size_t synonym);
   void addPair(size_t i, int length, PairTables& tables, std::vector<int>& votes) const;
   std::unique_ptr<const PairTables> makePairTables(int length) const;
 
@@ -126,11 +134,12 @@ class VoteTables {
   std::vector<size_t> counted_;  // hypotheses that vote, in order
   std::vector<int> weight_;      // [hypothesis] millionths, the vote when above
 
-  size_t slotEntries_;                  // of one slot in codonVotes_
-  SlotRange active_[kAminoAcids] = {};  // [acid] slots from the first to the last with votes
-  std::vector<int> codonVotes_;         // [slot][triangle(acid count) + codon count]
+  // [acid][synonym]: begin of the codon's table in codonVotes_; 0, where a table of zeros stands,
+  // for codons without hypotheses and numbers that no codon has.
+  size_t codonTable_[kAminoAcids][kSynonyms] = {};
+  std::vector<int> codonVotes_;  // of each table: [triangle(acid count) + codon count]
 
-  std::vector<std::uint16_t> rows_;
+  PairRows rows_[kAminoAcids];  // [first]
   size_t rowCount_ = 0;
   std::unique_ptr<LazyPairTables[]> pairTables_;  // [window length]
 };
