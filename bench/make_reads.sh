@@ -5,6 +5,6 @@ set -eu
 velto=${1:-build/velto}
 reads=${2:-build/bench-reads.fa}
 root=$(dirname "$0")/..
-"$velto" simulate --preset est --length 300-800 --reads 20000 --seed 1 -o "$reads" \
+"$velto" simulate --preset est --length 300-800 --read-count 20000 --seed 1 -o "$reads" \
   "$root/data/human-mrna-train.fa.gz"
 echo "$reads"

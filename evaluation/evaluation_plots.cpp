@@ -1,12 +1,9 @@
-// 1. Headings and colours  2. Error rate  3. Distance  4. Classes  5. Files
+// 1. Headings and colours  2. Error rate  3. Distance  4. Classes
 #include "evaluation/evaluation_plots.h"
 
 #include <algorithm>
-#include <filesystem>
-#include <system_error>
 
 #include "model/read_class.h"
-#include "seqio/output_file.h"
 #include "evaluation/evaluation.h"
 #include "evaluation/evaluation_figures.h"
 #include "evaluation/svg_chart.h"
@@ -210,27 +207,6 @@ std::string classPlot(const EvaluationReport& report) {
   }
   addLegends(chart, report);
   return chart.finish();
-}
-
-// ---- 5. Files
-
-namespace {
-
-void writeFile(const std::string& path, const std::string& text) {
-  OutputFile file(path, OutputFile::Format::kPlain);
-  file.write(text);
-  file.commit();
-}
-
-}  // namespace
-
-void writePlots(const EvaluationReport& report, const std::string& directory) {
-  std::error_code error;
-  std::filesystem::create_directories(directory, error);
-  if (error) throw OutputError(directory, "cannot make the folder", error.value());
-  writeFile(directory + "/score-by-error-rate.svg", ratePlot(report));
-  writeFile(directory + "/shift-distance.svg", distancePlot(report));
-  writeFile(directory + "/accuracy-by-class.svg", classPlot(report));
 }
 
 }  // namespace velto

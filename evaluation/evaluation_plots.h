@@ -17,8 +17,13 @@ std::string distancePlot(const EvaluationReport& report);
 // Correlation and right-frame share in each class with reads.
 std::string classPlot(const EvaluationReport& report);
 
-// Writes "score-by-error-rate.svg", "shift-distance.svg" and "accuracy-by-class.svg" into the
-// folder, which is made if it does not exist. Throws OutputError.
-void writePlots(const EvaluationReport& report, const std::string& directory);
+struct Plot {
+  const char* fileName;
+  std::string (*draw)(const EvaluationReport&);
+};
+
+constexpr Plot kPlots[] = {{"score-by-error-rate.svg", ratePlot},
+                           {"shift-distance.svg", distancePlot},
+                           {"accuracy-by-class.svg", classPlot}};
 
 }  // namespace velto

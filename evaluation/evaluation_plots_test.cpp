@@ -5,8 +5,6 @@
 #include <vector>
 
 #include "model/read_class.h"
-#include "seqio/output_error.h"
-#include "tests/support/temp_dir.h"
 #include "evaluation/svg_chart.h"
 
 namespace velto {
@@ -110,17 +108,6 @@ TEST(EvaluationPlots, DistancesFallIntoBinsAroundMultiplesOfFive) {
   const std::string text = distancePlot(report(1));
   EXPECT_NE(text.find("height=\"323.81\""), std::string::npos) << text;  // 340 x 3 / 3.15
   EXPECT_EQ(occurrences(text, "height=\"107.94\""), 3U);                 // -60, 3 and 60
-}
-
-TEST(EvaluationPlots, FilesAreWrittenIntoANewFolder) {
-  const test::TempDir directory;
-  writePlots(report(2), directory.file("plots"));
-  for (const char* name :
-       {"score-by-error-rate.svg", "shift-distance.svg", "accuracy-by-class.svg"}) {
-    EXPECT_EQ(xmlFault(test::readFile(directory.file("plots/") + name)), "");
-  }
-  test::writeFile(directory.file("file"), "");
-  EXPECT_THROW(writePlots(report(1), directory.file("file")), OutputError);
 }
 
 TEST(SvgChart, TicksAreRound) {

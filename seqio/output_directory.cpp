@@ -1,12 +1,13 @@
 #include "seqio/output_directory.h"
 
 #include <sys/stat.h>
-#include <unistd.h>
 
 #include <cerrno>
 #include <cstdio>
 #include <filesystem>
 #include <system_error>
+
+#include "seqio/output_file.h"
 
 namespace velto {
 namespace {
@@ -21,34 +22,40 @@ std::string fullName(const std::string& path) {
   return full.string();
 }
 
-std::string besides(const std::string& target, const char* suffix) {
-  return target + suffix + std::to_string(getpid());
-}
-
 }  // namespace
 
-OutputDirectory::OutputDirectory(const std::string& path, bool replace)
-    : target_(fullName(path)), temporary_(besides(target_, ".tmp-")), replace_(replace) {
+OutputDirectory::OutputDirectory(const std::string& path)
+    : target_(fullName(path)), temporary_(target_) {
   checkTarget();
-  if (mkdir(temporary_.c_str(), 0777) != 0) {
-    throw OutputError(path, "cannot make " + temporary_, errno);
+  if (mkdir(temporary_.name().c_str(), 0777) != 0) {
+    throw OutputError(path, "cannot make folder", errno);
   }
 }
 
-OutputDirectory::~OutputDirectory() {
-  std::error_code ignored;
-  if (pending_) fs::remove_all(temporary_, ignored);
+void OutputDirectory::write(const std::string& name, const std::string& text) {
+  makeFolders(name);
+  const std::string file = path() + "/" + name;
+  contents_.emplace(file, file);
+  OutputFile output(file, OutputFile::Format::kPlain);
+  output.write(text);
+  output.commit();
+}
+
+void OutputDirectory::makeFolders(const std::string& name) {
+  for (std::size_t slash = 0; (slash = name.find('/', slash)) != name.npos; ++slash) {
+    const std::string folder = path() + "/" + name.substr(0, slash);
+    contents_.emplace(folder, folder);
+    if (mkdir(folder.c_str(), 0777) != 0 && errno != EEXIST) {
+      throw OutputError(folder, "cannot make folder", errno);
+    }
+  }
 }
 
 void OutputDirectory::commit() {
   checkTarget();
-  std::error_code ignored;
-  if (replace_ && fs::exists(target_, ignored)) {
-    replaceTarget();
-  } else {
-    renameOrThrow(temporary_, target_);
+  if (std::rename(path().c_str(), target_.c_str()) != 0) {
+    throw OutputError(target_, "cannot rename to this name", errno);
   }
-  pending_ = false;
 }
 
 void OutputDirectory::checkTarget() const {
@@ -58,26 +65,7 @@ void OutputDirectory::checkTarget() const {
   if (!fs::is_directory(status)) throw OutputError(target_, "cannot replace", ENOTDIR);
   const bool empty = fs::is_empty(target_, error);
   if (error) throw OutputError(target_, "cannot read", error.value());
-  if (!empty && !replace_) throw OutputError(target_, "will not replace", ENOTEMPTY);
-}
-
-void OutputDirectory::replaceTarget() {
-  const std::string old = besides(target_, ".old-");
-  renameOrThrow(target_, old);
-  try {
-    renameOrThrow(temporary_, target_);
-  } catch (const OutputError&) {
-    std::rename(old.c_str(), target_.c_str());
-    throw;
-  }
-  std::error_code ignored;
-  fs::remove_all(old, ignored);
-}
-
-void OutputDirectory::renameOrThrow(const std::string& from, const std::string& to) const {
-  if (std::rename(from.c_str(), to.c_str()) != 0) {
-    throw OutputError(target_, "cannot rename to this name", errno);
-  }
+  if (!empty) throw OutputError(target_, "will not replace", ENOTEMPTY);
 }
 
 }  // namespace velto

@@ -1,40 +1,42 @@
 // An output folder that appears under its name only when all its files are whole.
 #pragma once
 
+#include <map>
 #include <string>
 
 #include "seqio/output_error.h"
+#include "seqio/temporary_path.h"
 
 namespace velto {
 
-// Builds "PATH.tmp-PID" beside the target; commit() renames it, the destructor without commit()
-// removes it with all it holds. For one thread at a time.
+// Builds a temporary folder with a random name beside the target; commit() renames it, the
+// destructor without commit() removes it with all it holds. A signal removes it with all that
+// write() made (see signal_cleanup.h). For one thread at a time.
 class OutputDirectory {
  public:
-  // Makes the temporary folder. An existing `path` must be an empty folder, or any folder if
-  // `replace`. Throws OutputError.
-  explicit OutputDirectory(const std::string& path, bool replace = false);
-  ~OutputDirectory();
+  // Makes the temporary folder. An existing `path` must be an empty folder. Throws OutputError.
+  explicit OutputDirectory(const std::string& path);
   OutputDirectory(const OutputDirectory&) = delete;
   OutputDirectory& operator=(const OutputDirectory&) = delete;
 
-  // The temporary folder, for the caller to fill before commit().
-  const std::string& path() const { return temporary_; }
+  // The temporary folder.
+  const std::string& path() const { return temporary_.name(); }
 
-  // Renames the folder to its name. A folder to be replaced is moved aside to "PATH.old-PID"
-  // first, moved back if the renaming fails, and removed at last. Throws OutputError; the target
-  // is then as it was before. To be called once, as the last call.
+  // Makes a file of the folder; `name` may begin with the names of folders in it, which are made
+  // where missing. Throws OutputError.
+  void write(const std::string& name, const std::string& text);
+
+  // Renames the folder to its name. Throws OutputError; the target is then as it was before. To be
+  // called once, as the last call.
   void commit();
 
  private:
+  void makeFolders(const std::string& name);
   void checkTarget() const;
-  void replaceTarget();
-  void renameOrThrow(const std::string& from, const std::string& to) const;
 
   const std::string target_;  // absolute, links followed, without '/' at its end
-  const std::string temporary_;
-  const bool replace_;
-  bool pending_ = true;  // temporary_ is to be removed
+  const TemporaryPath temporary_;
+  std::map<std::string, RemovedAtSignal> contents_;  // what write() made, by its path
 };
 
 }  // namespace velto

@@ -1,7 +1,6 @@
 #include "seqio/output_directory.h"
 
 #include <gtest/gtest.h>
-#include <unistd.h>
 
 #include "seqio/test_files.h"
 
@@ -30,8 +29,7 @@ class OutputDirectoryTest : public testing::Test {
 
 TEST_F(OutputDirectoryTest, AppearsWithItsFilesOnlyAtCommit) {
   OutputDirectory directory(name());
-  store(directory.path() + "/a", "text");
-  EXPECT_EQ(directory.path(), name() + ".tmp-" + std::to_string(getpid()));
+  directory.write("a", "text");
   EXPECT_FALSE(fs::exists(name()));
   directory.commit();
   EXPECT_EQ(bytesOf(name() + "/a"), "text");
@@ -39,14 +37,17 @@ TEST_F(OutputDirectoryTest, AppearsWithItsFilesOnlyAtCommit) {
 }
 
 TEST_F(OutputDirectoryTest, WithoutCommitNothingIsLeft) {
-  { store(OutputDirectory(name()).path() + "/a", "text"); }
+  {
+    OutputDirectory directory(name());
+    directory.write("a", "text");
+  }
   EXPECT_EQ(folder_.entries(), 0U);
 }
 
 TEST_F(OutputDirectoryTest, EmptyFolderIsTakenOver) {
   fs::create_directory(name());
   OutputDirectory directory(name() + "/");
-  store(directory.path() + "/a", "text");
+  directory.write("a", "text");
   directory.commit();
   EXPECT_EQ(bytesOf(name() + "/a"), "text");
   EXPECT_EQ(folder_.entries(), 1U);
@@ -69,26 +70,21 @@ TEST_F(OutputDirectoryTest, FolderFilledMeanwhileIsRefusedAtCommit) {
   EXPECT_EQ(folder_.entries(), 1U);
 }
 
-TEST_F(OutputDirectoryTest, ReplaceSwapsTheWholeFolder) {
-  makeOld();
-  OutputDirectory directory(name(), true);
-  store(directory.path() + "/new", "new");
-  EXPECT_EQ(bytesOf(name() + "/old"), "old");
+TEST_F(OutputDirectoryTest, WriteMakesFilesAndTheFoldersTheyAreIn) {
+  OutputDirectory directory(name());
+  directory.write("card.json", "{}");
+  directory.write("a/b/one", "1");
+  directory.write("a/b/two", "2");
   directory.commit();
-  EXPECT_EQ(bytesOf(name() + "/new"), "new");
-  EXPECT_FALSE(fs::exists(name() + "/old"));
+  EXPECT_EQ(bytesOf(name() + "/card.json"), "{}");
+  EXPECT_EQ(bytesOf(name() + "/a/b/one") + bytesOf(name() + "/a/b/two"), "12");
   EXPECT_EQ(folder_.entries(), 1U);
 }
 
-TEST_F(OutputDirectoryTest, ReplaceThatFailsPutsTheOldFolderBack) {
-  makeOld();
-  {
-    OutputDirectory directory(name(), true);
-    fs::remove_all(directory.path());
-    EXPECT_THROW(directory.commit(), OutputError);
-  }
-  EXPECT_EQ(bytesOf(name() + "/old"), "old");
-  EXPECT_EQ(folder_.entries(), 1U);
+TEST_F(OutputDirectoryTest, FileInTheWayOfAFolderIsAnError) {
+  OutputDirectory directory(name());
+  directory.write("a", "");
+  EXPECT_THROW(directory.write("a/b", ""), OutputError);
 }
 
 TEST_F(OutputDirectoryTest, FileAndMissingParentAreRefused) {
@@ -97,6 +93,13 @@ TEST_F(OutputDirectoryTest, FileAndMissingParentAreRefused) {
   EXPECT_NE(errorOfMaking(folder_.file("none/model")).find("No such file or directory"),
             std::string::npos);
   EXPECT_EQ(errorOfMaking(""), ": cannot make folder: No such file or directory");
+}
+
+TEST_F(OutputDirectoryTest, LongNameWorks) {
+  const std::string path = folder_.file(std::string(250, 'x'));
+  OutputDirectory directory(path);
+  directory.commit();
+  EXPECT_TRUE(fs::is_directory(path));
 }
 
 TEST_F(OutputDirectoryTest, RelativeNameWorks) {

@@ -7,39 +7,28 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <filesystem>
 #include <utility>
+
+#include "seqio/file_identity.h"
 
 namespace velto {
 namespace {
 
 constexpr std::size_t kBlockBytes = BGZF_BLOCK_SIZE;  // largest that one BGZF block takes
 constexpr int kDefaultLevel = -1;                     // of compression
-constexpr mode_t kMode = 0666;                        // less the umask
+constexpr mode_t kNewMode = 0666;                     // less the umask
 
 bool endsWithGz(const std::string& path) {
   return path.size() >= 3 && path.compare(path.size() - 3, 3, ".gz") == 0;
 }
 
-// The descriptor that a name such as /dev/stdout stands for, else -1. Opening such a name anew
-// would overwrite what a redirection has already put into the file.
-int namedDescriptor(const std::string& path) {
-  if (path == "-" || path == "/dev/stdout") return STDOUT_FILENO;
-  if (path == "/dev/stderr") return STDERR_FILENO;
-  for (const std::string folder : {"/dev/fd/", "/proc/self/fd/"}) {
-    const std::string number =
-        path.substr(0, folder.size()) == folder ? path.substr(folder.size()) : std::string();
-    const bool digits = number.find_first_not_of("0123456789") == number.npos;
-    if (!number.empty() && number.size() < 6 && digits) return std::stoi(number);
-  }
-  return -1;
-}
-
-// The file that `path` leads to over symbolic links; `path` itself if there is none yet.
-std::string followLinks(const std::string& path) {
-  std::error_code missing;
-  const std::filesystem::path real = std::filesystem::canonical(path, missing);
-  return missing ? path : real.string();
+// What must hold of an existing file before it is replaced: this process could write it. To the
+// system's administrator everything is writable, hence the look at the mode.
+bool mayBeWritten(const std::string& path, const struct stat& status) {
+  constexpr mode_t kAnyWrite = S_IWUSR | S_IWGRP | S_IWOTH;
+  if (access(path.c_str(), W_OK) != 0) return false;
+  errno = EACCES;
+  return (status.st_mode & kAnyWrite) != 0;
 }
 
 }  // namespace
@@ -54,7 +43,6 @@ OutputFile::OutputFile(std::string path, Format format)
 
 OutputFile::~OutputFile() {
   if (descriptor_ >= 0) close(descriptor_);
-  if (!temporary_.empty()) unlink(temporary_.c_str());
 }
 
 void OutputFile::write(std::string_view text) {
@@ -66,35 +54,43 @@ void OutputFile::write(std::string_view text) {
   }
 }
 
-void OutputFile::commit() {
+void OutputFile::finish() {
   if (!block_.empty()) flushBlock();
   if (compressed_) writeCompressed({});  // an empty block marks the end of a BGZF file
   if (close(std::exchange(descriptor_, -1)) != 0) throwFor("cannot write");
-  if (temporary_.empty()) return;
-  if (rename(temporary_.c_str(), target_.c_str()) != 0) throwFor("cannot rename to this name");
-  temporary_.clear();
+}
+
+void OutputFile::commit() {
+  if (descriptor_ >= 0) finish();
+  if (isDirect()) return;
+  if (rename(temporary_->name().c_str(), target_.c_str()) != 0) {
+    throwFor("cannot rename to this name");
+  }
 }
 
 void OutputFile::open() {
-  const int named = namedDescriptor(path_);
+  const int named = outputDescriptor(path_);
   struct stat status;
   if (path_.empty()) {
     errno = ENOENT;
   } else if (named >= 0) {
+    // Opening the name anew would overwrite what a redirection has already put into the file.
     descriptor_ = fcntl(named, F_DUPFD_CLOEXEC, 0);
-  } else if (stat(path_.c_str(), &status) == 0 && !S_ISREG(status.st_mode)) {
+  } else if (stat(path_.c_str(), &status) != 0) {
+    if (errno == ENOENT) openTemporary(kNewMode);
+  } else if (!S_ISREG(status.st_mode)) {
     descriptor_ = ::open(path_.c_str(), O_WRONLY | O_CLOEXEC);
-  } else {
-    openTemporary();
+  } else if (mayBeWritten(path_, status)) {
+    const mode_t mode = status.st_mode & ALLPERMS;
+    openTemporary(mode);
+    if (descriptor_ >= 0 && fchmod(descriptor_, mode) != 0) throwFor("cannot set permissions");
   }
 }
 
-void OutputFile::openTemporary() {
-  target_ = followLinks(path_);
-  const std::string name = target_ + ".tmp-" + std::to_string(getpid());
-  descriptor_ = ::open(name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, kMode);
-  if (descriptor_ < 0) throw OutputError(path_, "cannot make " + name, errno);
-  temporary_ = name;
+void OutputFile::openTemporary(mode_t mode) {
+  target_ = resolvedPath(path_);
+  temporary_.emplace(target_);
+  descriptor_ = ::open(temporary_->name().c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode);
 }
 
 void OutputFile::flushBlock() {

@@ -36,7 +36,7 @@ TEST_F(OutputFileTest, AppearsWithItsTextOnlyAtCommit) {
   file.write("");
   file.write("two\n");
   EXPECT_FALSE(std::filesystem::exists(name()));
-  EXPECT_TRUE(std::filesystem::exists(name() + ".tmp-" + std::to_string(getpid())));
+  EXPECT_EQ(folder_.entries(), 1U);
   file.commit();
   EXPECT_EQ(bytesOf(name()), "one\ntwo\n");
   EXPECT_EQ(folder_.entries(), 1U);
@@ -174,14 +174,74 @@ TEST_F(OutputFileTest, NameThatCannotBeMadeIsRefusedAtOnce) {
   EXPECT_EQ(errorOfWriting(folder_.path(), ""), folder_.path() + ": cannot open: Is a directory");
   EXPECT_EQ(errorOfWriting("", ""), ": cannot open: No such file or directory");
   const std::string path = folder_.file("none/out");
-  EXPECT_EQ(errorOfWriting(path, ""), path + ": cannot make " + path + ".tmp-" +
-                                          std::to_string(getpid()) + ": No such file or directory");
+  EXPECT_EQ(errorOfWriting(path, ""), path + ": cannot open: No such file or directory");
 }
 
-TEST_F(OutputFileTest, SameNameTwiceAtOnceIsRefused) {
+TEST_F(OutputFileTest, OfTwoFilesOfOneNameTheLastOneStays) {
   OutputFile first(name());
-  EXPECT_NE(errorOfWriting(name(), "").find("File exists"), std::string::npos);
+  OutputFile second(name());
+  first.write("first");
+  second.write("second");
   first.commit();
+  second.commit();
+  EXPECT_EQ(bytesOf(name()), "second");
+  EXPECT_EQ(folder_.entries(), 1U);
+}
+
+TEST_F(OutputFileTest, FinishedFileAppearsAtCommit) {
+  OutputFile file(name());
+  file.write("text");
+  file.finish();
+  EXPECT_FALSE(std::filesystem::exists(name()));
+  file.commit();
+  EXPECT_EQ(bytesOf(name()), "text");
+}
+
+mode_t modeOf(const std::string& path) {
+  struct stat status;
+  return stat(path.c_str(), &status) == 0 ? status.st_mode & ALLPERMS : 0;
+}
+
+TEST_F(OutputFileTest, ReplacedFileHandsItsPermissionsOn) {
+  const mode_t before = umask(027);
+  EXPECT_EQ(errorOfWriting(name(), "new"), "");
+  EXPECT_EQ(modeOf(name()), 0640U);
+  for (const mode_t mode : {0600U, 0666U, 0755U}) {
+    chmod(name().c_str(), mode);
+    EXPECT_EQ(errorOfWriting(name(), "again"), "");
+    EXPECT_EQ(modeOf(name()), mode);
+  }
+  umask(before);
+}
+
+TEST_F(OutputFileTest, ReadOnlyFileIsNotReplaced) {
+  store(name(), "old");
+  chmod(name().c_str(), 0444);
+  EXPECT_EQ(errorOfWriting(name(), "new"), name() + ": cannot open: Permission denied");
+  EXPECT_EQ(bytesOf(name()), "old");
+  EXPECT_EQ(folder_.entries(), 1U);
+}
+
+TEST_F(OutputFileTest, DanglingLinkStaysAndItsTargetIsMade) {
+  std::filesystem::create_directory(folder_.file("a"));
+  std::filesystem::create_symlink("a/target", folder_.file("second"));
+  std::filesystem::create_symlink("second", folder_.file("first"));
+  EXPECT_EQ(errorOfWriting(folder_.file("first"), "new"), "");
+  EXPECT_TRUE(std::filesystem::is_symlink(folder_.file("first")));
+  EXPECT_EQ(bytesOf(folder_.file("a/target")), "new");
+}
+
+TEST_F(OutputFileTest, LinkInACircleIsAnError) {
+  std::filesystem::create_symlink("out", name());
+  EXPECT_NE(errorOfWriting(name(), "new"), "");
+  EXPECT_TRUE(std::filesystem::is_symlink(name()));
+  EXPECT_EQ(folder_.entries(), 1U);
+}
+
+TEST_F(OutputFileTest, NameAsLongAsTheSystemTakesWorks) {
+  const std::string path = folder_.file(std::string(255, 'x'));
+  EXPECT_EQ(errorOfWriting(path, "text"), "");
+  EXPECT_EQ(bytesOf(path), "text");
 }
 
 TEST_F(OutputFileTest, FailedRenameIsAnErrorAndLeavesNothing) {

@@ -2,16 +2,16 @@
 #pragma once
 
 #include <span>
-#include <string>
 
+#include "seqio/output_directory.h"
 #include "training/model_card.h"
 #include "training/trainer.h"
 
 namespace velto {
 
-// Writes the files of all decoders and `model.json` into an existing folder. Throws OutputError;
+// Writes the files of all decoders and `model.json`. Throws OutputError;
 // std::runtime_error when an input file cannot be read again for its checksum.
 void writeModelDirectory(const CardFacts& facts, std::span<const TrainedDecoder> decoders,
-                         const std::string& directory);
+                         OutputDirectory& output);
 
 }  // namespace velto

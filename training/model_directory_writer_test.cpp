@@ -35,7 +35,9 @@ TEST_F(ModelDirectoryWriter, WritesTheFilesOfEveryDecoderAndJoinsTheirCards) {
   CardFacts facts;
   facts.version = "0.0";
   facts.seed = 7;
-  writeModelDirectory(facts, decoders, directory_.string());
+  OutputDirectory output(directory_.string());
+  writeModelDirectory(facts, decoders, output);
+  output.commit();
   EXPECT_EQ(contents("a.txt"), "1\n");
   EXPECT_TRUE(fs::exists(directory_ / "sub" / "b.txt"));
   EXPECT_EQ(contents("sub/c.bin"), std::string("\0z", 2));

@@ -1,9 +1,9 @@
 #include "workbench/check_model.h"
 
-#include <iostream>
 #include <memory>
 #include <string>
 
+#include "seqio/output_file.h"
 #include "velto/velto.h"
 
 namespace velto {
@@ -15,7 +15,9 @@ void addCheckModelCommand(CLI::App& app) {
   command->add_option("DIR", *directory, "Model directory")->required();
   command->callback([directory] {
     const Predictor predictor(*directory);
-    std::cout << *directory << ": all 16 models are whole and regular\n";
+    OutputFile report("-");
+    report.write(*directory + ": all 16 models are whole and regular\n");
+    report.commit();
   });
 }
 

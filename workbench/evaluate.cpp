@@ -1,15 +1,18 @@
 // 1. Reads  2. Models  3. Output  4. Options
 #include "workbench/evaluate.h"
 
+#include <filesystem>
 #include <memory>
 #include <sstream>
+#include <system_error>
 
-#include "seqio/output_file.h"
 #include "evaluation/evaluation.h"
 #include "evaluation/evaluation_plots.h"
 #include "evaluation/evaluation_report.h"
 #include "evaluation/model_predictor.h"
 #include "evaluation/rate_series.h"
+#include "seqio/output_set.h"
+#include "workbench/file_options.h"
 #include "workbench/sampling_options.h"
 
 namespace velto {
@@ -123,21 +126,44 @@ std::vector<std::pair<std::string, std::string>> inputOf(const EvaluateOptions& 
   return input;
 }
 
-void writeFile(const std::string& path, const std::string& text) {
-  OutputFile file(path, OutputFile::Format::kPlain);
-  file.write(text);
-  file.commit();
+std::string plotPath(const EvaluateOptions& options, const Plot& plot) {
+  return options.plotsPath + "/" + plot.fileName;
 }
 
-void writeReport(const EvaluationReport& report, const EvaluateOptions& options) {
-  if (!options.plotsPath.empty()) writePlots(report, options.plotsPath);
-  if (!options.jsonPath.empty()) writeFile(options.jsonPath, reportJson(report));
-  if (options.jsonPath != "-") writeFile("-", reportText(report));
+// What is asked for, opened before the work, which may take long.
+struct Outputs {
+  OutputSet files;
+  OutputFile* tables = nullptr;  // null: not wanted
+  OutputFile* json = nullptr;
+  std::vector<OutputFile*> plots;  // by kPlots; empty: not wanted
+};
+
+void makeFolder(const std::string& path) {
+  std::error_code error;
+  std::filesystem::create_directories(path, error);
+  if (error) throw OutputError(path, "cannot make the folder", error.value());
+}
+
+void openOutputs(const EvaluateOptions& options, Outputs& outputs) {
+  if (options.jsonPath != "-") outputs.tables = &outputs.files.add("-");
+  if (!options.jsonPath.empty()) outputs.json = &outputs.files.add(options.jsonPath);
+  if (options.plotsPath.empty()) return;
+  makeFolder(options.plotsPath);
+  for (const Plot& plot : kPlots) {
+    outputs.plots.push_back(&outputs.files.add(plotPath(options, plot)));
+  }
+}
+
+void writeReport(const EvaluationReport& report, Outputs& outputs) {
+  if (outputs.tables != nullptr) outputs.tables->write(reportText(report));
+  if (outputs.json != nullptr) outputs.json->write(reportJson(report));
+  for (std::size_t i = 0; i < outputs.plots.size(); ++i) {
+    outputs.plots[i]->write(kPlots[i].draw(report));
+  }
+  outputs.files.commit();
 }
 
 // ---- 4. Options
-
-constexpr char kReadsOption[] = "--read-count";
 
 // The options as they are written on the command line.
 struct CommandLine {
@@ -160,16 +186,28 @@ void checkSources(const EvaluateOptions& options) {
 // Options of the simulation mean nothing for reads that are given.
 void checkGivenReads(const CLI::App& command) {
   for (const char* option : {"--preset", "--rates", "--length", "--full-length", "--per-transcript",
-                             kReadsOption, "--indel-scale"}) {
+                             "--read-count", "--indel-scale"}) {
     if (command.count(option) > 0) throw CLI::ExcludesError("--reads", option);
   }
+}
+
+void checkFiles(const EvaluateOptions& options) {
+  std::vector<std::string> inputs = {options.readsPath, options.truthPath};
+  inputs.insert(inputs.end(), options.codingFiles.begin(), options.codingFiles.end());
+  inputs.insert(inputs.end(), options.noncodingFiles.begin(), options.noncodingFiles.end());
+  std::vector<std::string> outputs = {options.jsonPath == "-" ? "" : "-", options.jsonPath};
+  if (!options.plotsPath.empty()) {
+    for (const Plot& plot : kPlots) outputs.push_back(plotPath(options, plot));
+  }
+  requireDistinctFiles(inputs, outputs);
 }
 
 void run(const CLI::App& command, CommandLine& line) {
   EvaluateOptions& options = line.options;
   checkSources(options);
+  checkFiles(options);
   if (!options.readsPath.empty()) checkGivenReads(command);
-  options.sampling = parseSampling(command, line.sampling, kReadsOption);
+  options.sampling = parseSampling(command, line.sampling);
   options.sampling.rates = scaleIndels(options.sampling.rates, line.indelScale);
   if (!options.sampling.rates.valid()) {
     throw CLI::ValidationError("--indel-scale", "the error rates would sum up to more than 1");
@@ -180,6 +218,8 @@ void run(const CLI::App& command, CommandLine& line) {
 }  // namespace
 
 void evaluate(const EvaluateOptions& options) {
+  Outputs outputs;
+  openOutputs(options, outputs);
   const std::vector<ReadSet> sets = readSets(options);
   EvaluationReport report;
   report.input = inputOf(options);
@@ -192,7 +232,7 @@ void evaluate(const EvaluateOptions& options) {
     report.differences =
         pairedBootstrap(first.byTranscript, second.byTranscript, options.sampling.seed);
   }
-  writeReport(report, options);
+  writeReport(report, outputs);
 }
 
 void addEvaluateCommand(CLI::App& app) {
@@ -202,17 +242,20 @@ void addEvaluateCommand(CLI::App& app) {
   command->add_option("-d,--model", options.modelDirectory, "Model directory")->required();
   command->add_option("--compare", options.compareDirectory,
                       "Second model directory, judged by the same reads");
-  command->add_option("--reads", options.readsPath, "Labelled reads; needs --truth");
-  command->add_option("--truth", options.truthPath, "Their truth table, from velto simulate");
+  command->add_option("--reads", options.readsPath, "Labelled reads; needs --truth")
+      ->check(fileName());
+  command->add_option("--truth", options.truthPath, "Their truth table, from velto simulate")
+      ->check(fileName());
   command->add_option("--coding", options.codingFiles,
                       "Simulate reads from these coding transcripts (FASTA)");
   command->add_option("--noncoding", options.noncodingFiles,
                       "Simulate reads from these non-coding transcripts (FASTA)");
-  addSamplingOptions(*command, line->sampling, kReadsOption);
+  addSamplingOptions(*command, line->sampling);
   command->add_option("--indel-scale", line->indelScale, "Factor of both indel rates [1]")
       ->check(CLI::NonNegativeNumber);
-  command->add_option("--json", options.jsonPath, "JSON file; - for standard output, no tables");
-  command->add_option("--plots", options.plotsPath, "Folder for plots as SVG");
+  command->add_option("--json", options.jsonPath, "JSON file; - for standard output, no tables")
+      ->check(fileName());
+  command->add_option("--plots", options.plotsPath, "Folder for plots as SVG")->check(fileName());
   command->add_option("-t,--threads", options.threads, "Threads [all processors]")
       ->check(CLI::PositiveNumber);
   command->callback([command, line] { run(*command, *line); });

@@ -70,8 +70,8 @@ TEST_F(Evaluate, TablesGoToStandardOutput) {
 }
 
 TEST_F(Evaluate, ReadsWrittenBySimulateGiveTheFiguresOfTheSameOptions) {
-  ASSERT_EQ(run({"simulate", "--preset", "nanopore", "--reads", "40", "--seed", "9", "coding.fa",
-                 "--noncoding", "noncoding.fa", "-o", "r.fa", "--truth", "t.tsv"})
+  ASSERT_EQ(run({"simulate", "--preset", "nanopore", "--read-count", "40", "--seed", "9",
+                 "coding.fa", "--noncoding", "noncoding.fa", "-o", "r.fa", "--truth", "t.tsv"})
                 .status,
             0);
   const auto direct =
@@ -143,6 +143,27 @@ TEST_F(Evaluate, ModelThatCannotBeReadFailsByName) {
 TEST_F(Evaluate, OutputThatCannotBeWrittenFails) {
   EXPECT_EQ(evaluate({"--json", "missing/out.json"}).status, 1);
   EXPECT_EQ(evaluate({"--plots", "coding.fa"}).status, 1);
+}
+
+TEST_F(Evaluate, OutputThatIsAnInputIsRefusedAndTheInputStays) {
+  const std::string before = test::readFile(path("coding.fa"));
+  EXPECT_EQ(evaluate({"--json", "coding.fa"}).status, 2);
+  EXPECT_EQ(test::readFile(path("coding.fa")), before);
+  EXPECT_EQ(evaluate({"--json", "/dev/stdout"}).status, 2);
+  EXPECT_EQ(evaluate({"--json", "p/accuracy-by-class.svg", "--plots", "p"}).status, 2);
+}
+
+TEST_F(Evaluate, FailedRunLeavesEarlierOutputsAsTheyWere) {
+  test::writeFile(path("plots/shift-distance.svg"), "old");
+  test::writeFile(path("out.json"), "old");
+  EXPECT_EQ(evaluate({"--plots", "plots", "--json", "/dev/full"}).status, 1);
+  EXPECT_EQ(test::readFile(path("plots/shift-distance.svg")), "old");
+  const auto full = test::runProcess(
+      "/bin/bash",
+      {"-c", VELTO_PROGRAM " evaluate -d model --coding coding.fa --json out.json > /dev/full"},
+      directory_.path());
+  EXPECT_EQ(full.status, 1);
+  EXPECT_EQ(test::readFile(path("out.json")), "old");
 }
 
 TEST_F(Evaluate, WrongCommandLinesAreUsageErrors) {

@@ -82,7 +82,7 @@ std::vector<Transcript> loadSources(const std::vector<std::string>& codingFiles,
   return transcripts;
 }
 
-void addSamplingOptions(CLI::App& command, SamplingLine& line, const std::string& readsOption) {
+void addSamplingOptions(CLI::App& command, SamplingLine& line) {
   auto* preset = command.add_option("--preset", line.preset,
                                     "Error rates: clean, est, mild or nanopore [est]");
   command
@@ -93,7 +93,8 @@ void addSamplingOptions(CLI::App& command, SamplingLine& line, const std::string
                                      "Fragment length in template bases, MIN-MAX [300-800]");
   command.add_flag("--full-length", line.fullLength, "Whole transcripts")->excludes(lengths);
   auto* reads =
-      command.add_option(readsOption, line.reads, "Number of reads, each from a random transcript")
+      command
+          .add_option("--read-count", line.reads, "Number of reads, each from a random transcript")
           ->check(CLI::NonNegativeNumber);
   command.add_option("--per-transcript", line.perTranscript, "Reads of each transcript [1]")
       ->check(CLI::PositiveNumber)
@@ -102,12 +103,11 @@ void addSamplingOptions(CLI::App& command, SamplingLine& line, const std::string
       ->check(CLI::NonNegativeNumber);
 }
 
-ReadSampling parseSampling(const CLI::App& command, const SamplingLine& line,
-                           const std::string& readsOption) {
+ReadSampling parseSampling(const CLI::App& command, const SamplingLine& line) {
   ReadSampling sampling;
   sampling.rates = line.rates.empty() ? ratesOfPreset(line.preset) : parseRates(line.rates);
   if (!line.fullLength) sampling.lengths = parseLengths(line.lengths);
-  if (command.count(readsOption) > 0) sampling.reads = line.reads;
+  if (command.count("--read-count") > 0) sampling.reads = line.reads;
   sampling.perTranscript = line.perTranscript;
   sampling.seed = line.seed;
   return sampling;

@@ -21,13 +21,11 @@ struct SamplingLine {
   std::uint64_t seed = 1;
 };
 
-// Adds --preset, --rates, --length, --full-length, --per-transcript, --seed, and under the name
-// `readsOption` the number of reads.
-void addSamplingOptions(CLI::App& command, SamplingLine& line, const std::string& readsOption);
+// Adds --preset, --rates, --length, --full-length, --read-count, --per-transcript and --seed.
+void addSamplingOptions(CLI::App& command, SamplingLine& line);
 
 // The plan these options stand for. Throws CLI::ValidationError naming the option at fault.
-ReadSampling parseSampling(const CLI::App& command, const SamplingLine& line,
-                           const std::string& readsOption);
+ReadSampling parseSampling(const CLI::App& command, const SamplingLine& line);
 
 // The accepted records of both kinds, coding ones first. Refused records are counted on standard
 // error. Throws InputError when a file cannot be read, std::runtime_error when nothing is left.

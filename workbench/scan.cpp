@@ -5,9 +5,9 @@
 
 #include <algorithm>
 #include <chrono>
+#include <cmath>
 #include <functional>
 #include <iostream>
-#include <map>
 #include <memory>
 #include <optional>
 #include <string>
@@ -24,9 +24,10 @@
 #include "batch/formats/tsv_rows.h"
 #include "batch/scan_pipeline.h"
 #include "seqio/input_error.h"
-#include "seqio/output_file.h"
+#include "seqio/output_set.h"
 #include "velto/velto.h"
 #include "workbench/default_model.h"
+#include "workbench/file_options.h"
 
 namespace velto {
 namespace {
@@ -60,35 +61,20 @@ struct CommandLine {
 
 // ---- 1. Outputs
 
-// The files of a run, which get their names together at its end.
-class Outputs {
- public:
+struct Outputs {
   using Append = std::function<void(const ScannedRead&, std::string&)>;
 
-  // Opens the output unless `path` is empty. Throws OutputError.
+  // Opens an output of rows unless `path` is empty. Throws OutputError.
   void add(const std::string& path, const std::string& header, Append append) {
     if (path.empty()) return;
-    files_.push_back(std::make_unique<OutputFile>(path));
-    files_.back()->write(header);
-    outputs_.push_back({*files_.back(), std::move(append)});
+    OutputFile& file = files.add(path);
+    file.write(header);
+    rows.push_back({file, std::move(append)});
   }
 
-  std::vector<ScanOutput>& list() { return outputs_; }
-
-  void commit() {
-    for (const auto& file : files_) file->commit();
-  }
-
-  // After a failure: streams get what was finished, files never get their names.
-  void commitStreams() {
-    for (const auto& file : files_) {
-      if (file->isDirect()) file->commit();
-    }
-  }
-
- private:
-  std::vector<std::unique_ptr<OutputFile>> files_;
-  std::vector<ScanOutput> outputs_;
+  OutputSet files;
+  std::vector<ScanOutput> rows;
+  OutputFile* summary = nullptr;  // null: not wanted
 };
 
 void openOutputs(const CommandLine& line, Letters letters, Outputs& outputs) {
@@ -104,6 +90,7 @@ void openOutputs(const CommandLine& line, Letters letters, Outputs& outputs) {
   outputs.add(line.scores, "", [letters](const ScannedRead& read, std::string& text) {
     appendScoreRows(read, letters, text);
   });
+  if (!line.summary.empty()) outputs.summary = &outputs.files.add(line.summary);
 }
 
 // ---- 2. Progress
@@ -155,18 +142,11 @@ ScanOptions scanOptions(const CommandLine& line) {
 
 ScanCounts scanInto(const Predictor& predictor, const ScanOptions& options, Outputs& outputs) {
   try {
-    return scanReads(predictor, options, outputs.list());
+    return scanReads(predictor, options, outputs.rows);
   } catch (const InputError&) {
-    outputs.commitStreams();
+    outputs.files.finishStreams();
     throw;
   }
-}
-
-void writeSummary(const std::string& path, const ScanRun& run, const ScanCounts& counts) {
-  if (path.empty()) return;
-  OutputFile file(path);
-  file.write(summaryJson(run, counts));
-  file.commit();
 }
 
 void scan(const CommandLine& line) {
@@ -178,40 +158,44 @@ void scan(const CommandLine& line) {
   Outputs outputs;
   openOutputs(line, options.predict.letters, outputs);
   const ScanCounts counts = scanInto(predictor, options, outputs);
-  outputs.commit();
   const double seconds = std::chrono::duration<double>(Clock::now() - begin).count();
-  writeSummary(line.summary, {VELTO_VERSION, directory, line.inputs, options.threads, seconds},
-               counts);
+  if (outputs.summary != nullptr) {
+    const ScanRun run{VELTO_VERSION, directory, line.inputs, options.threads, seconds};
+    outputs.summary->write(summaryJson(run, counts));
+  }
+  outputs.files.commit();
   if (line.progress) ProgressLine::clear();
   if (!line.quiet) std::cerr << "velto scan: " << countsText(counts, seconds) << "\n";
 }
 
 // ---- 4. Options
 
-void requireDifferentOutputs(const CommandLine& line) {
-  std::map<std::string, int> uses;
-  for (const std::string* path : {&line.tsv, &line.gff3, &line.bed, &line.cds, &line.protein,
-                                  &line.json, &line.scores, &line.summary}) {
-    if (!path->empty() && ++uses[*path] == 2 && *path != "/dev/null") {
-      const std::string name = *path == "-" ? "standard output" : "'" + *path + "'";
-      throw CLI::ValidationError("two outputs go to " + name);
-    }
-  }
+// "nan" and "inf" read as numbers too.
+CLI::Validator finiteNumber() {
+  const auto check = [](const std::string& text) -> std::string {
+    double value = 0.0;
+    const bool good = CLI::detail::lexical_cast(text, value) && std::isfinite(value);
+    return good ? "" : "'" + text + "' is not a finite number";
+  };
+  return CLI::Validator(check, "");
 }
 
 void addOutputOptions(CLI::App& command, CommandLine& line) {
-  command.add_option("-o,--output", line.tsv, "Table of all reads, '-' for standard output")
+  const auto add = [&command](const char* name, std::string& path, const char* meaning) {
+    return command.add_option(name, path, meaning)->check(fileName());
+  };
+  add("-o,--output", line.tsv, "Table of all reads, '-' for standard output")
       ->capture_default_str();
-  command.add_option("--gff3", line.gff3, "Coding regions as GFF3");
-  command.add_option("--bed", line.bed, "Coding regions as BED12");
-  command.add_option("--cds", line.cds, "Corrected coding sequences as FASTA");
-  command.add_option("--protein", line.protein, "Proteins as FASTA");
+  add("--gff3", line.gff3, "Coding regions as GFF3");
+  add("--bed", line.bed, "Coding regions as BED12");
+  add("--cds", line.cds, "Corrected coding sequences as FASTA");
+  add("--protein", line.protein, "Proteins as FASTA");
   command.add_option("--stops", line.stops, "Inner stops of proteins: '*', 'X' or split there")
       ->check(CLI::IsMember(kInnerStops))
       ->capture_default_str();
-  command.add_option("--json", line.json, "All reads as JSON Lines");
-  command.add_option("--scores", line.scores, "Window scores, one row per base");
-  command.add_option("--summary", line.summary, "Counts of the run as JSON");
+  add("--json", line.json, "All reads as JSON Lines");
+  add("--scores", line.scores, "Window scores, one row per base");
+  add("--summary", line.summary, "Counts of the run as JSON");
 }
 
 }  // namespace
@@ -230,12 +214,14 @@ void addScanCommand(CLI::App& app) {
   command->add_option("--strand", line->strand, "Strand to predict on")
       ->check(CLI::IsMember({"plus", "minus", "both"}))
       ->capture_default_str();
-  command->add_option("--min-score", line->minScore, "Report no coding region below this score");
+  command->add_option("--min-score", line->minScore, "Report no coding region below this score")
+      ->check(finiteNumber());
   command->add_flag("--exact-case", line->exactCase, "Only upper-case A, C, G, T are bases");
   command->add_flag("--quiet", line->quiet, "No counts at the end");
   command->add_flag("--progress", line->progress, "Show the progress on standard error");
   command->callback([line] {
-    requireDifferentOutputs(*line);
+    requireDistinctFiles(line->inputs, {line->tsv, line->gff3, line->bed, line->cds, line->protein,
+                                        line->json, line->scores, line->summary});
     scan(*line);
   });
 }

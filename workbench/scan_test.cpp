@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <csignal>
 #include <filesystem>
 #include <nlohmann/json.hpp>
 #include <sstream>
@@ -377,6 +378,83 @@ TEST_F(ScanTest, AnEarlierFileOfTheNameOutlivesAFailure) {
   EXPECT_EQ(filesInWork(), 1U);
 }
 
+TEST_F(ScanTest, OutputThatIsAnInputIsRefusedAndTheInputStays) {
+  const std::string fasta = ">a\nACGT\n";
+  test::writeFile(work.file("in.fa"), fasta);
+  for (const char* option :
+       {"-o", "--gff3", "--bed", "--cds", "--protein", "--json", "--scores", "--summary"}) {
+    const ProcessResult result = scan({"in.fa", option, "./in.fa"});
+    EXPECT_EQ(result.status, 2) << option;
+    EXPECT_EQ(result.err,
+              "velto: the output './in.fa' would overwrite the input 'in.fa'\n"
+              "Run with --help for more information.\n");
+    EXPECT_EQ(file("in.fa"), fasta);
+  }
+  EXPECT_EQ(filesInWork(), 1U);
+}
+
+TEST_F(ScanTest, OutputThatFailsLeavesTheOthersAsTheyWere) {
+  test::writeFile(work.file("t.tsv"), "old\n");
+  for (const std::vector<std::string>& failing : {std::vector<std::string>{"--gff3", "/dev/full"},
+                                                  {"--summary", "none/summary"},
+                                                  {"--summary", "/dev/full"}}) {
+    std::vector<std::string> arguments = {readsFile(), "-o", "t.tsv", "--cds", "c.fa"};
+    arguments.insert(arguments.end(), failing.begin(), failing.end());
+    EXPECT_EQ(scan(arguments).status, 1);
+    EXPECT_EQ(file("t.tsv"), "old\n");
+    EXPECT_EQ(filesInWork(), 1U);
+  }
+}
+
+TEST_F(ScanTest, SignalEndsTheRunAndLeavesNoFile) {
+  for (const std::string name : {"HUP", "INT", "TERM"}) {
+    // The run waits for its input; its outputs are open once there are two more files.
+    const ProcessResult result =
+        shell("set -m; mkfifo pipe; sleep 60 > pipe & " VELTO_PROGRAM " scan -d " +
+              data().directory.file("model") +
+              " pipe -o t.tsv --gff3 g.gff3 & "
+              "until [ $(ls | wc -l) = 3 ]; do sleep 0.05; done; kill -" +
+              name +
+              " %2; wait %2; "
+              "echo $?; kill %1; rm pipe; ls");
+    const int number = name == "HUP" ? SIGHUP : name == "INT" ? SIGINT : SIGTERM;
+    EXPECT_EQ(result.out, std::to_string(128 + number) + "\n") << result.err;
+  }
+}
+
+TEST_F(ScanTest, MessagesDoNotGoIntoAFileWhenStandardErrorIsClosed) {
+  const std::string command = std::string(VELTO_PROGRAM) + " scan -d " +
+                              data().directory.file("model") + " " + readsFile() + " -o ";
+  ASSERT_EQ(shell(command + "open").status, 0);
+  ASSERT_EQ(shell(command + "closed 2>&- >&- <&-").status, 0);
+  EXPECT_EQ(file("closed"), file("open"));
+}
+
+TEST_F(ScanTest, FullDeviceIsAnErrorOfEveryCommand) {
+  const std::string model = data().directory.file("model");
+  for (const std::string& command :
+       {"check-model " + model, std::string("--version"), std::string("--help"),
+        std::string("scan --help"), "scan -d " + model + " " + readsFile()}) {
+    const ProcessResult result = shell(std::string(VELTO_PROGRAM) + " " + command + " > /dev/full");
+    EXPECT_EQ(result.status, 1) << command;
+    EXPECT_EQ(result.err, "velto: standard output: cannot write: No space left on device\n");
+  }
+}
+
+TEST_F(ScanTest, ArgumentWithoutMeaningIsNamed) {
+  const auto errorOf = [&](const std::vector<std::string>& arguments) {
+    const ProcessResult result = test::runProcess(VELTO_PROGRAM, arguments, work.path());
+    EXPECT_EQ(result.status, 2);
+    return result.err.substr(0, result.err.find('\n'));
+  };
+  EXPECT_EQ(errorOf({"frob"}), "velto: there is no subcommand 'frob'");
+  EXPECT_EQ(errorOf({"--nosuch"}), "velto: there is no option '--nosuch'");
+  EXPECT_EQ(errorOf({"scan", "--nosuch"}), "velto: there is no option '--nosuch'");
+  EXPECT_EQ(errorOf({"scan", "--nosuch=1", "r.fa"}), "velto: there is no option '--nosuch=1'");
+  EXPECT_EQ(errorOf({"check-model", "a", "b"}), "velto: 'b' is one argument too many");
+  EXPECT_EQ(errorOf({"scan"}), "velto: FILE is required");
+}
+
 TEST_F(ScanTest, ClosedPipeEndsQuietly) {
   const ProcessResult result =
       shell(std::string(VELTO_PROGRAM) + " scan -d " + data().directory.file("model") + " " +
@@ -400,7 +478,16 @@ TEST_F(ScanTest, BadCommandLinesHaveStatus2) {
   EXPECT_EQ(scan({readsFile(), "--strand", "up"}).status, 2);
   EXPECT_EQ(scan({readsFile(), "-t", "0"}).status, 2);
   EXPECT_EQ(scan({readsFile(), "--gff3", "-"}).status, 2);
-  EXPECT_EQ(scan({readsFile(), "--gff3", "a", "--bed", "a"}).status, 2);
+  EXPECT_EQ(scan({readsFile(), "--gff3", "a", "--bed", "./a"}).status, 2);
+  EXPECT_EQ(scan({readsFile(), "--gff3", "/dev/stdout"}).status, 2);
+  EXPECT_EQ(scan({"-", "-"}).status, 2);
+  for (const char* option : {"-o", "--gff3", "--summary"}) {
+    EXPECT_EQ(scan({readsFile(), option, ""}).status, 2);
+  }
+  for (const char* score : {"nan", "inf", "1e999", "x", ""}) {
+    EXPECT_EQ(scan({readsFile(), "--min-score", score}).status, 2) << score;
+  }
+  EXPECT_EQ(filesInWork(), 0U);
 }
 
 TEST_F(ScanTest, ModelOfTheWorkingDirectoryIsTheDefault) {

@@ -2,10 +2,10 @@
 
 #include <cstdint>
 #include <memory>
-#include <optional>
 
-#include "seqio/output_file.h"
+#include "seqio/output_set.h"
 #include "simulation/truth_table.h"
+#include "workbench/file_options.h"
 #include "workbench/sampling_options.h"
 
 namespace velto {
@@ -14,8 +14,6 @@ namespace {
 std::string fastaRecord(const SimulatedRead& read, const std::string& name) {
   return ">" + name + " " + read.source->name + "\n" + baseLetters(read.bases) + "\n";
 }
-
-constexpr char kReadsOption[] = "--reads";
 
 // The options as they are written on the command line.
 struct CommandLine {
@@ -28,33 +26,30 @@ void run(const CLI::App& command, CommandLine& line) {
   if (options.codingFiles.empty() && options.noncodingFiles.empty()) {
     throw CLI::RequiredError("FILE or --noncoding");
   }
-  if (options.truthPath == options.fastaPath) {
-    throw CLI::ValidationError("--truth", "the reads go to the same file");
-  }
-  options.sampling = parseSampling(command, line.sampling, kReadsOption);
+  std::vector<std::string> inputs = options.codingFiles;
+  inputs.insert(inputs.end(), options.noncodingFiles.begin(), options.noncodingFiles.end());
+  requireDistinctFiles(inputs, {options.fastaPath, options.truthPath});
+  options.sampling = parseSampling(command, line.sampling);
   simulate(options);
 }
 
 }  // namespace
 
 void simulate(const SimulateOptions& options) {
+  OutputSet outputs;
+  OutputFile& fasta = outputs.add(options.fastaPath);
+  OutputFile* truth = options.truthPath.empty() ? nullptr : &outputs.add(options.truthPath);
   const std::vector<Transcript> transcripts =
       loadSources(options.codingFiles, options.noncodingFiles);
-  OutputFile fasta(options.fastaPath);
-  std::optional<OutputFile> truth;
-  if (!options.truthPath.empty()) {
-    truth.emplace(options.truthPath);
-    truth->write(truthHeader());
-  }
+  if (truth != nullptr) truth->write(truthHeader());
   const std::uint64_t count = readCount(options.sampling, transcripts.size());
   for (std::uint64_t index = 0; index < count; ++index) {
     const SimulatedRead read = sampleRead(options.sampling, transcripts, index);
     const std::string name = sampledReadName(index);
     fasta.write(fastaRecord(read, name));
-    if (truth) truth->write(truthLine(truthOf(read, name)));
+    if (truth != nullptr) truth->write(truthLine(truthOf(read, name)));
   }
-  fasta.commit();
-  if (truth) truth->commit();
+  outputs.commit();
 }
 
 void addSimulateCommand(CLI::App& app) {
@@ -66,9 +61,11 @@ void addSimulateCommand(CLI::App& app) {
                       "FASTA files of coding transcripts (CDS=a-b or |CDS:a-b| in the header)");
   command->add_option("--noncoding", options.noncodingFiles,
                       "FASTA files of non-coding transcripts");
-  addSamplingOptions(*command, line->sampling, kReadsOption);
-  command->add_option("-o,--output", options.fastaPath, "Reads as FASTA [standard output]");
-  command->add_option("--truth", options.truthPath, "Truth table, tab-separated");
+  addSamplingOptions(*command, line->sampling);
+  command->add_option("-o,--output", options.fastaPath, "Reads as FASTA [standard output]")
+      ->check(fileName());
+  command->add_option("--truth", options.truthPath, "Truth table, tab-separated")
+      ->check(fileName());
   command->callback([command, line] { run(*command, *line); });
 }
 

@@ -84,7 +84,8 @@ TEST_F(Simulate, RatesOfOneReplaceOrDropEveryBase) {
 }
 
 TEST_F(Simulate, SameSeedGivesTheSameBytesAndAnotherSeedOthers) {
-  const std::string options = "simulate --reads 50 --length 5-12 coding.fa --truth t.tsv --seed ";
+  const std::string options =
+      "simulate --read-count 50 --length 5-12 coding.fa --truth t.tsv --seed ";
   const Outcome first = run(options + "7");
   const std::string truth = contents(path("t.tsv"));
   const Outcome again = run(options + "7");
@@ -94,8 +95,8 @@ TEST_F(Simulate, SameSeedGivesTheSameBytesAndAnotherSeedOthers) {
 }
 
 TEST_F(Simulate, EarlierReadsDoNotDependOnTheirNumber) {
-  const std::string few = run("simulate --reads 5 --length 5-12 coding.fa").out;
-  const std::string many = run("simulate --reads 50 --length 5-12 coding.fa").out;
+  const std::string few = run("simulate --read-count 5 --length 5-12 coding.fa").out;
+  const std::string many = run("simulate --read-count 50 --length 5-12 coding.fa").out;
   EXPECT_EQ(many.substr(0, few.size()), few);
 }
 
@@ -140,23 +141,50 @@ TEST_F(Simulate, FailureOfTheTruthTableLeavesNoReadsFile) {
   EXPECT_FALSE(fs::exists(path("r.fa")));
 }
 
+TEST_F(Simulate, OutputThatIsAnInputIsRefusedAndTheInputStays) {
+  const std::string before = contents(path("coding.fa"));
+  EXPECT_EQ(run("simulate coding.fa -o coding.fa").status, 2);
+  EXPECT_EQ(run("simulate coding.fa --noncoding noncoding.fa --truth ./noncoding.fa").status, 2);
+  EXPECT_EQ(contents(path("coding.fa")), before);
+  EXPECT_NE(contents(path("noncoding.fa")), "");
+}
+
+TEST_F(Simulate, FullDeviceLeavesTheOtherOutputAsItWas) {
+  write("r.fa", "old");
+  EXPECT_EQ(run("simulate coding.fa -o r.fa --truth /dev/full").status, 1);
+  EXPECT_EQ(contents(path("r.fa")), "old");
+}
+
 TEST_F(Simulate, ClosedPipeEndsQuietly) {
-  const Outcome outcome =
-      run("simulate --reads 100000 coding.fa 2> pipe_err | head -c 1 > /dev/null; cat pipe_err");
+  const Outcome outcome = run(
+      "simulate --read-count 100000 coding.fa 2> pipe_err | head -c 1 > /dev/null; cat pipe_err");
   EXPECT_EQ(outcome.out, "");
 }
 
 TEST_F(Simulate, WrongCommandLinesAreUsageErrors) {
-  for (const char* arguments :
-       {"", "nosuch", "simulate", "simulate --preset x coding.fa", "simulate --rates 1 coding.fa",
-        "simulate --rates 0.5,0.5,0.5,0 coding.fa", "simulate --rates=-1,0,0,0 coding.fa",
-        "simulate --length 5 coding.fa", "simulate --length 0-5 coding.fa",
-        "simulate --length 9-5 coding.fa", "simulate --length 5-9x coding.fa",
-        "simulate --full-length --length 5-9 coding.fa",
-        "simulate --preset est --rates 0,0,0,0 coding.fa",
-        "simulate --reads 1 --per-transcript 1 coding.fa", "simulate --reads -1 coding.fa",
-        "simulate --seed -1 coding.fa", "simulate --per-transcript 0 coding.fa",
-        "simulate --truth - coding.fa", "simulate --truth same -o same coding.fa"}) {
+  for (const char* arguments : {"",
+                                "nosuch",
+                                "simulate",
+                                "simulate --preset x coding.fa",
+                                "simulate --rates 1 coding.fa",
+                                "simulate --rates 0.5,0.5,0.5,0 coding.fa",
+                                "simulate --rates=-1,0,0,0 coding.fa",
+                                "simulate --length 5 coding.fa",
+                                "simulate --length 0-5 coding.fa",
+                                "simulate --length 9-5 coding.fa",
+                                "simulate --length 5-9x coding.fa",
+                                "simulate --full-length --length 5-9 coding.fa",
+                                "simulate --preset est --rates 0,0,0,0 coding.fa",
+                                "simulate --read-count 1 --per-transcript 1 coding.fa",
+                                "simulate --read-count -1 coding.fa",
+                                "simulate --seed -1 coding.fa",
+                                "simulate --per-transcript 0 coding.fa",
+                                "simulate --truth - coding.fa",
+                                "simulate --truth same -o ./same coding.fa",
+                                "simulate --truth '' coding.fa",
+                                "simulate -o '' coding.fa",
+                                "simulate --reads 5 coding.fa",
+                                "simulate - -"}) {
     const Outcome outcome = run(arguments);
     EXPECT_EQ(outcome.status, 2) << arguments;
     EXPECT_EQ(outcome.out, "") << arguments;

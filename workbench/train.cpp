@@ -10,6 +10,7 @@
 #include "simulation/transcript_file.h"
 #include "training/model_directory_writer.h"
 #include "training/trainer.h"
+#include "workbench/file_options.h"
 
 namespace velto {
 namespace {
@@ -73,7 +74,7 @@ void train(const TrainOptions& options) {
   const CardFacts facts{VELTO_VERSION,       commandText(options),   options.seed,
                         options.codingFiles, options.noncodingFiles, coding.counts,
                         noncoding.counts};
-  writeModelDirectory(facts, decoders, output.path());
+  writeModelDirectory(facts, decoders, output);
   output.commit();
 }
 
@@ -87,12 +88,19 @@ void addTrainCommand(CLI::App& app) {
   command
       ->add_option("--noncoding", options->noncodingFiles, "FASTA files of non-coding transcripts")
       ->required();
-  command->add_option("-o,--output", options->outputPath, "Model directory to make")->required();
+  command->add_option("-o,--output", options->outputPath, "Model directory to make")
+      ->required()
+      ->check(fileName());
   command->add_option("--seed", options->seed, "The same seed gives the same model [1]");
   command->add_option("-t,--threads", options->threads, "Threads [all]")
       ->check(CLI::PositiveNumber);
   command->add_flag("-q,--quiet", options->quiet, "No progress and no remarks");
-  command->callback([options] { train(*options); });
+  command->callback([options] {
+    std::vector<std::string> inputs = options->codingFiles;
+    inputs.insert(inputs.end(), options->noncodingFiles.begin(), options->noncodingFiles.end());
+    requireDistinctFiles(inputs, {});
+    train(*options);
+  });
 }
 
 }  // namespace velto

@@ -77,6 +77,7 @@ TEST_F(Train, WrongCommandLinesAreUsageErrors) {
   for (const char* arguments :
        {"", "--coding coding.fa -o model", "--coding coding.fa --noncoding noncoding.fa",
         "--coding coding.fa --noncoding noncoding.fa -o model -t 0",
+        "--coding coding.fa --noncoding noncoding.fa -o ''", "--coding - --noncoding - -o model",
         "--coding coding.fa --noncoding noncoding.fa -o model --seed x"}) {
     EXPECT_EQ(run(arguments), 2) << arguments;
   }

@@ -1,0 +1,61 @@
+#include "seqio/output_set.h"
+
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include "seqio/test_files.h"
+
+namespace velto {
+namespace {
+
+class OutputSetTest : public testing::Test {
+ protected:
+  std::string one() const { return folder_.file("one"); }
+  std::string two() const { return folder_.file("two"); }
+  TestFolder folder_;
+};
+
+TEST_F(OutputSetTest, AllFilesAppearAtCommit) {
+  OutputSet outputs;
+  OutputFile& first = outputs.add(one());
+  outputs.add(two(), OutputFile::Format::kGzip).write("2");
+  first.write("1");
+  EXPECT_EQ(folder_.entries(), 2U);  // the temporary ones
+  EXPECT_FALSE(std::filesystem::exists(one()));
+  outputs.commit();
+  EXPECT_EQ(bytesOf(one()), "1");
+  EXPECT_EQ(unpacked(two()), "2");
+  EXPECT_EQ(folder_.entries(), 2U);
+}
+
+TEST_F(OutputSetTest, OutputThatFailsLeavesTheOthersAsTheyWere) {
+  store(one(), "old");
+  for (const bool fullFirst : {true, false}) {
+    OutputSet outputs;
+    if (fullFirst) outputs.add("/dev/full").write("text");
+    outputs.add(one()).write("new");
+    outputs.add(two()).write("new");
+    if (!fullFirst) outputs.add("/dev/full").write("text");
+    EXPECT_THROW(outputs.commit(), OutputError);
+  }
+  EXPECT_EQ(bytesOf(one()), "old");
+  EXPECT_EQ(folder_.entries(), 1U);
+}
+
+TEST_F(OutputSetTest, AfterAFailureOnlyStreamsGetTheirText) {
+  store(two(), "");
+  const int descriptor = open(two().c_str(), O_WRONLY);
+  {
+    OutputSet outputs;
+    outputs.add(one()).write("1");
+    outputs.add("/dev/fd/" + std::to_string(descriptor)).write("2");
+    outputs.finishStreams();
+  }
+  close(descriptor);
+  EXPECT_EQ(bytesOf(two()), "2");
+  EXPECT_EQ(folder_.entries(), 1U);
+}
+
+}  // namespace
+}  // namespace velto
