@@ -1,15 +1,12 @@
 #include "simulation/labelled_read.h"
 
 #include <algorithm>
-#include <cerrno>
-#include <cstring>
-#include <fstream>
-#include <iostream>
 #include <unordered_map>
 #include <utility>
 
 #include "core/base_code.h"
 #include "seqio/record_reader.h"
+#include "seqio/text_input.h"
 
 namespace velto {
 
@@ -36,10 +33,8 @@ std::vector<LabelledRead> simulateLabelled(const ReadSampling& sampling,
 namespace {
 
 std::vector<TruthRow> loadTruth(const std::string& path) {
-  if (path == "-") return readTruthTable(std::cin, path);
-  std::ifstream in(path);
-  if (!in) throw InputError(path, 0, 0, std::strerror(errno));
-  return readTruthTable(in, path);
+  TextInput input(path);
+  return readTruthTable(input.stream(), path);
 }
 
 // Rows of a truth table, each to be taken once by the name of its read.

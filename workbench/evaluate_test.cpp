@@ -87,6 +87,17 @@ TEST_F(Evaluate, ReadsWrittenBySimulateGiveTheFiguresOfTheSameOptions) {
   EXPECT_GT(models[0]["figures"]["sensitivity"]["of"], 0);
 }
 
+TEST_F(Evaluate, CompressedReadsAndTruthAreReadAsSimulateWritesThem) {
+  for (const std::string end : {"", ".gz"}) {
+    ASSERT_EQ(run({"simulate", "coding.fa", "-o", "r.fa" + end, "--truth", "t.tsv" + end}).status,
+              0);
+  }
+  const auto plain = run({"evaluate", "-d", "model", "--reads", "r.fa", "--truth", "t.tsv"});
+  const auto packed = run({"evaluate", "-d", "model", "--reads", "r.fa.gz", "--truth", "t.tsv.gz"});
+  EXPECT_EQ(packed.status, 0) << packed.err;
+  EXPECT_EQ(packed.out.substr(packed.out.find("seed")), plain.out.substr(plain.out.find("seed")));
+}
+
 TEST_F(Evaluate, OutputIsTheSameAtAnyNumberOfThreads) {
   const Arguments outputs = {"--compare", "other", "--json", "out.json", "--plots", "plots"};
   std::vector<std::string> results;
