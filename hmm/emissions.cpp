@@ -1,0 +1,114 @@
+#include "hmm/emissions.h"
+
+#include "core/base_code.h"
+
+namespace velto {
+namespace {
+
+constexpr short kStartCodon[3] = {0, 1, 2};
+constexpr short kStops[kStopCodons][3] = {{1, 0, 0}, {1, 0, 2}, {1, 2, 0}};
+
+// Bases i to i + 2 lie in the read and are known.
+bool isCodon(std::span<const short> codes, int i) {
+  if (i + 3 > static_cast<int>(codes.size())) return false;
+  const short* codon = codes.data() + i;
+  return isKnownBase(codon[0]) && isKnownBase(codon[1]) && isKnownBase(codon[2]);
+}
+
+int mismatches(const short* codon, const short (&expected)[3]) {
+  return (codon[0] != expected[0]) + (codon[1] != expected[1]) + (codon[2] != expected[2]);
+}
+
+// Probability of a codon that was read with so many wrong bases.
+float codonProbability(int wrong, float substitution) {
+  const float right = 1.0f - substitution, other = substitution / 3.0f;
+  float product = 1.0f;
+  for (int j = 0; j < 3; ++j) product *= j < wrong ? other : right;
+  return product;
+}
+
+float kozakRatio(const HmmModel& model, std::span<const short> codes, int i) {
+  float product = 1.0f;
+  for (int place = 0; place < kKozakPlaces; ++place) {
+    const int at = i + kozakOffset(place);
+    if (at < 0 || at >= static_cast<int>(codes.size())) continue;
+    const int code = codes[static_cast<std::size_t>(at)];
+    if (!isKnownBase(code)) continue;
+    product *= model.kozak[static_cast<std::size_t>(place)][static_cast<std::size_t>(code)];
+  }
+  return product;
+}
+
+// A substitution is a mixture, not a state: a base that does not fit may be a wrong one.
+float codingEmission(float probability, float factor, float substitution) {
+  return (1.0f - substitution) * probability * factor +
+         (1.0f - probability) * (substitution / 3.0f);
+}
+
+}  // namespace
+
+float errorFreeShare(const EmissionRow& row, int phase, float factor, float substitution) {
+  const float probability = row[static_cast<std::size_t>(phase)];
+  return (1.0f - substitution) * probability * factor /
+         codingEmission(probability, factor, substitution);
+}
+
+void indexContexts(std::span<const short> codes, std::vector<int>& fiveMers) {
+  fiveMers.resize(codes.size());
+  int fiveMer = 0;
+  for (std::size_t i = 0; i < codes.size(); ++i) {
+    const int code = isKnownBase(codes[i]) ? codes[i] : static_cast<int>((7 * i + 3) % 4);
+    fiveMer = ((fiveMer << 2) | code) & (kFiveMers - 1);
+    fiveMers[i] = fiveMer;
+  }
+}
+
+float startWeight(const HmmModel& model, const PathWeights& weights, std::span<const short> codes,
+                  int i, float substitution) {
+  if (!isCodon(codes, i)) return 0.0f;
+  const int wrong = mismatches(codes.data() + i, kStartCodon);
+  if (wrong > 1) return 0.0f;
+  return weights.start * codonProbability(wrong, substitution) * kozakRatio(model, codes, i);
+}
+
+float stopWeight(const HmmModel& model, const PathWeights& weights, std::span<const short> codes,
+                 int i, float substitution) {
+  if (!isCodon(codes, i)) return 0.0f;
+  float sum = 0.0f;
+  for (std::size_t stop = 0; stop < kStopCodons; ++stop) {
+    const int wrong = mismatches(codes.data() + i, kStops[stop]);
+    sum += model.stopShare[stop] * codonProbability(wrong, substitution);
+  }
+  return weights.stop * sum;
+}
+
+void emit(const HmmModel& model, const PathWeights& weights, const ReadView& read,
+          const FileRates& rates, std::span<const int> fiveMers,
+          std::span<const Composition> blocks, std::span<const Factors> factors,
+          std::vector<BaseEmission>& emissions) {
+  constexpr Factors kNeutral = {1, 1, 1, 1, 1, 1};
+  const std::size_t length = read.codes.size();
+  emissions.resize(length);
+  int gcClass = 0;
+  for (std::size_t i = 0; i < length; ++i) {
+    if (i % kCompositionBlock == 0) gcClass = blocks[i / kCompositionBlock].gcClass();
+    const EmissionRow& row = model.emission(gcClass, fiveMers[i]);
+    const Factors& factor = factors.empty() ? kNeutral : factors[i];
+    const BaseRates base = rates.at(read.phred, i);
+    const bool known = isKnownBase(read.codes[i]);
+    BaseEmission& out = emissions[i];
+    for (std::size_t k = 0; k < kEmissionKinds; ++k) {
+      out.kind[k] = !known         ? factor[k]
+                    : k <= kPhase2 ? codingEmission(row[k], factor[k], base.substitution)
+                                   : row[k] * factor[k];
+    }
+    out.start =
+        startWeight(model, weights, read.codes, static_cast<int>(i), rates.mean.substitution);
+    out.stop = stopWeight(model, weights, read.codes, static_cast<int>(i), rates.mean.substitution);
+    out.insertion = known ? 0.25f * base.insertion : base.insertion;
+    out.deletion = base.deletion;
+    out.stay = 1.0f - base.insertion - base.deletion;
+  }
+}
+
+}  // namespace velto

@@ -1,0 +1,116 @@
+#include "hmm/emissions.h"
+
+#include <gtest/gtest.h>
+
+#include "hmm/toy_model.h"
+
+namespace velto {
+namespace {
+
+std::vector<BaseEmission> emissionsOf(const ReadView& read, const FileRates& rates,
+                                      const std::vector<Factors>& factors = {}) {
+  const HmmModel model = toyModel();
+  std::vector<int> fiveMers;
+  std::vector<Composition> blocks;
+  std::vector<BaseEmission> emissions;
+  indexContexts(read.codes, fiveMers);
+  compose(read.codes, blocks);
+  emit(model, model.weights, read, rates, fiveMers, blocks, factors, emissions);
+  return emissions;
+}
+
+FileRates ratesOf(float insertion, float deletion, float substitution) {
+  FileRates rates;
+  rates.mean = {insertion, deletion, substitution};
+  return rates;
+}
+
+TEST(Emissions, ContextsFillUpWithCodesOfTheirOwn) {
+  std::vector<int> fiveMers;
+  indexContexts(codesOf("TNGC"), fiveMers);
+  const int unknown = (7 * 1 + 3) % 4;  // 2
+  EXPECT_EQ(fiveMers[0], 1);
+  EXPECT_EQ(fiveMers[1], 4 * 1 + unknown);
+  EXPECT_EQ(fiveMers[3], 64 * 1 + 16 * unknown + 4 * 2 + 3);
+}
+
+TEST(Emissions, SubstitutionIsAMixture) {
+  const auto codes = codesOf("AT");
+  const auto e = emissionsOf({codes, {}}, ratesOf(0.01f, 0.02f, 0.03f));
+  EXPECT_NEAR(e[0].kind[kPhase0], 0.97 * 0.7 + 0.3 * 0.01, 1e-6);
+  EXPECT_NEAR(e[0].kind[kPhase1], 0.97 * 0.1 + 0.9 * 0.01, 1e-6);
+  EXPECT_NEAR(e[0].kind[kUtr5], 0.25, 1e-6);
+  EXPECT_NEAR(e[1].insertion, 0.01 / 4, 1e-8);
+  EXPECT_NEAR(e[1].deletion, 0.02, 1e-8);
+  EXPECT_NEAR(e[1].stay, 0.97, 1e-6);
+}
+
+TEST(Emissions, FactorsWeighErrorFreeBasesOnly) {
+  const auto codes = codesOf("A");
+  const auto e = emissionsOf({codes, {}}, ratesOf(0, 0, 0.03f), {{2, 3, 4, 5, 6, 7}});
+  EXPECT_NEAR(e[0].kind[kPhase0], 2 * 0.97 * 0.7 + 0.3 * 0.01, 1e-6);
+  EXPECT_NEAR(e[0].kind[kUtr5], 5 * 0.25, 1e-6);
+  EXPECT_NEAR(e[0].kind[kNoncodingRead], 7 * 0.25, 1e-6);
+}
+
+TEST(Emissions, UnknownBaseIsAnyBase) {
+  const auto codes = codesOf("N");
+  const auto e = emissionsOf({codes, {}}, ratesOf(0.01f, 0.02f, 0.03f), {{2, 3, 4, 5, 6, 7}});
+  for (std::size_t kind = 0; kind < kEmissionKinds; ++kind) {
+    EXPECT_EQ(e[0].kind[kind], static_cast<float>(kind + 2));
+  }
+  EXPECT_EQ(e[0].insertion, 0.01f);
+}
+
+TEST(Emissions, StartWeightAllowsOneWrongBase) {
+  const HmmModel model = toyModel();
+  const auto weight = [&](const char* letters) {
+    return startWeight(model, model.weights, codesOf(letters), 0, 0.03f);
+  };
+  EXPECT_NEAR(weight("ATG"), 0.05 * 0.97 * 0.97 * 0.97, 1e-7);
+  EXPECT_NEAR(weight("CTG"), 0.05 * 0.97 * 0.97 * 0.01, 1e-8);
+  EXPECT_EQ(weight("CTC"), 0.0f);
+  EXPECT_EQ(weight("ATN"), 0.0f);
+  EXPECT_EQ(weight("AT"), 0.0f);
+}
+
+TEST(Emissions, StartWeightCountsTheBasesAround) {
+  HmmModel model = toyModel();
+  model.kozak[6][0] = 3.0f;  // A at -3
+  model.kozak[9][2] = 2.0f;  // G at +4
+  const auto codes = codesOf("AccATGG");
+  EXPECT_NEAR(startWeight(model, model.weights, codes, 3, 0.0f), 0.05 * 3 * 2, 1e-6);
+}
+
+TEST(Emissions, StopWeightIsASumOverTheStops) {
+  const HmmModel model = toyModel();
+  const auto weight = [&](const char* letters) {
+    return stopWeight(model, model.weights, codesOf(letters), 0, 0.03f);
+  };
+  // TAA is one base away from TAG (1/4) and TGA (1/2).
+  EXPECT_NEAR(weight("TAA"), 0.02 * (0.25 * 0.912673 + 0.75 * 0.97 * 0.97 * 0.01), 1e-7);
+  EXPECT_NEAR(weight("CCC"), 0.02 * 1e-6, 1e-10);
+  EXPECT_EQ(weight("TNA"), 0.0f);
+}
+
+TEST(Emissions, QualitiesChooseTheRates) {
+  FileRates rates = ratesOf(0.01f, 0.01f, 0.01f);
+  rates.byQuality = true;
+  rates.binOf[30] = 1;
+  rates.ofBin[0] = {0.04f, 0.05f, 0.06f};
+  rates.ofBin[1] = {0.001f, 0.002f, 0.003f};
+  const auto codes = codesOf("AAA");
+  const std::vector<std::uint8_t> phred = {30, 2, 30};
+  const auto e = emissionsOf({codes, phred}, rates);
+  EXPECT_FLOAT_EQ(e[0].insertion, 0.001f / 4);
+  EXPECT_FLOAT_EQ(e[0].deletion, 0.002f);
+  EXPECT_FLOAT_EQ(e[1].insertion, 0.04f / 4);
+  EXPECT_FLOAT_EQ(e[1].deletion, 0.05f);
+  EXPECT_FLOAT_EQ(e[2].insertion, 0.001f / 4);
+  EXPECT_FLOAT_EQ(e[2].deletion, 0.05f) << "the lower of the bases beside the gap";
+  EXPECT_NEAR(e[1].kind[kPhase0], 0.94 * 0.7 + 0.3 * 0.02, 1e-6);
+  EXPECT_FLOAT_EQ(emissionsOf({codes, {}}, rates)[1].deletion, 0.01f) << "a read without qualities";
+}
+
+}  // namespace
+}  // namespace velto

@@ -1,0 +1,56 @@
+// Posterior probabilities of the states of one read.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <span>
+#include <vector>
+
+#include "hmm/emissions.h"
+#include "hmm/hmm_model.h"
+
+namespace velto {
+
+using StateRow = std::array<float, kHmmStates>;  // [HmmState]
+
+// States that a base may be in, as bits 1 << state; for training.
+using StateMask = std::uint16_t;
+constexpr StateMask kAnyState = 0xffff;
+
+// A read's emissions and the states its bases may be in; no masks: any.
+struct LatticeView {
+  const PathWeights& weights;
+  std::span<const BaseEmission> emissions;  // [base], at least one
+  std::span<const StateMask> masks{};       // [base] or empty
+};
+
+// Sums over all paths up to each base, as floats with a scale: row i is `state[i]` divided by the
+// product of scale[0] to scale[i].
+struct ForwardRows {
+  std::vector<StateRow> state;  // [base]
+  std::vector<float> scale;     // [base] powers of two; 1 but at every kRescaleStep-th base counted
+                                // from the read's end
+};
+constexpr int kRescaleStep = 4;
+
+// Posterior probabilities at one base. They sum up to 1 over the states, or all are 0 where no
+// path is left within the range of floats.
+struct StatePosterior {
+  StateRow state;
+  std::array<float, 3> deletion;  // of a coding base of phase k behind a lost base
+};
+
+// Sum in a fixed order, which lanes repeat.
+float sumOf(const StateRow& row);
+
+void runForward(const LatticeView& lattice, ForwardRows& forward);
+void runBackward(const LatticeView& lattice, const ForwardRows& forward,
+                 std::vector<StatePosterior>& posteriors);
+
+// Natural logarithm of the odds that the read has coding bases, cut to +-80.
+double logOddsOfCoding(const StateRow& lastRow);
+
+// Natural logarithm of the sum over all paths; minus infinity where there is none.
+double logLikelihood(const ForwardRows& forward);
+
+}  // namespace velto

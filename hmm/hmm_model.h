@@ -1,0 +1,104 @@
+// Numbers of the posterior decoder: count tables, start and stop codons, network, read decision.
+#pragma once
+
+#include <array>
+#include <cmath>
+#include <cstdint>
+#include <vector>
+
+#include "hmm/hmm_states.h"
+
+namespace velto {
+
+constexpr int kHmmGcClasses = 4;
+constexpr double kGcCentres[kHmmGcClasses] = {0.35, 0.44, 0.53, 0.62};
+constexpr int kFiveMers = 1024;     // index: base codes in base 4, the last base lowest
+constexpr int kDinucleotides = 16;  // likewise
+constexpr int kKozakLeft = 9;       // positions -9 to -1 before the start codon
+constexpr int kKozakRight = 3;      // and +4 to +6 behind it
+constexpr int kKozakPlaces = kKozakLeft + kKozakRight;
+constexpr int kStopCodons = 3;
+
+// Place of a Kozak position from the first base of the start codon: -9 to -1, then 3 to 5.
+constexpr int kozakOffset(int place) {
+  return place < kKozakLeft ? place - kKozakLeft : place - kKozakLeft + 3;
+}
+
+// Probability of a base after the four before it, by kind; two places stay empty so that a row
+// fills 32 bytes.
+using EmissionRow = std::array<float, 8>;  // [EmissionKind]
+
+// Windows of bases to factors of the emissions. All sums are of whole numbers, hence the same in
+// any order. Hidden unit u of base i is max(0, base part + sum over offsets o of
+// rows[o][k-mer that ends at base i + offset o][u]), with the base part of its composition block:
+// bias[class of G and C] + sum of dinucleotide d of x_d (composition.h), cut to +-kMostBasePart.
+// Output k is outputBias[k] + outputScale * sum of output[k][u] * unit u, the base-2 logarithm of
+// the factor of emission kind k, cut to +-kMostLogFactor.
+struct WindowNetwork {
+  int letters = 0;                         // k of the k-mers, 1 to 5
+  int units = 0;                           // a multiple of 16, at most kMostUnits
+  std::vector<int> offsets;                // of a k-mer's last base from the base that is judged
+  std::vector<std::int16_t> rows;          // [offset][k-mer][unit]; sum over offsets of the largest
+                                           // absolute value of a unit: at most kMostRowSum
+  std::vector<std::int16_t> bias;          // [class of G and C][unit]
+  std::vector<std::int16_t> dinucleotide;  // [dinucleotide][unit]
+  std::vector<std::int16_t> output;  // [EmissionKind][unit]; sum of absolute values of a kind:
+                                     // at most kMostOutputSum
+  std::array<float, kEmissionKinds> outputBias{};
+  float outputScale = 0.0f;
+
+  int kmers() const { return 1 << (2 * letters); }
+  const std::int16_t* row(int offset, int kmer) const {
+    return rows.data() + (static_cast<std::size_t>(offset) * static_cast<std::size_t>(kmers()) +
+                          static_cast<std::size_t>(kmer)) *
+                             static_cast<std::size_t>(units);
+  }
+};
+constexpr int kMostUnits = 128;
+constexpr int kMostOffsets = 40;
+constexpr int kMostOffset = 60;
+constexpr int kMostRowSum = 20000;
+constexpr int kMostBasePart = 12000;
+constexpr int kMostOutputSum = 65000;
+constexpr float kMostLogFactor = 14.0f;
+
+// Weights of the paths beside rates and emissions, each the product of a fixed share and a learned
+// factor.
+struct PathWeights {
+  float start = 0.0f;        // of entering a start codon at a base, Kozak factors apart
+  float stop = 0.0f;         // of entering a stop codon
+  float stayUtr5 = 0.0f;     // of a base before the start codon
+  float beginCoding = 0.0f;  // of a read that begins in a phase, each of the three
+  float beginUtr5 = 0.0f;
+  float beginNoncoding = 0.0f;
+  float beginUtr3 = 0.0f;
+  float beginStart = 0.0f;  // of a read that begins with the start codon, times its weight
+};
+
+// P(coding) of a read under the calibration's share of coding reads: logistic of
+// constant + logOdds * (its log odds, cut) + codingBases * min(6, expected coding bases / 100).
+struct ReadDecision {
+  double constant = 0.0;
+  double logOdds = 0.0;
+  double codingBases = 0.0;
+  double codingShare = 0.5;  // of the calibration's reads
+};
+
+// Nearest number that the model file holds: all but the weights of paths and the decision are
+// whole millionths there.
+inline float roundedToFile(float x) { return std::round(x * 1e6f) * 1e-6f; }
+
+struct HmmModel {
+  std::vector<EmissionRow> emissions;                      // [class of G and C][5-mer]
+  std::array<std::array<float, 4>, kKozakPlaces> kozak{};  // [place][base code] likelihood ratio
+  std::array<float, kStopCodons> stopShare{};              // TAA, TAG, TGA
+  PathWeights weights;
+  WindowNetwork network;
+  ReadDecision decision;
+
+  const EmissionRow& emission(int gcClass, int fiveMer) const {
+    return emissions[static_cast<std::size_t>(gcClass * kFiveMers + fiveMer)];
+  }
+};
+
+}  // namespace velto

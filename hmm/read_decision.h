@@ -1,0 +1,37 @@
+// Whether a read codes: from its log odds to a probability.
+#pragma once
+
+#include <span>
+
+#include "hmm/forward_backward.h"
+#include "hmm/hmm_model.h"
+
+namespace velto {
+
+// A read whose probability is at least this is called coding by default.
+constexpr double kMinProbability = 0.45;
+
+// What the decision looks at.
+struct ReadEvidence {
+  double logOdds = 0.0;      // natural logarithm of the odds that the read has coding bases
+  double codingBases = 0.0;  // expected number of them, given that there are any
+};
+
+ReadEvidence evidenceOf(const ForwardRows& forward, std::span<const StatePosterior> posteriors);
+
+// The inputs of the decision's logistic function beside the constant.
+double cutLogOdds(const ReadEvidence& evidence);
+double codingHundreds(const ReadEvidence& evidence);
+
+// Probability that the read codes, in a file of the calibration's share of coding reads.
+double codingProbability(const ReadDecision& decision, const ReadEvidence& evidence);
+
+// The same in a file with another share.
+double withShare(double probability, double calibrationShare, double share);
+
+// Share of coding reads of a file from the probabilities of a sample of its reads under the
+// calibration's share, by expectation maximisation; within 0.03 and 0.97. The calibration's share
+// counts as twenty reads more, and for fewer than fifty reads is taken as it is.
+double learnCodingShare(std::span<const double> probabilities, double calibrationShare);
+
+}  // namespace velto

@@ -1,0 +1,28 @@
+// One read through all steps up to the posteriors, with the memory they need.
+#pragma once
+
+#include <vector>
+
+#include "core/read_view.h"
+#include "hmm/forward_backward.h"
+#include "hmm/read_decision.h"
+
+namespace velto {
+
+// Memory kept from read to read, and the results of the last one.
+struct ReadLattice {
+  std::vector<int> fiveMers, kmers;
+  std::vector<Composition> blocks;
+  std::vector<Factors> factors;
+  std::vector<BaseEmission> emissions;
+  ForwardRows forward;
+  std::vector<StatePosterior> posteriors;
+
+  // Runs forward and backward over the read. Without the network, the count tables alone emit.
+  void run(const HmmModel& model, const FileRates& rates, const ReadView& read, bool useNetwork);
+
+  // Of the last run.
+  ReadEvidence evidence() const { return evidenceOf(forward, posteriors); }
+};
+
+}  // namespace velto

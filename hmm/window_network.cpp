@@ -1,0 +1,85 @@
+#include "hmm/window_network.h"
+
+#include <algorithm>
+
+#include "core/base_code.h"
+#include "hmm/float_math.h"
+
+namespace velto {
+namespace {
+
+using Units = std::array<std::int16_t, kMostUnits>;
+
+std::int16_t roundedAndCut(float value) {
+  const auto rounded = static_cast<int>(value < 0.0f ? value - 0.5f : value + 0.5f);
+  return static_cast<std::int16_t>(std::clamp(rounded, -kMostBasePart, kMostBasePart));
+}
+
+// Adds the rows of the k-mers around base i. No sum leaves 16 bits: see kMostRowSum.
+void addRows(const WindowNetwork& network, std::span<const int> kmers, int i, Units& units) {
+  const auto count = static_cast<std::size_t>(network.units);
+  for (std::size_t o = 0; o < network.offsets.size(); ++o) {
+    const int end = i + network.offsets[o];
+    if (end < 0 || end >= static_cast<int>(kmers.size())) continue;
+    const int kmer = kmers[static_cast<std::size_t>(end)];
+    if (kmer < 0) continue;
+    const std::int16_t* row = network.row(static_cast<int>(o), kmer);
+    for (std::size_t u = 0; u < count; ++u) {
+      units[u] = static_cast<std::int16_t>(units[u] + row[u]);
+    }
+  }
+}
+
+float factor(const WindowNetwork& network, std::size_t kind, const Units& units) {
+  const auto count = static_cast<std::size_t>(network.units);
+  const std::int16_t* weights = network.output.data() + kind * count;
+  int sum = 0;
+  for (std::size_t u = 0; u < count; ++u) sum += weights[u] * std::max<int>(0, units[u]);
+  const float logFactor = network.outputBias[kind] + network.outputScale * static_cast<float>(sum);
+  return powerOfTwo(std::clamp(logFactor, -kMostLogFactor, kMostLogFactor));
+}
+
+}  // namespace
+
+void indexKmers(std::span<const short> codes, int letters, std::vector<int>& kmers) {
+  const int mask = (1 << (2 * letters)) - 1;
+  kmers.resize(codes.size());
+  int kmer = 0, known = 0;  // known bases in a row up to here
+  for (std::size_t i = 0; i < codes.size(); ++i) {
+    known = isKnownBase(codes[i]) ? known + 1 : 0;
+    kmer = known > 0 ? ((kmer << 2) | codes[i]) & mask : 0;
+    kmers[i] = known >= letters ? kmer : -1;
+  }
+}
+
+void basePart(const WindowNetwork& network, const Composition& composition,
+              std::span<std::int16_t> units) {
+  const auto count = static_cast<std::size_t>(network.units);
+  const std::int16_t* bias =
+      network.bias.data() + static_cast<std::size_t>(composition.gcClass()) * count;
+  std::array<float, kMostUnits> sums;
+  for (std::size_t u = 0; u < count; ++u) sums[u] = static_cast<float>(bias[u]);
+  for (int pair = 0; pair < kDinucleotides; ++pair) {
+    const float input = composition.input(pair);
+    const std::int16_t* weights =
+        network.dinucleotide.data() + static_cast<std::size_t>(pair) * count;
+    for (std::size_t u = 0; u < count; ++u) sums[u] += static_cast<float>(weights[u]) * input;
+  }
+  for (std::size_t u = 0; u < count; ++u) units[u] = roundedAndCut(sums[u]);
+}
+
+void networkFactors(const WindowNetwork& network, std::span<const int> kmers,
+                    std::span<const Composition> blocks, std::vector<Factors>& factors) {
+  factors.resize(kmers.size());
+  Units base, units;
+  for (std::size_t i = 0; i < kmers.size(); ++i) {
+    if (i % kCompositionBlock == 0) basePart(network, blocks[i / kCompositionBlock], base);
+    units = base;
+    addRows(network, kmers, static_cast<int>(i), units);
+    for (std::size_t kind = 0; kind < kEmissionKinds; ++kind) {
+      factors[i][kind] = factor(network, kind, units);
+    }
+  }
+}
+
+}  // namespace velto
