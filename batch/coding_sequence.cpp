@@ -2,9 +2,6 @@
 
 #include <algorithm>
 
-#include "core/base_code.h"
-#include "model/read_data.h"
-
 namespace velto {
 namespace {
 
@@ -38,24 +35,20 @@ bool isIntact(const std::vector<int>& positions, size_t codon) {
   return std::find(first, first + 3, kLostBase) == first + 3;
 }
 
-int acidOf(std::string_view codon) {
-  return ReadData::CodonTable(baseCode(codon[0]), baseCode(codon[1]), baseCode(codon[2]));
+std::string translate(std::string_view bases, const GeneticCode& code) {
+  std::string protein;
+  for (size_t i = 0; i < bases.size(); i += 3) protein += code.acidOf(bases.substr(i, 3));
+  if (code.mayStart(bases.substr(0, 3))) protein.front() = 'M';
+  if (code.mayStop(bases.substr(bases.size() - 3))) protein.back() = '*';
+  return protein;
 }
 
-int stopsBeforeTheEnd(std::string_view bases) {
-  int stops = 0;
-  for (size_t i = 0; i + 3 < bases.size(); i += 3) {
-    stops += acidOf(bases.substr(i, 3)) == kStopSignal;
-  }
-  return stops;
-}
-
-CodingType typeOf(std::string_view bases, int innerStops) {
-  const bool hasStart = acidOf(bases.substr(0, 3)) == kMethionine;
-  const bool hasStop = acidOf(bases.substr(bases.size() - 3)) == kStopSignal;
+CodingType typeOf(const CodingSequence& sequence, const GeneticCode& code) {
+  const bool hasStart = code.mayStart(std::string_view(sequence.bases).substr(0, 3));
+  const bool hasStop = sequence.protein.back() == '*';
   if (!hasStart) return hasStop ? CodingType::kNoStart : CodingType::kNeither;
   if (!hasStop) return CodingType::kNoStop;
-  return innerStops > 0 ? CodingType::kInterrupted : CodingType::kComplete;
+  return sequence.innerStops > 0 ? CodingType::kInterrupted : CodingType::kComplete;
 }
 
 // The stretches between stop signals, the last signal left to its stretch.
@@ -74,7 +67,8 @@ std::vector<std::string> splitAtInnerStops(const std::string& protein) {
 
 }  // namespace
 
-CodingSequence codingSequence(const Prediction& prediction, std::string_view letters) {
+CodingSequence codingSequence(const Prediction& prediction, std::string_view letters,
+                              const GeneticCode& code) {
   CodingSequence sequence;
   if (prediction.status != Prediction::Status::kCoding) return sequence;
   const std::vector<int> positions = correctedPositions(prediction);
@@ -86,23 +80,15 @@ CodingSequence codingSequence(const Prediction& prediction, std::string_view let
     if (isIntact(positions, i - i % 3)) appendBase(sequence.intact, position, i % 3);
   }
   if (sequence.bases.empty()) return sequence;
-  sequence.innerStops = stopsBeforeTheEnd(sequence.bases);
-  sequence.type = typeOf(sequence.bases, sequence.innerStops);
+  sequence.protein = translate(sequence.bases, code);
+  const auto end = sequence.protein.end() - 1;
+  sequence.innerStops = static_cast<int>(std::count(sequence.protein.begin(), end, '*'));
+  sequence.type = typeOf(sequence, code);
   return sequence;
 }
 
-std::string translate(std::string_view codons) {
-  constexpr char kAcidLetters[] = "ACDEFGHIKLMNPQRSTVWY*";  // by amino-acid number
-  std::string protein;
-  for (size_t i = 0; i + 2 < codons.size(); i += 3) {
-    const int acid = acidOf(codons.substr(i, 3));
-    protein += acid == kNoAminoAcid ? 'X' : kAcidLetters[acid];
-  }
-  return protein;
-}
-
 std::vector<std::string> proteins(const CodingSequence& sequence, InnerStops innerStops) {
-  std::string protein = translate(sequence.bases);
+  std::string protein = sequence.protein;
   if (innerStops == InnerStops::kSplit && sequence.innerStops > 0) {
     return splitAtInnerStops(protein);
   }

@@ -5,6 +5,7 @@
 #include <string_view>
 #include <vector>
 
+#include "core/genetic_code.h"
 #include "velto/velto.h"
 
 namespace velto {
@@ -31,15 +32,15 @@ struct CodingSequence {
   std::vector<CodingPart> kept;    // all bases of the read that are in it
   std::vector<CodingPart> intact;  // the same without the codons that lost a base
   CodingType type = CodingType::kNeither;
-  int innerStops = 0;  // stop codons but the one at the end
+  std::string protein;  // one letter for each codon: '*' for a stop codon, X for a codon with N
+  int innerStops = 0;   // stop codons but the one at the end
 };
 
-// `letters` are those of predictedLetters on the prediction's strand. A prediction that is not
-// coding has an empty sequence.
-CodingSequence codingSequence(const Prediction& prediction, std::string_view letters);
-
-// The protein of whole codons by the standard genetic code, '*' for a stop, X for a codon with N.
-std::string translate(std::string_view codons);
+// `letters` are those of predictedLetters on the prediction's strand. A start codon of the code is
+// M in the first place, a stop codon '*' in the last one, whatever they mean elsewhere. A
+// prediction that is not coding has an empty sequence.
+CodingSequence codingSequence(const Prediction& prediction, std::string_view letters,
+                              const GeneticCode& code);
 
 // How a protein shows the stop codons but the one at its end.
 enum class InnerStops {

@@ -51,6 +51,7 @@ std::string summaryJson(const ScanRun& run, const ScanCounts& counts) {
   json["version"] = run.version;
   json["model"] = run.modelDirectory;
   json["inputs"] = run.inputs;
+  json["genetic_code"] = run.geneticCode;
   json["threads"] = run.threads;
   json["reads"] = counts.reads;
   json["coding"] = counts.coding;

@@ -25,11 +25,12 @@ struct ScanCounts {
 // One line for people.
 std::string countsText(const ScanCounts& counts, double seconds);
 
-// The run as JSON: version, model directory, inputs, threads, counts, seconds.
+// The run as JSON: version, model directory, inputs, genetic code, threads, counts, seconds.
 struct ScanRun {
   std::string version;
   std::string modelDirectory;
   std::vector<std::string> inputs;
+  int geneticCode;  // its number
   int threads;
   double seconds;
 };

@@ -106,7 +106,8 @@ class Scan {
     CodingSequence coding;
     if (prediction.status == Prediction::Status::kCoding) {
       coding = codingSequence(
-          prediction, predictedLetters(record.bases, prediction.strand, options_.predict.letters));
+          prediction, predictedLetters(record.bases, prediction.strand, options_.predict.letters),
+          *options_.code);
     }
     const long ordinal = work.batch.firstOrdinal + static_cast<long>(i);
     const ScannedRead read{record, ordinal, prediction, coding, work.nameIsRepeat[i]};

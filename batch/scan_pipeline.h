@@ -8,6 +8,7 @@
 
 #include "batch/scan_counts.h"
 #include "batch/scanned_read.h"
+#include "core/genetic_code.h"
 #include "seqio/output_file.h"
 #include "velto/velto.h"
 
@@ -23,7 +24,8 @@ struct ScanOutput {
 struct ScanOptions {
   std::vector<std::string> inputs;  // "-" is standard input
   PredictOptions predict;
-  std::optional<double> minScore;  // a coding region that scores lower is not reported
+  const GeneticCode* code = geneticCode(1);  // of proteins, start and stop codons; never null
+  std::optional<double> minScore;            // a coding region that scores lower is not reported
   int threads = 1;
   // Called now and then from one thread at a time; may be empty.
   std::function<void(const ScanCounts&)> progress;

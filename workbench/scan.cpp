@@ -10,6 +10,7 @@
 #include <iostream>
 #include <memory>
 #include <optional>
+#include <set>
 #include <string>
 #include <thread>
 #include <utility>
@@ -23,6 +24,7 @@
 #include "batch/formats/sequence_rows.h"
 #include "batch/formats/tsv_rows.h"
 #include "batch/scan_pipeline.h"
+#include "core/genetic_code.h"
 #include "seqio/input_error.h"
 #include "seqio/output_set.h"
 #include "velto/velto.h"
@@ -53,6 +55,7 @@ struct CommandLine {
   std::string summary;
   std::string strand = "both";
   std::string stops = "x";
+  int geneticCode = 1;
   std::optional<double> minScore;
   bool exactCase = false;
   bool quiet = false;
@@ -130,6 +133,7 @@ ScanOptions scanOptions(const CommandLine& line) {
   options.predict.letters = line.exactCase ? Letters::kExact : Letters::kFolded;
   options.predict.strand = strandNamed(line.strand);
   options.predict.wantScores = !line.scores.empty();
+  options.code = geneticCode(line.geneticCode);
   options.minScore = line.minScore;
   options.threads = threadCount(line.threads);
   if (line.progress) options.progress = ProgressLine();
@@ -160,7 +164,8 @@ void scan(const CommandLine& line) {
   const ScanCounts counts = scanInto(predictor, options, outputs);
   const double seconds = std::chrono::duration<double>(Clock::now() - begin).count();
   if (outputs.summary != nullptr) {
-    const ScanRun run{VELTO_VERSION, directory, line.inputs, options.threads, seconds};
+    const ScanRun run{VELTO_VERSION,    directory,       line.inputs,
+                      line.geneticCode, options.threads, seconds};
     outputs.summary->write(summaryJson(run, counts));
   }
   outputs.files.commit();
@@ -180,6 +185,12 @@ CLI::Validator finiteNumber() {
   return CLI::Validator(check, "");
 }
 
+std::set<int> geneticCodeNumbers() {
+  std::set<int> numbers;
+  for (const GeneticCode& code : geneticCodes()) numbers.insert(code.number);
+  return numbers;
+}
+
 void addOutputOptions(CLI::App& command, CommandLine& line) {
   const auto add = [&command](const char* name, std::string& path, const char* meaning) {
     return command.add_option(name, path, meaning)->check(fileName());
@@ -192,6 +203,9 @@ void addOutputOptions(CLI::App& command, CommandLine& line) {
   add("--protein", line.protein, "Proteins as FASTA");
   command.add_option("--stops", line.stops, "Inner stops of proteins: '*', 'X' or split there")
       ->check(CLI::IsMember(kInnerStops))
+      ->capture_default_str();
+  command.add_option("--code", line.geneticCode, "Genetic code, its number in the NCBI list")
+      ->check(CLI::IsMember(geneticCodeNumbers()))
       ->capture_default_str();
   add("--json", line.json, "All reads as JSON Lines");
   add("--scores", line.scores, "Window scores, one row per base");

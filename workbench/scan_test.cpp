@@ -265,6 +265,29 @@ TEST_F(ScanTest, ProteinsShowInnerStopsAsAskedFor) {
   EXPECT_EQ(scan({readsFile(), "--stops", "y"}).status, 2);
 }
 
+TEST_F(ScanTest, TheGeneticCodeDecidesProteinsAndTypes) {
+  // In the ciliates' code TAA and TAG are amino acids, so that fewer inner stops are left.
+  ASSERT_EQ(scan({readsFile(), "-o", "t1", "--protein", "p1", "--summary", "s1"}).status, 0);
+  ASSERT_EQ(
+      scan({readsFile(), "--code", "6", "-o", "t6", "--protein", "p6", "--summary", "s6"}).status,
+      0);
+  const std::vector<Fields> standard = rowsOf(file("t1"));
+  const std::vector<Fields> ciliate = rowsOf(file("t6"));
+  ASSERT_EQ(standard.size(), ciliate.size());
+  int fewer = 0;
+  for (size_t i = 0; i < standard.size(); ++i) {
+    EXPECT_EQ(standard[i][7], ciliate[i][7]);
+    if (standard[i][12] != "coding") continue;
+    EXPECT_GE(std::stoi(standard[i][13]), std::stoi(ciliate[i][13]));
+    fewer += standard[i][13] != ciliate[i][13];
+  }
+  EXPECT_GT(fewer, 50);
+  EXPECT_NE(file("p1"), file("p6"));
+  EXPECT_EQ(nlohmann::json::parse(file("s1"))["genetic_code"], 1);
+  EXPECT_EQ(nlohmann::json::parse(file("s6"))["genetic_code"], 6);
+  EXPECT_EQ(scan({readsFile(), "--code", "7"}).status, 2);
+}
+
 // ---- Other programs
 
 bool isInstalled(const std::string& program) {

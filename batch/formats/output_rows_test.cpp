@@ -32,10 +32,11 @@ Prediction handMade() {
 
 struct HandMadeRead {
   explicit HandMadeRead(Prediction found, const std::string& name = "r;1",
-                        const std::string& letters = kLetters)
+                        const std::string& letters = kLetters,
+                        const GeneticCode& code = *geneticCode(1))
       : record{name, "a \"note\"", letters, 1, 1},
         prediction(std::move(found)),
-        coding(codingSequence(prediction, letters)) {}
+        coding(codingSequence(prediction, letters, code)) {}
 
   ScannedRead read() const { return {record, 7, prediction, coding}; }
 
@@ -83,7 +84,7 @@ std::vector<std::vector<int>> numbers(const std::vector<CodingPart>& parts) {
 using Parts = std::vector<std::vector<int>>;
 
 TEST(CodingSequence, LeavesOutTheInsertedBaseAndMarksTheLostOne) {
-  const CodingSequence coding = codingSequence(handMade(), kLetters);
+  const CodingSequence coding = codingSequence(handMade(), kLetters, *geneticCode(1));
   EXPECT_EQ(coding.bases, "ATGAAACCCGGNTAA");
   EXPECT_EQ(numbers(coding.kept), (Parts{{2, 8, 0}, {9, 17, 0}}));
   EXPECT_EQ(numbers(coding.intact), (Parts{{2, 8, 0}, {9, 12, 0}, {14, 17, 0}}));
@@ -97,7 +98,7 @@ TEST(CodingSequence, CodonsThatLostTheirFirstOrMiddleBaseAreInNoPart) {
   prediction.stop = 9;
   prediction.length = 10;
   prediction.frameshifts = {{Kind::kDeletion, 3}, {Kind::kDeletion, 6}};
-  const CodingSequence coding = codingSequence(prediction, "ATGCCGGTAA");
+  const CodingSequence coding = codingSequence(prediction, "ATGCCGGTAA", *geneticCode(1));
   EXPECT_EQ(coding.bases, "ATGNCCGNGTAA");
   EXPECT_EQ(numbers(coding.kept), (Parts{{0, 10, 0}}));
   EXPECT_EQ(numbers(coding.intact), (Parts{{0, 3, 0}, {7, 10, 0}}));
@@ -109,7 +110,8 @@ TEST(CodingSequence, ABaseInsertedInsideACodonGivesTheNextPartItsPhase) {
   prediction.stop = 6;
   prediction.length = 7;
   prediction.frameshifts = {{Kind::kInsertion, 4}};
-  EXPECT_EQ(numbers(codingSequence(prediction, "ATGCACC").intact), (Parts{{0, 4, 0}, {5, 7, 2}}));
+  EXPECT_EQ(numbers(codingSequence(prediction, "ATGCACC", *geneticCode(1)).intact),
+            (Parts{{0, 4, 0}, {5, 7, 2}}));
 }
 
 TEST(CodingSequence, EndsWithTheLastWholeCodonOfTheRead) {
@@ -118,7 +120,7 @@ TEST(CodingSequence, EndsWithTheLastWholeCodonOfTheRead) {
   prediction.stop = 8;  // two bases behind the read
   prediction.length = 7;
   prediction.frameshifts.clear();
-  const CodingSequence coding = codingSequence(prediction, "ATGCCCG");
+  const CodingSequence coding = codingSequence(prediction, "ATGCCCG", *geneticCode(1));
   EXPECT_EQ(coding.bases, "ATGCCC");
   EXPECT_EQ(numbers(coding.kept), (Parts{{0, 6, 0}}));
   EXPECT_EQ(coding.type, CodingType::kNoStop);
@@ -130,15 +132,10 @@ TEST(CodingSequence, TellsWhichEndsAreThere) {
   prediction.stop = 5;
   prediction.length = 6;
   prediction.frameshifts.clear();
-  EXPECT_EQ(codingSequence(prediction, "ATGTGA").type, CodingType::kComplete);
-  EXPECT_EQ(codingSequence(prediction, "CTGTGA").type, CodingType::kNoStart);
-  EXPECT_EQ(codingSequence(prediction, "ATGTGG").type, CodingType::kNoStop);
-  EXPECT_EQ(codingSequence(prediction, "CTGTGG").type, CodingType::kNeither);
-}
-
-TEST(Translate, StopsAndCodonsWithN) {
-  EXPECT_EQ(translate("ATGGCTTGGTAANCCGGN"), "MAW*XX");
-  EXPECT_EQ(translate(""), "");
+  EXPECT_EQ(codingSequence(prediction, "ATGTGA", *geneticCode(1)).type, CodingType::kComplete);
+  EXPECT_EQ(codingSequence(prediction, "CTGTGA", *geneticCode(1)).type, CodingType::kNoStart);
+  EXPECT_EQ(codingSequence(prediction, "ATGTGG", *geneticCode(1)).type, CodingType::kNoStop);
+  EXPECT_EQ(codingSequence(prediction, "CTGTGG", *geneticCode(1)).type, CodingType::kNeither);
 }
 
 TEST(TsvRows, HaveTheColumnsOfTheHeader) {
@@ -225,13 +222,13 @@ TEST(SequenceRows, AreFastaRecords) {
 }
 
 // The prediction of a whole read that is one region without errors.
-HandMadeRead region(const std::string& letters) {
+HandMadeRead region(const std::string& letters, int code = 1) {
   Prediction prediction = handMade();
   prediction.length = static_cast<int>(letters.size());
   prediction.start = 0;
   prediction.stop = prediction.length - 1;
   prediction.frameshifts.clear();
-  return HandMadeRead(prediction, "r", letters);
+  return HandMadeRead(prediction, "r", letters, *geneticCode(code));
 }
 
 TEST(CodingSequence, CountsStopCodonsButTheLastOneOfTheRegion) {
@@ -246,6 +243,24 @@ TEST(CodingSequence, WithInnerStopsIsNeverComplete) {
   EXPECT_EQ(region("CTGTGATAA").coding.type, CodingType::kNoStart);
   EXPECT_EQ(region("ATGTGATTA").coding.type, CodingType::kNoStop);
   EXPECT_EQ(region("CTGTGATTA").coding.type, CodingType::kNeither);
+}
+
+TEST(CodingSequence, HasTheProteinOfItsCodons) {
+  EXPECT_EQ(region("ATGGCTTGGTAANCCGGN").coding.protein, "MAW*XX");
+  EXPECT_EQ(noncoding().coding.protein, "");
+}
+
+TEST(CodingSequence, FollowsTheGeneticCode) {
+  // Vertebrate mitochondria: TGA is W, AGA stops, GTG may begin a protein.
+  EXPECT_EQ(region("GTGTGAAGAGTGAGA", 2).coding.protein, "MW*V*");
+  EXPECT_EQ(region("GTGTGAAGAGTGAGA", 2).coding.type, CodingType::kInterrupted);
+  EXPECT_EQ(region("GTGTGAGTGAGA", 2).coding.type, CodingType::kComplete);
+  EXPECT_EQ(region("GTGTGAGTGAGA", 1).coding.type, CodingType::kNeither);
+  EXPECT_EQ(region("GTGTGAGTGAGA", 1).coding.protein, "V*VR");
+  // Condylostoma: TGA is W, but may stop where the region ends.
+  EXPECT_EQ(region("ATGTGATGA", 28).coding.protein, "MW*");
+  EXPECT_EQ(region("ATGTGATGA", 28).coding.innerStops, 0);
+  EXPECT_EQ(region("ATGTGATGA", 28).coding.type, CodingType::kComplete);
 }
 
 TEST(SequenceRows, ShowInnerStopsAsAskedFor) {
