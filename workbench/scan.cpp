@@ -8,6 +8,7 @@
 #include <cmath>
 #include <functional>
 #include <iostream>
+#include <map>
 #include <memory>
 #include <optional>
 #include <set>
@@ -16,13 +17,8 @@
 #include <utility>
 #include <vector>
 
-#include "batch/formats/bed_rows.h"
-#include "batch/formats/gff3_rows.h"
-#include "batch/formats/json_rows.h"
 #include "batch/formats/read_name.h"
-#include "batch/formats/score_rows.h"
-#include "batch/formats/sequence_rows.h"
-#include "batch/formats/tsv_rows.h"
+#include "batch/formats/row_formats.h"
 #include "batch/scan_pipeline.h"
 #include "core/genetic_code.h"
 #include "seqio/input_error.h"
@@ -45,13 +41,8 @@ struct CommandLine {
   std::vector<std::string> inputs;
   std::string modelDirectory;
   int threads = 0;  // 0: all
-  std::string tsv = "-";
-  std::string gff3;
-  std::string bed;
-  std::string cds;
-  std::string protein;
-  std::string json;
-  std::string scores;
+  // By format, as in rowFormats(); the first one is the table of all reads.
+  std::vector<std::string> rowFiles = std::vector<std::string>(rowFormats().size());
   std::string summary;
   std::string strand = "both";
   std::string stops = "x";
@@ -65,34 +56,22 @@ struct CommandLine {
 // ---- 1. Outputs
 
 struct Outputs {
-  using Append = std::function<void(const ScannedRead&, std::string&)>;
-
-  // Opens an output of rows unless `path` is empty. Throws OutputError.
-  void add(const std::string& path, const std::string& header, Append append) {
-    if (path.empty()) return;
-    OutputFile& file = files.add(path);
-    file.write(header);
-    rows.push_back({file, std::move(append)});
-  }
-
   OutputSet files;
   std::vector<ScanOutput> rows;
   OutputFile* summary = nullptr;  // null: not wanted
 };
 
-void openOutputs(const CommandLine& line, Letters letters, Outputs& outputs) {
-  outputs.add(line.tsv, tsvHeader(), appendTsvRow);
-  outputs.add(line.gff3, gff3Header(), appendGff3Rows);
-  outputs.add(line.bed, "", appendBedRow);
-  outputs.add(line.cds, "", appendCodingFasta);
-  const InnerStops stops = kInnerStops.at(line.stops);
-  outputs.add(line.protein, "", [stops](const ScannedRead& read, std::string& text) {
-    appendProteinFasta(read, stops, text);
-  });
-  outputs.add(line.json, "", appendJsonRow);
-  outputs.add(line.scores, "", [letters](const ScannedRead& read, std::string& text) {
-    appendScoreRows(read, letters, text);
-  });
+// Throws OutputError.
+void openOutputs(const CommandLine& line, const FormatChoices& choices, Outputs& outputs) {
+  for (size_t i = 0; i < line.rowFiles.size(); ++i) {
+    if (line.rowFiles[i].empty()) continue;
+    const RowFormat& format = rowFormats()[i];
+    OutputFile& file = outputs.files.add(line.rowFiles[i]);
+    file.write(format.header);
+    outputs.rows.push_back({file, [&format, choices](const ScannedRead& read, std::string& text) {
+                              format.append(read, choices, text);
+                            }});
+  }
   if (!line.summary.empty()) outputs.summary = &outputs.files.add(line.summary);
 }
 
@@ -127,12 +106,19 @@ Strand strandNamed(const std::string& name) {
   return name == "minus" ? Strand::kMinus : Strand::kPlus;
 }
 
+bool wantScores(const CommandLine& line) {
+  for (size_t i = 0; i < line.rowFiles.size(); ++i) {
+    if (rowFormats()[i].needsScores && !line.rowFiles[i].empty()) return true;
+  }
+  return false;
+}
+
 ScanOptions scanOptions(const CommandLine& line) {
   ScanOptions options;
   options.inputs = line.inputs;
   options.predict.letters = line.exactCase ? Letters::kExact : Letters::kFolded;
   options.predict.strand = strandNamed(line.strand);
-  options.predict.wantScores = !line.scores.empty();
+  options.predict.wantScores = wantScores(line);
   options.code = geneticCode(line.geneticCode);
   options.minScore = line.minScore;
   options.threads = threadCount(line.threads);
@@ -160,7 +146,7 @@ void scan(const CommandLine& line) {
   const Predictor predictor(directory);
   const ScanOptions options = scanOptions(line);
   Outputs outputs;
-  openOutputs(line, options.predict.letters, outputs);
+  openOutputs(line, {options.predict.letters, kInnerStops.at(line.stops)}, outputs);
   const ScanCounts counts = scanInto(predictor, options, outputs);
   const double seconds = std::chrono::duration<double>(Clock::now() - begin).count();
   if (outputs.summary != nullptr) {
@@ -192,24 +178,18 @@ std::set<int> geneticCodeNumbers() {
 }
 
 void addOutputOptions(CLI::App& command, CommandLine& line) {
-  const auto add = [&command](const char* name, std::string& path, const char* meaning) {
-    return command.add_option(name, path, meaning)->check(fileName());
-  };
-  add("-o,--output", line.tsv, "Table of all reads, '-' for standard output")
-      ->capture_default_str();
-  add("--gff3", line.gff3, "Coding regions as GFF3");
-  add("--bed", line.bed, "Coding regions as BED12");
-  add("--cds", line.cds, "Corrected coding sequences as FASTA");
-  add("--protein", line.protein, "Proteins as FASTA");
+  for (size_t i = 0; i < line.rowFiles.size(); ++i) {
+    const RowFormat& format = rowFormats()[i];
+    command.add_option(format.option, line.rowFiles[i], format.meaning)->check(fileName());
+  }
+  line.rowFiles.front() = "-";
+  command.add_option("--summary", line.summary, "Counts of the run as JSON")->check(fileName());
   command.add_option("--stops", line.stops, "Inner stops of proteins: '*', 'X' or split there")
       ->check(CLI::IsMember(kInnerStops))
       ->capture_default_str();
   command.add_option("--code", line.geneticCode, "Genetic code, its number in the NCBI list")
       ->check(CLI::IsMember(geneticCodeNumbers()))
       ->capture_default_str();
-  add("--json", line.json, "All reads as JSON Lines");
-  add("--scores", line.scores, "Window scores, one row per base");
-  add("--summary", line.summary, "Counts of the run as JSON");
 }
 
 }  // namespace
@@ -234,8 +214,9 @@ void addScanCommand(CLI::App& app) {
   command->add_flag("--quiet", line->quiet, "No counts at the end");
   command->add_flag("--progress", line->progress, "Show the progress on standard error");
   command->callback([line] {
-    requireDistinctFiles(line->inputs, {line->tsv, line->gff3, line->bed, line->cds, line->protein,
-                                        line->json, line->scores, line->summary});
+    std::vector<std::string> outputs = line->rowFiles;
+    outputs.push_back(line->summary);
+    requireDistinctFiles(line->inputs, outputs);
     scan(*line);
   });
 }
