@@ -29,7 +29,7 @@ void dropRegion(Prediction& prediction) {
   prediction.start = -1;
   prediction.stop = -1;
   prediction.frameshifts.clear();
-  prediction.frames.clear();
+  prediction.frame.clear();
 }
 
 class Scan {

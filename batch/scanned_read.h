@@ -16,8 +16,8 @@ struct ScannedRead {
   const CodingSequence& coding;  // empty unless the status is coding
   bool nameIsRepeat = false;     // an earlier record of the run has the same name
 
-  bool isCoding() const { return prediction.status == Prediction::Status::kCoding; }
-  bool isPredicted() const { return !prediction.model.empty(); }
+  bool isCoding() const { return prediction.isCoding(); }
+  bool isPredicted() const { return prediction.isPredicted(); }
 };
 
 // "coding", "noncoding", "short" or "empty".

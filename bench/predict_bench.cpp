@@ -36,7 +36,7 @@ struct Prepared {
     return {views[index], *tables[index], read.codes.data(), read.length(), read.codons};
   }
 
-  ModelSet models{bench::modelDirectory()};
+  ModelSet models{FolderSource(bench::modelDirectory())};
   std::vector<ModelView> views;                     // [readClassIndex]
   std::vector<std::unique_ptr<VoteTables>> tables;  // [readClassIndex]
   std::vector<PreparedRead> reads;

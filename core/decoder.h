@@ -6,12 +6,15 @@
 
 #include "core/call.h"
 #include "core/read_view.h"
+#include "velto/velto.h"
 
 namespace velto {
 
-// What is wanted of a decoding beside the call itself.
+// What is wanted of a decoding.
 struct Wishes {
-  bool scores = false;  // scores per base and frame
+  bool scores = false;  // fill Call::scores
+  // Least probability of a read that is called coding; NaN: the decoder's own threshold.
+  double minProbability = std::numeric_limits<double>::quiet_NaN();
 };
 
 // Constant after construction; any number of threads may use one, each with scratch of its own.
@@ -25,7 +28,7 @@ class Decoder {
 
   virtual ~Decoder() = default;
 
-  // Scratch for this decoder and those it calibrates.
+  // Scratch for this decoder.
   virtual std::unique_ptr<Scratch> scratch() const = 0;
 
   // Overwrites `call`. The read has at least one base.
@@ -38,9 +41,15 @@ class Decoder {
     for (std::size_t i = 0; i < reads.size(); ++i) decode(reads[i], wishes, scratch, calls[i]);
   }
 
-  // This decoder fitted to the file that the reads are a sample of; null: nothing to fit.
-  virtual std::shared_ptr<const Decoder> calibrated(std::span<const ReadView> sample) const {
+  // What this decoder learns of the file that the reads are a sample of; what is known is kept.
+  virtual Calibration learn(std::span<const ReadView> sample, const Calibration& known) const {
     static_cast<void>(sample);
+    return known;
+  }
+
+  // This decoder for reads of a file of which this is known; null: it makes no use of it.
+  virtual std::shared_ptr<const Decoder> calibrated(const Calibration& calibration) const {
+    static_cast<void>(calibration);
     return nullptr;
   }
 };

@@ -47,6 +47,14 @@ void reverseComplement(std::vector<short>& codes) {
   }
 }
 
+double gcPercent(std::span<const short> codes) {
+  if (codes.empty()) return 0.0;
+  const auto gc = std::count_if(codes.begin(), codes.end(), [](short code) {
+    return code == baseCode('G') || code == baseCode('C');
+  });
+  return static_cast<double>(gc) * 100.0 / static_cast<double>(codes.size());
+}
+
 std::string predictedLetters(std::string_view bases, Strand strand, Letters letters) {
   std::vector<short> codes;
   codeLetters(bases, letters, codes);

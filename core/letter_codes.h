@@ -1,6 +1,7 @@
 // From the letters of a read to base codes, and to the other strand.
 #pragma once
 
+#include <span>
 #include <string_view>
 #include <vector>
 
@@ -13,5 +14,8 @@ void codeLetters(std::string_view bases, Letters letters, std::vector<short>& co
 
 // Turns base codes into those of the reverse complement, in place.
 void reverseComplement(std::vector<short>& codes);
+
+// Share of G and C among all codes, the unknown ones included, 0 to 100; 0 for no codes.
+double gcPercent(std::span<const short> codes);
 
 }  // namespace velto

@@ -1,6 +1,7 @@
 // The prediction of one read as it is judged: a frame for every called base, the shifts, the ends.
 #pragma once
 
+#include <cstdint>
 #include <vector>
 
 #include "simulation/read_simulator.h"
@@ -10,17 +11,12 @@ namespace velto {
 // What a model says about a read. Called bases are those from start to stop that belong to a codon:
 // every base but the reported insertions.
 struct CalledRead {
-  std::vector<signed char> frame;  // per base, as SimulatedRead::frame; -1 where nothing is called
+  std::vector<std::int8_t> frame;   // per base, as SimulatedRead::frame; -1 where nothing is called
   std::vector<FrameShift> shifts;  // as the text report lists them, in order of position
   int start = -1;                  // first base of the coding region; -1 when nothing was called
   int stop = -1;                   // last base of the coding region, as reported; -1 likewise
 
   bool isCoding() const { return start >= 0; }
 };
-
-// The called read of a placed frame path (one entry per codon step, 0 to 2 or kOffPath) with this
-// score. The frame changes at the base where the shift is reported, so that the bases of a codon
-// that is broken by a shift keep the frame they were read in.
-CalledRead calledRead(const std::vector<int>& path, double score, int length);
 
 }  // namespace velto

@@ -78,14 +78,14 @@ void scorePaths(std::span<const FramePosterior> posteriors, PathTrace& trace, Be
 }
 
 // Posterior of this shift within kConfidenceReach bases, at most 1.
-double confidenceOf(std::span<const FramePosterior> posteriors, CallShift::Kind kind, int position,
+double confidenceOf(std::span<const FramePosterior> posteriors, Frameshift::Kind kind, int position,
                     int frame) {
   const int first = std::max(0, position - kConfidenceReach);
   const int last = std::min(static_cast<int>(posteriors.size()) - 1, position + kConfidenceReach);
   float sum = 0.0f;
   for (int i = first; i <= last; ++i) {
     const FramePosterior& p = posteriors[static_cast<std::size_t>(i)];
-    sum += (kind == CallShift::Kind::kInsertion ? p.inserted
+    sum += (kind == Frameshift::Kind::kInsertion ? p.inserted
                                                 : p.deleted)[static_cast<std::size_t>(frame)];
   }
   return std::min(sum, 1.0f);
@@ -126,16 +126,16 @@ void findCodingPath(std::span<const FramePosterior> posteriors, PathTrace& trace
       if (call.stop < 0) call.stop = i;
       call.start = i;
       if (before == upFrame(state)) {
-        call.frameshifts.push_back({CallShift::Kind::kDeletion, i});
+        call.frameshifts.push_back({Frameshift::Kind::kDeletion, i});
       }
     } else if (state < kBehind) {
-      call.frameshifts.push_back({CallShift::Kind::kInsertion, i});
+      call.frameshifts.push_back({Frameshift::Kind::kInsertion, i});
     }
     state = before;
   }
   std::reverse(call.frameshifts.begin(), call.frameshifts.end());
-  for (CallShift& shift : call.frameshifts) {
-    const bool inserted = shift.kind == CallShift::Kind::kInsertion;
+  for (Frameshift& shift : call.frameshifts) {
+    const bool inserted = shift.kind == Frameshift::Kind::kInsertion;
     const auto at = static_cast<std::size_t>(inserted ? shift.position + 1 : shift.position);
     shift.confidence = confidenceOf(posteriors, shift.kind, shift.position, call.frame[at]);
   }

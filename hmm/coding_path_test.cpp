@@ -43,7 +43,7 @@ TEST(CodingPath, ALostBaseTurnsToTheFrameBelow) {
   posteriors[5].deleted[0] = 0.1f;
   const Call call = callOf(posteriors);
   ASSERT_EQ(call.frameshifts.size(), 1U);
-  EXPECT_EQ(call.frameshifts[0].kind, CallShift::Kind::kDeletion);
+  EXPECT_EQ(call.frameshifts[0].kind, Frameshift::Kind::kDeletion);
   EXPECT_EQ(call.frameshifts[0].position, 4);
   EXPECT_FLOAT_EQ(static_cast<float>(call.frameshifts[0].confidence), 0.75f);
 }
@@ -53,7 +53,7 @@ TEST(CodingPath, AnInsertedBaseBelongsToNoFrame) {
   posteriors[4].inserted[1] = 0.9f;
   const Call call = callOf(posteriors);
   ASSERT_EQ(call.frameshifts.size(), 1U);
-  EXPECT_EQ(call.frameshifts[0].kind, CallShift::Kind::kInsertion);
+  EXPECT_EQ(call.frameshifts[0].kind, Frameshift::Kind::kInsertion);
   EXPECT_EQ(call.frameshifts[0].position, 4);
   EXPECT_FLOAT_EQ(static_cast<float>(call.frameshifts[0].confidence), 0.9f);
   EXPECT_EQ(call.frame[4], -1);

@@ -50,7 +50,7 @@ void HmmDecoder::decode(const ReadView& read, const Wishes&, Scratch& scratch, C
   findCodingPath(own.frames, own.trace, call);
 }
 
-std::shared_ptr<const Decoder> HmmDecoder::calibrated(std::span<const ReadView> sample) const {
+std::shared_ptr<const Decoder> HmmDecoder::fitted(std::span<const ReadView> sample) const {
   std::vector<ReadView> reads(sample.begin(), sample.end());
   if (!options_.useQualities)
     std::transform(reads.begin(), reads.end(), reads.begin(), withoutQualities);

@@ -31,8 +31,9 @@ class HmmDecoder : public Decoder {
   void decode(const ReadView& read, const Wishes& wishes, Scratch& scratch,
               Call& call) const override;
 
-  // Learns error rates, and from up to 1000 reads the share of coding reads.
-  std::shared_ptr<const Decoder> calibrated(std::span<const ReadView> sample) const override;
+  // This decoder with error rates learnt from the sample, and from up to 1000 reads the share of
+  // coding reads.
+  std::shared_ptr<const Decoder> fitted(std::span<const ReadView> sample) const;
 
   const FileRates& rates() const { return rates_; }
   double codingShare() const { return codingShare_; }

@@ -54,7 +54,7 @@ TEST(HmmDecoder, FindsALostBase) {
   codes.erase(codes.begin() + 150);
   const Call call = decoded(HmmDecoder(sharedToy()), {codes, {}});
   ASSERT_EQ(call.frameshifts.size(), 1U);
-  EXPECT_EQ(call.frameshifts[0].kind, CallShift::Kind::kDeletion);
+  EXPECT_EQ(call.frameshifts[0].kind, Frameshift::Kind::kDeletion);
   EXPECT_EQ(call.frameshifts[0].position, 150);
   EXPECT_GT(call.frameshifts[0].confidence, 0.9);
   EXPECT_EQ(call.frame[149], 0);
@@ -67,7 +67,7 @@ TEST(HmmDecoder, FindsAnExtraBase) {
   codes.insert(codes.begin() + 150, short{3});
   const Call call = decoded(HmmDecoder(sharedToy()), {codes, {}});
   ASSERT_EQ(call.frameshifts.size(), 1U);
-  EXPECT_EQ(call.frameshifts[0].kind, CallShift::Kind::kInsertion);
+  EXPECT_EQ(call.frameshifts[0].kind, Frameshift::Kind::kInsertion);
   EXPECT_EQ(call.frameshifts[0].position, 150);
   EXPECT_EQ(call.frame[150], -1);
   EXPECT_EQ(call.frame[151], 1);
@@ -122,7 +122,7 @@ TEST(HmmDecoder, CalibrationLearnsRatesAndShare) {
   ToyReads reads(7);
   for (int i = 0; i < 100; ++i) reads.addCoding(150, {0.01, 0.02});
   const HmmDecoder plain(sharedToy());
-  const auto fitted = std::dynamic_pointer_cast<const HmmDecoder>(plain.calibrated(reads.views()));
+  const auto fitted = std::dynamic_pointer_cast<const HmmDecoder>(plain.fitted(reads.views()));
   ASSERT_NE(fitted, nullptr);
   EXPECT_GT(fitted->rates().mean.deletion, 0.01f);
   EXPECT_GT(fitted->codingShare(), 0.85);
@@ -135,7 +135,7 @@ TEST(HmmDecoder, TinyFilesKeepTheDefaults) {
     for (int i = 0; i < count; ++i) reads.addCoding(150, {});
     const HmmDecoder plain(sharedToy());
     const auto fitted =
-        std::dynamic_pointer_cast<const HmmDecoder>(plain.calibrated(reads.views()));
+        std::dynamic_pointer_cast<const HmmDecoder>(plain.fitted(reads.views()));
     ASSERT_NE(fitted, nullptr);
     EXPECT_EQ(fitted->rates().mean.insertion, kDefaultRates.insertion);
     EXPECT_EQ(fitted->codingShare(), plain.codingShare());
@@ -149,7 +149,7 @@ TEST(HmmDecoder, GivenRatesAndShareStay) {
   options.errorRates = BaseRates{0.001f, 0.002f, 0.003f};
   options.codingShare = 0.3;
   const HmmDecoder plain(sharedToy(), options);
-  const auto fitted = std::dynamic_pointer_cast<const HmmDecoder>(plain.calibrated(reads.views()));
+  const auto fitted = std::dynamic_pointer_cast<const HmmDecoder>(plain.fitted(reads.views()));
   EXPECT_EQ(fitted->rates().mean.insertion, 0.001f);
   EXPECT_EQ(fitted->codingShare(), 0.3);
 }
@@ -159,11 +159,11 @@ TEST(HmmDecoder, QualitiesCanBeLeftOut) {
   for (int i = 0; i < 100; ++i) reads.addCoding(150, {0.01, 0.01, 0.1, 5, 40});
   HmmOptions options;
   const auto with = std::dynamic_pointer_cast<const HmmDecoder>(
-      HmmDecoder(sharedToy(), options).calibrated(reads.views(true)));
+      HmmDecoder(sharedToy(), options).fitted(reads.views(true)));
   EXPECT_TRUE(with->rates().byQuality);
   options.useQualities = false;
   const auto without = std::dynamic_pointer_cast<const HmmDecoder>(
-      HmmDecoder(sharedToy(), options).calibrated(reads.views(true)));
+      HmmDecoder(sharedToy(), options).fitted(reads.views(true)));
   EXPECT_FALSE(without->rates().byQuality);
 }
 

@@ -7,6 +7,7 @@
 #include "tests/support/model_directory.h"
 #include "tests/support/models.h"
 #include "tests/support/temp_dir.h"
+#include "velto/velto.h"
 
 namespace velto {
 namespace {
@@ -35,9 +36,9 @@ class ModelSetTest : public testing::Test {
 
   std::string message() const {
     try {
-      const ModelSet models(directory.path());
+      const ModelSet models{FolderSource(directory.path())};
       return "";
-    } catch (const ModelFileError& error) {
+    } catch (const ModelError& error) {
       return error.what();
     }
   }
@@ -46,7 +47,7 @@ class ModelSetTest : public testing::Test {
 };
 
 TEST_F(ModelSetTest, LoadsAllModelsWithTheirWindows) {
-  const ModelSet models(directory.path());
+  const ModelSet models{FolderSource(directory.path())};
   for (int i = 0; i < kReadClasses; ++i) {
     const ModelView view = models.model(readClassAt(i)).view();
     EXPECT_EQ(view.windowWidth, i < 4 ? 96 : 196);

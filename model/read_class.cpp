@@ -19,19 +19,23 @@ int lengthClass(int length) {
   return length <= 3000 ? 1 : 2;
 }
 
-std::string filePath(const ReadClass& c, const std::string& directory, const char* stem) {
-  return directory + (c.windowWidth == kShortWindow ? "/paramater32/" : "/paramater/") + stem +
-         std::to_string(c.lengthId) + "G" + std::to_string(c.gcId) + "-ex0.txt";
+std::string fileName(const ReadClass& c, const char* stem) {
+  return (c.windowWidth == kShortWindow ? "paramater32/" : "paramater/") +
+         (stem + std::to_string(c.lengthId)) + "G" + std::to_string(c.gcId) + "-ex0.txt";
 }
 
 }  // namespace
 
+std::string ReadClass::parameterFile() const { return fileName(*this, "paramL"); }
+
+std::string ReadClass::matrixFile() const { return fileName(*this, "matrixL"); }
+
 std::string ReadClass::parameterPath(const std::string& directory) const {
-  return filePath(*this, directory, "paramL");
+  return directory + '/' + parameterFile();
 }
 
 std::string ReadClass::matrixPath(const std::string& directory) const {
-  return filePath(*this, directory, "matrixL");
+  return directory + '/' + matrixFile();
 }
 
 std::string ReadClass::name() const {

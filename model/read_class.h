@@ -11,7 +11,11 @@ struct ReadClass {
   int lengthId;     // 0: up to 999 bases, 1: 1000 to 3000, 2: 3001 and more
   int windowWidth;  // bases; 96 for reads of up to 599 bases, 196 for longer ones
 
-  // Paths of the two model files, by plain concatenation to the model directory's name.
+  // Names of the two model files within the model directory.
+  std::string parameterFile() const;
+  std::string matrixFile() const;
+
+  // Their paths, by plain concatenation to the directory's name.
   std::string parameterPath(const std::string& directory) const;
   std::string matrixPath(const std::string& directory) const;
 

@@ -1,68 +1,139 @@
-// The public predictor: the steps of one prediction, the votes by the integer tables.
+// Reads, any decoder: letters, strands and refusals.
 #include <algorithm>
-#include <array>
 #include <climits>
-#include <mutex>
 #include <utility>
 
-#include "decoder/integer_scores.h"
+#include "core/decoder.h"
 #include "core/letter_codes.h"
-#include "model/model_set.h"
-#include "model/vote_tables.h"
-#include "decoder/coding_region.h"
-#include "decoder/frame_path.h"
-#include "decoder/frame_scores.h"
-#include "decoder/shift_placement.h"
-#include "core/base_code.h"
-#include "decoder/frame_error.h"
+#include "predict/decoder_table.h"
 #include "velto/velto.h"
 
 namespace velto {
 namespace {
 
-ModelSet loadModels(const std::string& directory) {
-  try {
-    return ModelSet(directory);
-  } catch (const ModelFileError& error) {
-    throw ModelError(error.what());
+// One strand of a read as decoders take it.
+struct CodedStrand {
+  std::vector<short> codes;
+  std::vector<std::uint8_t> phred;  // empty: none
+
+  ReadView view() const { return {codes, phred}; }
+
+  void code(const Read& read, Letters letters) {
+    codeLetters(read.bases, letters, codes);
+    phred.assign(read.qualities.begin(), read.qualities.end());
+  }
+
+  void turn() {
+    reverseComplement(codes);
+    std::reverse(phred.begin(), phred.end());
+  }
+};
+
+void requireContract(const Read& read) {
+  if (read.bases.size() > INT_MAX) throw Error("a read of more than 2147483647 bases");
+  if (!read.qualities.empty() && read.qualities.size() != read.bases.size()) {
+    throw std::invalid_argument("as many qualities as bases are needed");
   }
 }
 
-double gcPercent(const std::vector<short>& codes) {
-  const auto gc = std::count_if(codes.begin(), codes.end(), [](short code) {
-    return code == baseCode('G') || code == baseCode('C');
-  });
-  return static_cast<double>(gc) * 100.0 / static_cast<double>(codes.size());
-}
+// The strands of some reads and their calls; reusable, so that memory is kept.
+class StrandBatch {
+ public:
+  void clear() { used_ = 0; }
 
-// The errors along a path, of a read of `length` bases.
-std::vector<Frameshift> frameshifts(const std::vector<int>& path, int length) {
-  std::vector<Frameshift> found;
-  for (size_t k = 1; k < path.size(); ++k) {
-    if (path[k] == path[k - 1]) continue;
-    for (int residue = 0; residue < 3; ++residue) {
-      const int position = 3 * static_cast<int>(k) + residue;
-      const FrameError error = frameErrorAt(path[k - 1], path[k], residue);
-      if (error == FrameError::kNone || position >= length) continue;
-      found.push_back({error == FrameError::kInsertion ? Frameshift::Kind::kInsertion
-                                                       : Frameshift::Kind::kDeletion,
-                       position});
+  // Adds the strands asked for of one read and fills what is known of it without a decoder.
+  // Returns how many were added: 0 for a read that is not predicted.
+  std::size_t add(const Read& read, const PredictOptions& options, Prediction& prediction) {
+    requireContract(read);
+    prediction.length = static_cast<int>(read.bases.size());
+    prediction.strand = options.strand == Strand::kMinus ? Strand::kMinus : Strand::kPlus;
+    if (read.bases.empty()) return 0;
+    CodedStrand& strand = next();
+    strand.code(read, options.letters);
+    prediction.gcPercent = gcPercent(strand.codes);
+    if (prediction.length < kLeastReadBases) {
+      prediction.status = Prediction::Status::kShort;
+      --used_;
+      return 0;
     }
+    if (options.strand == Strand::kMinus) strand.turn();
+    if (options.strand != Strand::kBoth) return 1;
+    CodedStrand& other = next();
+    other = strands_[used_ - 2];
+    other.turn();
+    return 2;
   }
-  return found;
+
+  // Decodes all strands; calls()[i] is that of strand i in the order of adding.
+  void decode(const Decoder& decoder, const Wishes& wishes, Decoder::Scratch& scratch) {
+    const std::vector<ReadView> views = this->views();
+    calls_.resize(used_);
+    decoder.decodeAll(views, wishes, scratch, calls_);
+  }
+
+  std::vector<ReadView> views() const {
+    std::vector<ReadView> views;
+    for (std::size_t i = 0; i < used_; ++i) views.push_back(strands_[i].view());
+    return views;
+  }
+
+  std::vector<Call>& calls() { return calls_; }
+
+ private:
+  CodedStrand& next() {
+    if (used_ == strands_.size()) strands_.emplace_back();
+    return strands_[used_++];
+  }
+
+  std::vector<CodedStrand> strands_;
+  std::size_t used_ = 0;  // strands
+  std::vector<Call> calls_;
+};
+
+void takeCall(Call& call, Prediction& prediction) {
+  prediction.status = call.coding ? Prediction::Status::kCoding : Prediction::Status::kNoncoding;
+  prediction.model = std::move(call.model);
+  prediction.score = call.score;
+  prediction.probability = call.probability;
+  prediction.start = call.start;
+  prediction.stop = call.stop;
+  prediction.frameshifts = std::move(call.frameshifts);
+  prediction.frame = std::move(call.frame);
+  std::move(std::begin(call.scores), std::end(call.scores), prediction.scores);
+}
+
+// The same of two strands; plus if both score alike.
+void takeBetterCall(Call& plus, Call& minus, Prediction& prediction) {
+  const bool isMinus = minus.score > plus.score;
+  if (isMinus) prediction.strand = Strand::kMinus;
+  takeCall(isMinus ? minus : plus, prediction);
+}
+
+std::string nameOrDefault(const Model& model, const std::string& wanted) {
+  const std::vector<std::string> names = model.decoders();
+  if (wanted.empty()) return names.front();
+  if (std::find(names.begin(), names.end(), wanted) == names.end()) {
+    throw ModelError("the model has no decoder '" + wanted + "'");
+  }
+  return wanted;
 }
 
 }  // namespace
 
 struct Workspace::Impl {
-  std::vector<short> codes;
-  CodedRead codons;
-  IntegerVote vote;
-  WindowScores scores;
-  layout lay;
-  std::vector<double> frameScore[3];
-  std::vector<dpNode> cells;
-  std::vector<int> path;
+  // Scratch for this decoder, made anew when another one comes.
+  Decoder::Scratch& scratchFor(const std::shared_ptr<const Decoder>& decoder) {
+    const bool isOwner = !owner.owner_before(decoder) && !decoder.owner_before(owner);
+    if (scratch == nullptr || !isOwner) {
+      scratch = decoder->scratch();
+      owner = decoder;
+    }
+    return *scratch;
+  }
+
+  std::weak_ptr<const Decoder> owner;  // of the scratch
+  std::unique_ptr<Decoder::Scratch> scratch;
+  StrandBatch strands;
 };
 
 Workspace::Workspace() : impl_(std::make_unique<Impl>()) {}
@@ -71,115 +142,90 @@ Workspace::Workspace(Workspace&&) noexcept = default;
 Workspace& Workspace::operator=(Workspace&&) noexcept = default;
 
 struct Predictor::Impl {
-  explicit Impl(const std::string& directory) : models(loadModels(directory)) {}
+  // Predicts as many reads as there are predictions, which are as constructed.
+  void predict(std::span<const Read> reads, const PredictOptions& options, Workspace::Impl& space,
+               std::span<Prediction> predictions) const;
 
-  // The tables of a class, made when its first read comes.
-  const VoteTables& tablesOf(const ReadClass& readClass) const {
-    LazyTables& lazy = tables[static_cast<size_t>(readClassIndex(readClass))];
-    std::call_once(lazy.once, [&] {
-      lazy.tables = std::make_unique<const VoteTables>(models.model(readClass).view());
-    });
-    return *lazy.tables;
-  }
-
-  // Predicts the read in space.codes.
-  void predict(const ReadClass& readClass, const PredictOptions& options, Workspace::Impl& space,
-               Prediction& result) const;
-
-  ModelSet models;
-
-  struct LazyTables {
-    std::once_flag once;
-    std::unique_ptr<const VoteTables> tables;
-  };
-  mutable std::array<LazyTables, kReadClasses> tables;  // [readClassIndex]
+  std::string name;  // of the decoder
+  std::shared_ptr<const Decoder> decoder;
 };
 
-namespace {
-
-// Window scores of the read, or numbers of their signs where that is enough.
-void fillScores(const VotingRead& read, bool wantScores, IntegerVote& vote, WindowScores& scores) {
-  if (wantScores || !read.tables.usable()) {
-    scores = scoreWindows(read.model, read.seq, read.length);
-  } else {
-    scoreSigns(read, vote, scores);
+void Predictor::Impl::predict(std::span<const Read> reads, const PredictOptions& options,
+                              Workspace::Impl& space, std::span<Prediction> predictions) const {
+  StrandBatch& strands = space.strands;
+  strands.clear();
+  std::vector<std::size_t> count;  // [read] strands
+  for (std::size_t i = 0; i < reads.size(); ++i) {
+    count.push_back(strands.add(reads[i], options, predictions[i]));
+  }
+  const Wishes wishes{options.wantScores, options.minProbability};
+  strands.decode(*decoder, wishes, space.scratchFor(decoder));
+  Call* call = strands.calls().data();
+  for (std::size_t i = 0; i < reads.size(); ++i) {
+    if (count[i] > 0) predictions[i].decoder = name;
+    if (count[i] == 1) takeCall(call[0], predictions[i]);
+    if (count[i] == 2) takeBetterCall(call[0], call[1], predictions[i]);
+    call += count[i];
   }
 }
 
-void placeFrameChanges(const VotingRead& read, IntegerVote& vote, int endStep,
-                       std::vector<int>& path) {
-  if (read.tables.usable()) {
-    IntegerJudge judge(read, vote);
-    placeShifts(judge, read.model.windowWidth, endStep, path);
-  } else {
-    placeShifts(read.model, read.seq, read.length, endStep, path);
-  }
+Predictor::Predictor(const Model& model, const std::string& decoder) {
+  Impl impl;
+  impl.name = nameOrDefault(model, decoder);
+  const auto table = decoderTable();
+  const auto entry = std::find_if(table.begin(), table.end(),
+                                  [&](const DecoderEntry& e) { return e.name == impl.name; });
+  impl.decoder = entry->load(*model.files_);
+  impl_ = std::make_shared<const Impl>(std::move(impl));
 }
 
-}  // namespace
+Predictor::Predictor(const std::string& folder, const std::string& decoder)
+    : Predictor(Model(folder), decoder) {}
 
-void Predictor::Impl::predict(const ReadClass& readClass, const PredictOptions& options,
-                              Workspace::Impl& space, Prediction& result) const {
-  const ModelView model = models.model(readClass).view();
-  const VoteTables& votes = tablesOf(readClass);
-  const int length = static_cast<int>(space.codes.size());
-  space.codons.assign(space.codes.data(), length);
-  const VotingRead read{model, votes, space.codes.data(), length, space.codons};
+Predictor::Predictor(std::shared_ptr<const Impl> impl) : impl_(std::move(impl)) {}
 
-  fillScores(read, options.wantScores, space.vote, space.scores);
-  layOutFrames(model, read.seq, length, space.scores, space.lay, space.frameScore);
-  fillLeadingClasses(space.lay, model.windowWidth);
-  const size_t steps = space.lay.cls[0].size();
-  space.cells.assign(3 * steps, dpNode());
-  fillFramePaths(model.tables.malkovChain, space.lay, space.cells.data());
-  space.path.clear();
-  const TracedPath traced = traceFramePath(space.cells.data(), static_cast<int>(steps), space.path);
-  if (traced.score > kLeastCodingScore) {
-    placeFrameChanges(read, space.vote, traced.endStep, space.path);
-  }
-  const CodingRegion region = codingRegion(space.path, traced.score);
-
-  result.score = traced.score;
-  result.start = region.start;
-  result.stop = region.stop;
-  const bool isCoding = region.start != -1;
-  result.status = isCoding ? Prediction::Status::kCoding : Prediction::Status::kNoncoding;
-  if (isCoding) {
-    result.frameshifts = frameshifts(space.path, length);
-    result.frames = space.path;
-  }
-  if (options.wantScores) std::copy_n(space.frameScore, 3, result.scores);
-}
-
-Predictor::Predictor(const std::string& modelDirectory)
-    : impl_(std::make_shared<const Impl>(modelDirectory)) {}
+const std::string& Predictor::decoder() const { return impl_->name; }
 
 Prediction Predictor::predict(std::string_view bases, Workspace& workspace,
                               const PredictOptions& options) const {
-  if (bases.size() > INT_MAX) throw std::length_error("a read of more than 2147483647 bases");
-  Prediction result;
-  result.length = static_cast<int>(bases.size());
-  result.strand = options.strand == Strand::kMinus ? Strand::kMinus : Strand::kPlus;
-  if (bases.empty()) return result;
-  Workspace::Impl& space = *workspace.impl_;
-  codeLetters(bases, options.letters, space.codes);
-  result.gcPercent = gcPercent(space.codes);
-  if (result.length < kLeastReadBases) {
-    result.status = Prediction::Status::kShort;
-    return result;
+  return predict(bases, {}, workspace, options);
+}
+
+Prediction Predictor::predict(std::string_view bases, std::span<const std::uint8_t> qualities,
+                              Workspace& workspace, const PredictOptions& options) const {
+  const Read read{bases, qualities};
+  Prediction prediction;
+  impl_->predict({&read, 1}, options, *workspace.impl_, {&prediction, 1});
+  return prediction;
+}
+
+std::vector<Prediction> Predictor::predictAll(std::span<const Read> reads, Workspace& workspace,
+                                              const PredictOptions& options) const {
+  std::vector<Prediction> predictions(reads.size());
+  impl_->predict(reads, options, *workspace.impl_, predictions);
+  return predictions;
+}
+
+// A read whose strand is not known is taken on the better one.
+Calibration Predictor::learn(std::span<const Read> sample, const PredictOptions& options,
+                             const Calibration& known) const {
+  Workspace workspace;
+  StrandBatch reads;
+  for (const Read& read : sample) {
+    PredictOptions own = options;
+    if (own.strand == Strand::kBoth) {
+      own.strand = predict(read.bases, read.qualities, workspace, options).strand;
+    }
+    Prediction unused;
+    reads.add(read, own, unused);
   }
-  const ReadClass readClass = classifyRead(result.length, result.gcPercent);
-  result.model = readClass.name();
-  if (options.strand == Strand::kMinus) reverseComplement(space.codes);
-  Prediction other = result;
-  impl_->predict(readClass, options, space, result);
-  if (options.strand == Strand::kBoth) {
-    reverseComplement(space.codes);
-    other.strand = Strand::kMinus;
-    impl_->predict(readClass, options, space, other);
-    if (other.score > result.score) return other;
-  }
-  return result;
+  return impl_->decoder->learn(reads.views(), known);
+}
+
+Predictor Predictor::calibrated(const Calibration& calibration) const {
+  std::shared_ptr<const Decoder> decoder = impl_->decoder->calibrated(calibration);
+  if (decoder == nullptr) return *this;
+  return Predictor(std::make_shared<const Impl>(Impl{impl_->name, std::move(decoder)}));
 }
 
 }  // namespace velto

@@ -4,13 +4,12 @@
 #include <algorithm>
 #include <thread>
 
-#include "core/letter_codes.h"
-#include "model/model_set.h"
-#include "decoder/coding_region.h"
+#include "decoder/base_scores.h"
 #include "decoder/frame_path.h"
 #include "decoder/frame_scores.h"
+#include "decoder/placed_call.h"
 #include "decoder/shift_placement.h"
-#include "decoder/frame_error.h"
+#include "model/model_set.h"
 #include "tests/support/reads.h"
 #include "tests/support/temp_dir.h"
 #include "tests/support/trained_models.h"
@@ -23,21 +22,6 @@ using test::PriorForm;
 using test::Random;
 using Status = Prediction::Status;
 
-// The errors as the reports find them: base by base.
-std::vector<Frameshift> reportedShifts(const std::vector<int>& path, int length) {
-  const auto frameAt = [&](int step) {
-    const bool inside = step >= 0 && step < static_cast<int>(path.size());
-    return inside ? path[static_cast<size_t>(step)] : kOffPath;
-  };
-  std::vector<Frameshift> shifts;
-  for (int i = 0; i < length; ++i) {
-    const FrameError error = frameErrorAt(frameAt(i / 3 - 1), frameAt(i / 3), i % 3);
-    if (error == FrameError::kInsertion) shifts.push_back({Frameshift::Kind::kInsertion, i});
-    if (error == FrameError::kDeletion) shifts.push_back({Frameshift::Kind::kDeletion, i});
-  }
-  return shifts;
-}
-
 // The prediction of one read by the plain definitions, with scores.
 Prediction definition(const ModelSet& models, const std::string& letters) {
   const std::vector<short> codes = test::baseCodes(letters);
@@ -49,8 +33,9 @@ Prediction definition(const ModelSet& models, const std::string& letters) {
   result.model = readClass.name();
   const ModelView model = models.model(readClass).view();
   layout lay;
+  std::vector<double> frameScore[3];
   layOutFrames(model, codes.data(), result.length,
-               scoreWindowsPlain(model, codes.data(), result.length), lay, result.scores);
+               scoreWindowsPlain(model, codes.data(), result.length), lay, frameScore);
   fillLeadingClasses(lay, model.windowWidth);
   const size_t steps = lay.cls[0].size();
   std::vector<dpNode> cells(3 * steps);
@@ -58,15 +43,15 @@ Prediction definition(const ModelSet& models, const std::string& letters) {
   std::vector<int> path;
   const TracedPath traced = traceFramePath(cells.data(), static_cast<int>(steps), path);
   placeShiftsPlain(model, codes.data(), result.length, traced.endStep, path);
-  const CodingRegion region = codingRegion(path, traced.score);
-  result.score = traced.score;
-  result.start = region.start;
-  result.stop = region.stop;
-  result.status = region.start == -1 ? Status::kNoncoding : Status::kCoding;
-  if (result.status == Status::kCoding) {
-    result.frames = path;
-    result.frameshifts = reportedShifts(path, result.length);
-  }
+  Call call;
+  callPath(path, traced.score, result.length, call);
+  result.score = call.score;
+  result.start = call.start;
+  result.stop = call.stop;
+  result.status = call.coding ? Status::kCoding : Status::kNoncoding;
+  result.frame = call.frame;
+  result.frameshifts = call.frameshifts;
+  for (int f = 0; f < 3; ++f) result.scores[f] = baseScores(frameScore[f], f, result.length);
   return result;
 }
 
@@ -78,7 +63,7 @@ void expectEqual(const Prediction& found, const Prediction& wanted) {
   EXPECT_EQ(found.score, wanted.score);
   EXPECT_EQ(found.start, wanted.start);
   EXPECT_EQ(found.stop, wanted.stop);
-  EXPECT_EQ(found.frames, wanted.frames);
+  EXPECT_EQ(found.frame, wanted.frame);
   ASSERT_EQ(found.frameshifts.size(), wanted.frameshifts.size());
   for (size_t i = 0; i < found.frameshifts.size(); ++i) {
     EXPECT_EQ(found.frameshifts[i].kind, wanted.frameshifts[i].kind);
@@ -101,7 +86,7 @@ class PredictorTest : public ::testing::Test {
   // Predicts `count` reads, with and without scores. One in ten must be coding, with at least as
   // many frameshifts.
   void compareWithDefinition(int count) {
-    const ModelSet models(directory.path());
+    const ModelSet models{FolderSource(directory.path())};
     const Predictor predictor(directory.path());
     Workspace workspace;
     int coding = 0;

@@ -320,14 +320,17 @@ TEST(JsonRows, ReplaceBytesThatAreNoUtf8) {
             std::string::npos);
 }
 
-TEST(ScoreRows, ShowTheScoreOfTheCodonThatCoversABase) {
+TEST(ScoreRows, ShowTheScoresOfABaseFrameByFrame) {
   Prediction prediction = handMade();
-  for (std::vector<double>& scores : prediction.scores) scores = {0.5, 1.25, -2.0, 3, 4, 5};
+  prediction.scores[0].assign(19, 0.5);
+  prediction.scores[1].assign(19, -2.0);
+  prediction.scores[2].assign(19, 0.0);
+  prediction.scores[0][1] = 1.25;
   const auto append = [](const ScannedRead& read, std::string& text) {
     appendScoreRows(read, Letters::kFolded, text);
   };
   const std::string text = written(HandMadeRead(prediction), append);
-  EXPECT_EQ(text.substr(0, 47), ">r;1 +\nG,0.5,0,0\nG,0.5,0.5,0\nA,0.5,0.5,0.5\nT,1.");
+  EXPECT_EQ(text.substr(0, 30), ">r;1 +\nG,0.5,-2,0\nG,1.25,-2,0\n");
   EXPECT_EQ(written(tooShort(), append), "");
 }
 

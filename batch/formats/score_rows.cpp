@@ -5,7 +5,7 @@
 
 #include "batch/formats/read_name.h"
 #include "core/letter_codes.h"
-#include "report/score_file.h"
+#include "report/score_rows.h"
 
 namespace velto {
 

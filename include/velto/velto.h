@@ -6,7 +6,12 @@
 //   if (found.status == velto::Prediction::Status::kCoding) use(found.start, found.stop);
 #pragma once
 
+#include <cstdint>
+#include <limits>
+#include <map>
 #include <memory>
+#include <optional>
+#include <span>
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -14,10 +19,34 @@
 
 namespace velto {
 
-// A model directory that cannot be used; the message names the file, the line and the reason.
-class ModelError : public std::runtime_error {
-  using std::runtime_error::runtime_error;
+// ---- Errors
+
+// What cannot be done, for a reason that lies outside the program. All errors of the library are of
+// this class, but for memory that runs out and for arguments against a contract.
+class Error : public std::runtime_error {
+ public:
+  explicit Error(const std::string& reason) : std::runtime_error(reason) {}
+
+  // The message reads "FILE: record R, line L: REASON"; a record or line of 0 is left out.
+  Error(const std::string& file, long record, long line, const std::string& reason);
+
+  const std::string& file() const { return file_; }  // empty: no file
+  long record() const { return record_; }            // 1-based; 0: none
+  long line() const { return line_; }                // 1-based; 0: none
+
+ private:
+  std::string file_;
+  long record_ = 0;
+  long line_ = 0;
 };
+
+// A model that cannot be used.
+class ModelError : public Error {
+ public:
+  using Error::Error;
+};
+
+// ---- What is asked
 
 // Which letters are bases. Every other letter is an unknown base.
 enum class Letters {
@@ -32,21 +61,34 @@ enum class Strand {
   kBoth,  // the strand with the better score; plus if both score alike
 };
 
+// One read; what it points to must outlive it.
+struct Read {
+  std::string_view bases;
+  std::span<const std::uint8_t> qualities{};  // Phred value per base; empty: not known
+};
+
 struct PredictOptions {
   Letters letters = Letters::kFolded;
   Strand strand = Strand::kPlus;
-  bool wantScores = false;  // fill Prediction::scores, which takes several times longer
+  bool wantScores = false;  // fill Prediction::scores, which takes longer
+  // Reads that code with a smaller probability are not called coding; NaN: the decoder's own
+  // threshold. Of no effect on decoders that give no probability.
+  double minProbability = std::numeric_limits<double>::quiet_NaN();
 };
+
+// Reads of fewer bases are not predicted.
+constexpr int kLeastReadBases = 30;
+
+// ---- What is answered
 
 // An inserted base, or a base lost just before `position` (0-based on the predicted strand).
 struct Frameshift {
   enum class Kind { kInsertion, kDeletion };
   Kind kind;
   int position;
+  // 0 to 1; NaN where the decoder gives none.
+  double confidence = std::numeric_limits<double>::quiet_NaN();
 };
-
-// Reads of fewer bases are not predicted.
-constexpr int kLeastReadBases = 30;
 
 // The prediction of one read. All positions are 0-based on `strand`.
 struct Prediction {
@@ -60,9 +102,13 @@ struct Prediction {
   Status status = Status::kEmpty;
   int length = 0;                 // bases
   double gcPercent = 0.0;         // 0 to 100; unknown bases count as bases
-  std::string model;              // class of the read, for example "96L0G1"; empty: not predicted
   Strand strand = Strand::kPlus;  // kPlus or kMinus
-  double score = 0.0;             // of the best path; above -9 a coding region was found
+
+  // Of predicted reads; empty or NaN where the decoder has no such thing.
+  std::string decoder;  // its name, for example "vote"
+  std::string model;    // which of the decoder's models served, for example "96L0G1"
+  double score = 0.0;   // the decoder's own, more is better
+  double probability = std::numeric_limits<double>::quiet_NaN();  // that the read codes, 0 to 1
 
   // Coding region, first to last base; -1 for none. The last codon of a region that runs to the
   // read's end may reach up to two bases beyond it.
@@ -70,13 +116,60 @@ struct Prediction {
   int stop = -1;
   std::vector<Frameshift> frameshifts;  // by position
 
-  // Reading frame (0 to 2) at each codon step, -1 off the coding region; step k of frame f is the
-  // codon that begins at base 3k + f. Empty unless the read is coding.
-  std::vector<int> frames;
+  // [base] reading frame 0 to 2: codons of frame f begin at bases p with p mod 3 = f; -1 off the
+  // coding region and at inserted bases. Empty unless the read is coding.
+  std::vector<std::int8_t> frame;
 
-  // Vote of the window centred on each codon step [frame][step], if wanted; above 0 means coding,
-  // -10 that there is no window.
+  // [frame][base] how well the base fits a codon of that frame, if wanted: the vote of the window
+  // centred on the codon (above 0 means coding, -10 that there is no window), or a probability.
   std::vector<double> scores[3];
+
+  bool isCoding() const { return status == Status::kCoding; }
+  bool isPredicted() const { return status == Status::kCoding || status == Status::kNoncoding; }
+};
+
+// Errors per base of coding sequence, or factors of them.
+struct BaseErrorRates {
+  double insertion = 0.0;
+  double deletion = 0.0;
+  double substitution = 0.0;
+};
+
+// Bases with the quality values from behind those of the bin before it to `most`.
+struct QualityBin {
+  std::uint8_t most = 0;   // Phred
+  BaseErrorRates factors;  // of the file's rates
+};
+
+// What is known of the file that reads come from. What is not known is empty.
+struct Calibration {
+  int reads = 0;  // of the sample it was learnt from; 0: not learnt
+  std::optional<BaseErrorRates> errorRates;
+  std::optional<double> codingShare;  // of the reads, 0 to 1
+  std::vector<QualityBin> qualities;  // ascending; empty: qualities tell nothing
+};
+
+// ---- Models and predictors
+
+class FileSource;
+
+// The files of a model. Constant after construction; copies share them.
+class Model {
+ public:
+  // The model of a folder; its files are read when a Predictor is made.
+  explicit Model(const std::string& folder);
+
+  // A model held in memory: the texts of its files by their names in the folder, for example
+  // "paramater32/matrixL0G0-ex0.txt".
+  explicit Model(std::map<std::string, std::string> texts);
+
+  // Names of the decoders that the model has files for, the default one first; at least one.
+  // Throws ModelError for a model without any, or with a damaged model.json.
+  std::vector<std::string> decoders() const;
+
+ private:
+  friend class Predictor;
+  std::shared_ptr<const FileSource> files_;
 };
 
 // Scratch memory for predictions: for one thread at a time, any predictor, any number of reads.
@@ -93,19 +186,40 @@ class Workspace {
   std::unique_ptr<Impl> impl_;
 };
 
-// All models of a model directory. Constant after construction; copies share the models.
+// A decoder of a model, ready to predict. Constant after construction; copies share the decoder.
+// Any number of threads may use it at once, each with a workspace of its own.
 class Predictor {
  public:
-  // Loads the directory's sixteen models. Throws ModelError.
-  explicit Predictor(const std::string& modelDirectory);
+  // Loads a decoder of the model, by default the model's default one. Throws ModelError for files
+  // that cannot be used and for a decoder that the model lacks.
+  explicit Predictor(const Model& model, const std::string& decoder = "");
+  explicit Predictor(const std::string& folder, const std::string& decoder = "");
 
-  // Predicts one read, whatever its length and letters. May be called by any number of threads at
-  // once, each with a workspace of its own. Throws std::length_error for more than INT_MAX bases.
+  const std::string& decoder() const;  // its name
+
+  // Predicts one read, whatever its length and letters. Throws Error for more than INT_MAX bases,
+  // std::invalid_argument for qualities that are not as many as the bases.
   Prediction predict(std::string_view bases, Workspace& workspace,
                      const PredictOptions& options = {}) const;
+  Prediction predict(std::string_view bases, std::span<const std::uint8_t> qualities,
+                     Workspace& workspace, const PredictOptions& options = {}) const;
+
+  // Predicts all reads, as predict does one by one; decoders may be faster at many at once.
+  std::vector<Prediction> predictAll(std::span<const Read> reads, Workspace& workspace,
+                                     const PredictOptions& options = {}) const;
+
+  // What the decoder learns about a file from a sample of its reads, of which those of fewer than
+  // kLeastReadBases bases are passed over; what `known` holds is kept. Returns `known` if there is
+  // nothing to learn. The strand of each read is that of the options.
+  Calibration learn(std::span<const Read> sample, const PredictOptions& options = {},
+                    const Calibration& known = {}) const;
+
+  // The predictor for reads of a file of which this is known.
+  Predictor calibrated(const Calibration& calibration) const;
 
  private:
   struct Impl;
+  explicit Predictor(std::shared_ptr<const Impl> impl);
   std::shared_ptr<const Impl> impl_;
 };
 
