@@ -50,6 +50,7 @@ std::string summaryJson(const ScanRun& run, const ScanCounts& counts) {
   nlohmann::ordered_json json;
   json["version"] = run.version;
   json["model"] = run.modelDirectory;
+  json["decoder"] = run.decoder;
   json["inputs"] = run.inputs;
   json["genetic_code"] = run.geneticCode;
   json["threads"] = run.threads;

@@ -25,10 +25,12 @@ struct ScanCounts {
 // One line for people.
 std::string countsText(const ScanCounts& counts, double seconds);
 
-// The run as JSON: version, model directory, inputs, genetic code, threads, counts, seconds.
+// The run as JSON: version, model directory, decoder, inputs, genetic code, threads, counts,
+// seconds.
 struct ScanRun {
   std::string version;
   std::string modelDirectory;
+  std::string decoder;
   std::vector<std::string> inputs;
   int geneticCode;  // its number
   int threads;

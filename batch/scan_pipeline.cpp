@@ -5,6 +5,7 @@
 #include <oneapi/tbb/parallel_pipeline.h>
 #include <oneapi/tbb/task_arena.h>
 
+#include <cmath>
 #include <utility>
 
 #include "batch/record_batches.h"
@@ -30,6 +31,15 @@ void dropRegion(Prediction& prediction) {
   prediction.stop = -1;
   prediction.frameshifts.clear();
   prediction.frame.clear();
+}
+
+std::vector<Read> readsOf(const RecordBatch& batch, bool useQualities) {
+  std::vector<Read> reads;
+  for (const Record& record : batch.records) {
+    reads.push_back({record.bases, {}});
+    if (useQualities) reads.back().qualities = record.qualities;
+  }
+  return reads;
 }
 
 class Scan {
@@ -86,9 +96,11 @@ class Scan {
     work->texts.assign(outputs_.size(), "");
     work->counts = ScanCounts();
     Workspace& workspace = workspaces_.local();
-    for (size_t i = 0; i < work->batch.records.size(); ++i) {
-      const Record& record = work->batch.records[i];
-      Prediction prediction = predictor_.predict(record.bases, workspace, options_.predict);
+    std::vector<Prediction> predictions = predictor_.predictAll(
+        readsOf(work->batch, options_.useQualities), workspace, options_.predict);
+    for (size_t i = 0; i < predictions.size(); ++i) {
+      Prediction& prediction = predictions[i];
+      requireProbability(prediction);
       const bool coding = prediction.status == Prediction::Status::kCoding;
       if (coding && prediction.score < options_.minScore.value_or(prediction.score)) {
         dropRegion(prediction);
@@ -98,6 +110,15 @@ class Scan {
     }
     work->batch.records.clear();
     return work;
+  }
+
+  // A least probability must not be passed over.
+  void requireProbability(const Prediction& prediction) const {
+    const bool wanted = !std::isnan(options_.predict.minProbability);
+    if (wanted && prediction.isPredicted() && std::isnan(prediction.probability)) {
+      throw Error("the decoder '" + prediction.decoder +
+                  "' gives no probabilities, so that no least one can be asked for");
+    }
   }
 
   // Appends what the outputs say of the batch's record i.

@@ -25,6 +25,7 @@ struct ScanOptions {
   std::vector<std::string> inputs;  // "-" is standard input
   PredictOptions predict;
   const GeneticCode* code = geneticCode(1);  // of proteins, start and stop codons; never null
+  bool useQualities = true;                  // those of the records, where they have some
   std::optional<double> minScore;            // a coding region that scores lower is not reported
   int threads = 1;
   // Called now and then from one thread at a time; may be empty.
@@ -35,7 +36,8 @@ struct ScanOptions {
 
 // Predicts all reads and writes them to the outputs, which are the same bytes for every number of
 // threads. Throws InputError for an input that cannot be read, after everything before the damage
-// was written, and OutputError; no output is committed here.
+// was written, OutputError, and Error if a least probability is asked of a decoder that gives none;
+// no output is committed here.
 ScanCounts scanReads(const Predictor& predictor, const ScanOptions& options,
                      std::vector<ScanOutput>& outputs);
 

@@ -1,5 +1,6 @@
 #include "batch/scanned_read.h"
 
+#include <cmath>
 #include <cstdio>
 
 namespace velto {
@@ -29,6 +30,16 @@ std::string positionList(const Prediction& prediction, Frameshift::Kind kind) {
   return list;
 }
 
+std::string confidenceList(const Prediction& prediction, Frameshift::Kind kind) {
+  std::string list;
+  for (const Frameshift& shift : prediction.frameshifts) {
+    if (shift.kind != kind || std::isnan(shift.confidence)) continue;
+    if (!list.empty()) list += ',';
+    list += numberText(shift.confidence, 3);
+  }
+  return list;
+}
+
 std::string numberText(double number, int digits) {
   char text[32];
   std::snprintf(text, sizeof text, "%.*g", digits, number);
@@ -36,5 +47,9 @@ std::string numberText(double number, int digits) {
 }
 
 std::string scoreText(double score) { return numberText(score, 5); }
+
+std::string probabilityText(double probability) {
+  return std::isnan(probability) ? "" : numberText(probability, 6);
+}
 
 }  // namespace velto

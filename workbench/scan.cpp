@@ -21,6 +21,7 @@
 #include "batch/formats/row_formats.h"
 #include "batch/scan_pipeline.h"
 #include "core/genetic_code.h"
+#include "predict/decoder_table.h"
 #include "seqio/input_error.h"
 #include "seqio/output_set.h"
 #include "velto/velto.h"
@@ -40,7 +41,8 @@ const std::map<std::string, InnerStops> kInnerStops = {
 struct CommandLine {
   std::vector<std::string> inputs;
   std::string modelDirectory;
-  int threads = 0;  // 0: all
+  std::string decoder;  // empty: the model's default one
+  int threads = 0;      // 0: all
   // By format, as in rowFormats(); the first one is the table of all reads.
   std::vector<std::string> rowFiles = std::vector<std::string>(rowFormats().size());
   std::string summary;
@@ -48,6 +50,8 @@ struct CommandLine {
   std::string stops = "x";
   int geneticCode = 1;
   std::optional<double> minScore;
+  std::optional<double> minProbability;
+  bool ignoreQualities = false;
   bool exactCase = false;
   bool quiet = false;
   bool progress = false;
@@ -120,7 +124,9 @@ ScanOptions scanOptions(const CommandLine& line) {
   options.predict.strand = strandNamed(line.strand);
   options.predict.wantScores = wantScores(line);
   options.code = geneticCode(line.geneticCode);
+  options.useQualities = !line.ignoreQualities;
   options.minScore = line.minScore;
+  if (line.minProbability) options.predict.minProbability = *line.minProbability;
   options.threads = threadCount(line.threads);
   if (line.progress) options.progress = ProgressLine();
   options.warnOfRepeatedName = [](const std::string& name) {
@@ -143,15 +149,16 @@ void scan(const CommandLine& line) {
   const Clock::time_point begin = Clock::now();
   const std::string directory =
       line.modelDirectory.empty() ? defaultModelDirectory() : line.modelDirectory;
-  const Predictor predictor(directory);
+  const Predictor predictor(directory, line.decoder);
   const ScanOptions options = scanOptions(line);
   Outputs outputs;
   openOutputs(line, {options.predict.letters, kInnerStops.at(line.stops)}, outputs);
   const ScanCounts counts = scanInto(predictor, options, outputs);
   const double seconds = std::chrono::duration<double>(Clock::now() - begin).count();
   if (outputs.summary != nullptr) {
-    const ScanRun run{VELTO_VERSION,    directory,       line.inputs,
-                      line.geneticCode, options.threads, seconds};
+    const ScanRun run{VELTO_VERSION, directory,        predictor.decoder(),
+                      line.inputs,   line.geneticCode, options.threads,
+                      seconds};
     outputs.summary->write(summaryJson(run, counts));
   }
   outputs.files.commit();
@@ -175,6 +182,12 @@ std::set<int> geneticCodeNumbers() {
   std::set<int> numbers;
   for (const GeneticCode& code : geneticCodes()) numbers.insert(code.number);
   return numbers;
+}
+
+std::vector<std::string> decoderNames() {
+  std::vector<std::string> names;
+  for (const DecoderEntry& decoder : decoderTable()) names.push_back(decoder.name);
+  return names;
 }
 
 void addOutputOptions(CLI::App& command, CommandLine& line) {
@@ -201,6 +214,8 @@ void addScanCommand(CLI::App& app) {
       ->required();
   command->add_option("-d,--model", line->modelDirectory,
                       "Model directory (default: ./param-human, then the installed one)");
+  command->add_option("--decoder", line->decoder, "Decoder (default: the model's)")
+      ->check(CLI::IsMember(decoderNames()));
   command->add_option("-t,--threads", line->threads, "Threads (default: all)")
       ->check(CLI::Range(1, 1024));
   command->set_version_flag("--version", std::string("velto ") + VELTO_VERSION);
@@ -210,6 +225,11 @@ void addScanCommand(CLI::App& app) {
       ->capture_default_str();
   command->add_option("--min-score", line->minScore, "Report no coding region below this score")
       ->check(finiteNumber());
+  command
+      ->add_option("--min-probability", line->minProbability,
+                   "Report no coding region below this probability")
+      ->check(CLI::Range(0.0, 1.0));
+  command->add_flag("--ignore-qualities", line->ignoreQualities, "Make no use of base qualities");
   command->add_flag("--exact-case", line->exactCase, "Only upper-case A, C, G, T are bases");
   command->add_flag("--quiet", line->quiet, "No counts at the end");
   command->add_flag("--progress", line->progress, "Show the progress on standard error");

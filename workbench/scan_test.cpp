@@ -288,6 +288,23 @@ TEST_F(ScanTest, TheGeneticCodeDecidesProteinsAndTypes) {
   EXPECT_EQ(scan({readsFile(), "--code", "7"}).status, 2);
 }
 
+TEST_F(ScanTest, DecoderIsTheModelsUnlessItIsNamed) {
+  const ProcessResult named = scan({readsFile(), "--decoder", "vote", "--summary", "s.json"});
+  ASSERT_EQ(named.status, 0) << named.err;
+  EXPECT_EQ(named.out, scan({readsFile()}).out);
+  EXPECT_EQ(nlohmann::json::parse(file("s.json"))["decoder"], "vote");
+  EXPECT_EQ(scan({readsFile(), "--decoder", "dice"}).status, 2);
+}
+
+TEST_F(ScanTest, LeastProbabilityIsRefusedWhereTheDecoderGivesNone) {
+  const ProcessResult result = scan(
+      {readsFile(), "--decoder", "vote", "--min-probability", "0.5", "-o", "t", "--gff3", "g"});
+  EXPECT_EQ(result.status, 1);
+  EXPECT_NE(result.err.find("the decoder 'vote' gives no probabilities"), std::string::npos);
+  EXPECT_EQ(filesInWork(), 0U);
+  EXPECT_EQ(scan({readsFile(), "--min-probability", "1.5"}).status, 2);
+}
+
 // ---- Other programs
 
 bool isInstalled(const std::string& program) {

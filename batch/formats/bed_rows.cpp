@@ -11,6 +11,13 @@ namespace {
 
 constexpr double kMostScore = 1000.0;
 
+// From 0 to kMostScore: the probability where there is one, else the score.
+double scoreOf(const Prediction& prediction) {
+  const bool hasProbability = !std::isnan(prediction.probability);
+  const double score = hasProbability ? kMostScore * prediction.probability : prediction.score;
+  return std::clamp(std::round(score), 0.0, kMostScore);
+}
+
 // The parts in ascending order of the bases of the read as given.
 std::vector<CodingPart> ascendingParts(const ScannedRead& read) {
   std::vector<CodingPart> parts = read.coding.kept;
@@ -35,10 +42,10 @@ void appendBedRow(const ScannedRead& read, std::string& text) {
   const std::string name = bedName(read);
   const std::string begin = std::to_string(parts.front().begin);
   const std::string end = std::to_string(parts.back().end);
-  const double score = std::clamp(std::round(read.prediction.score), 0.0, kMostScore);
-  text += name + '\t' + begin + '\t' + end + '\t' + name + '\t' + numberText(score, 4) + '\t' +
-          symbolOf(read.prediction.strand) + '\t' + begin + '\t' + end + "\t0\t" +
-          std::to_string(parts.size()) + '\t' + sizes + '\t' + starts + '\n';
+  text += name + '\t' + begin + '\t' + end + '\t' + name + '\t' +
+          numberText(scoreOf(read.prediction), 4) + '\t' + symbolOf(read.prediction.strand) + '\t' +
+          begin + '\t' + end + "\t0\t" + std::to_string(parts.size()) + '\t' + sizes + '\t' +
+          starts + '\n';
 }
 
 }  // namespace velto

@@ -5,15 +5,20 @@
 namespace velto {
 namespace {
 
+std::string attributeIf(const char* name, const std::string& value) {
+  return value.empty() ? "" : std::string(";") + name + '=' + value;
+}
+
 std::string callAttributes(const ScannedRead& read) {
   const Prediction& p = read.prediction;
-  std::string text = std::string(";type=") + nameOf(read.coding.type);
-  text += ";inner_stops=" + std::to_string(read.coding.innerStops);
-  const std::string insertions = positionList(p, Frameshift::Kind::kInsertion);
-  const std::string deletions = positionList(p, Frameshift::Kind::kDeletion);
-  if (!insertions.empty()) text += ";insertions=" + insertions;
-  if (!deletions.empty()) text += ";deletions=" + deletions;
-  return text;
+  using Kind = Frameshift::Kind;
+  return attributeIf("type", nameOf(read.coding.type)) +
+         attributeIf("inner_stops", std::to_string(read.coding.innerStops)) +
+         attributeIf("insertions", positionList(p, Kind::kInsertion)) +
+         attributeIf("deletions", positionList(p, Kind::kDeletion)) +
+         attributeIf("probability", probabilityText(p.probability)) +
+         attributeIf("insertion_confidences", confidenceList(p, Kind::kInsertion)) +
+         attributeIf("deletion_confidences", confidenceList(p, Kind::kDeletion));
 }
 
 // The columns from the type to the last position, which both count from 1.

@@ -16,6 +16,15 @@ std::vector<int> positions(const Prediction& prediction, Frameshift::Kind kind) 
   return list;
 }
 
+// NaN becomes null.
+std::vector<double> confidences(const Prediction& prediction, Frameshift::Kind kind) {
+  std::vector<double> list;
+  for (const Frameshift& shift : prediction.frameshifts) {
+    if (shift.kind == kind) list.push_back(shift.confidence);
+  }
+  return list;
+}
+
 Json valueIf(bool given, Json value) { return given ? value : Json(nullptr); }
 
 }  // namespace
@@ -29,7 +38,7 @@ void appendJsonRow(const ScannedRead& read, std::string& text) {
   row["description"] = read.record.description;
   row["length"] = p.length;
   row["gc"] = valueIf(p.length > 0, p.gcPercent);
-  row["model"] = valueIf(predicted, p.model);
+  row["model"] = valueIf(!p.model.empty(), p.model);
   row["strand"] = valueIf(predicted, std::string(1, symbolOf(p.strand)));
   row["score"] = valueIf(predicted, p.score);
   row["start"] = valueIf(coding, p.start + 1);
@@ -40,6 +49,9 @@ void appendJsonRow(const ScannedRead& read, std::string& text) {
   row["cds_length"] = valueIf(coding, read.coding.bases.size());
   row["status"] = nameOf(p.status);
   row["inner_stops"] = valueIf(coding, read.coding.innerStops);
+  row["probability"] = p.probability;
+  row["insertion_confidences"] = valueIf(coding, confidences(p, Frameshift::Kind::kInsertion));
+  row["deletion_confidences"] = valueIf(coding, confidences(p, Frameshift::Kind::kDeletion));
   text += row.dump(-1, ' ', false, Json::error_handler_t::replace) + '\n';
 }
 

@@ -141,14 +141,15 @@ TEST(CodingSequence, TellsWhichEndsAreThere) {
 TEST(TsvRows, HaveTheColumnsOfTheHeader) {
   EXPECT_EQ(tsvHeader(),
             "read\tlength\tgc\tmodel\tstrand\tscore\tstart\tstop\tinsertions\tdeletions\ttype\t"
-            "cds_length\tstatus\tinner_stops\n");
+            "cds_length\tstatus\tinner_stops\tprobability\tinsertion_confidences\t"
+            "deletion_confidences\n");
   EXPECT_EQ(written(HandMadeRead(handMade()), appendTsvRow),
-            "r;1\t19\t47.3684\t96L0G1\t+\t12.346\t3\t17\t9\t15\tcomplete\t15\tcoding\t0\n");
+            "r;1\t19\t47.3684\t96L0G1\t+\t12.346\t3\t17\t9\t15\tcomplete\t15\tcoding\t0\t\t\t\n");
   EXPECT_EQ(written(noncoding(), appendTsvRow),
-            "r;1\t40\t0\t96L0G0\t+\t-10\t\t\t\t\t\t\tnoncoding\t\n");
-  EXPECT_EQ(written(tooShort(), appendTsvRow), "r;1\t12\t25\t\t\t\t\t\t\t\t\t\tshort\t\n");
+            "r;1\t40\t0\t96L0G0\t+\t-10\t\t\t\t\t\t\tnoncoding\t\t\t\t\n");
+  EXPECT_EQ(written(tooShort(), appendTsvRow), "r;1\t12\t25\t\t\t\t\t\t\t\t\t\tshort\t\t\t\t\n");
   EXPECT_EQ(written(HandMadeRead(Prediction()), appendTsvRow),
-            "r;1\t0\t\t\t\t\t\t\t\t\t\t\tempty\t\n");
+            "r;1\t0\t\t\t\t\t\t\t\t\t\t\tempty\t\t\t\t\n");
 }
 
 // The lines of a read of 19 bases, whose CDS has these columns 4 and 5.
@@ -187,6 +188,45 @@ TEST(Gff3Rows, OfARegionWithoutAWholeCodonAreNone) {
   Prediction prediction = handMade();
   prediction.start = 15;
   EXPECT_EQ(written(HandMadeRead(prediction), appendGff3Rows), "");
+}
+
+// With a probability of .9375 and frameshifts of 1/2 and 1/4.
+Prediction sure() {
+  Prediction prediction = handMade();
+  prediction.probability = 0.9375;
+  prediction.frameshifts[0].confidence = 0.5;
+  prediction.frameshifts[1].confidence = 0.25;
+  return prediction;
+}
+
+TEST(TsvRows, ShowProbabilitiesWhereTheDecoderGivesThem) {
+  Prediction prediction = sure();
+  EXPECT_TRUE(
+      written(HandMadeRead(prediction), appendTsvRow).ends_with("\t0\t0.9375\t0.5\t0.25\n"));
+  prediction.frameshifts = {{Kind::kInsertion, 8, 0.5}, {Kind::kInsertion, 12, 0.12345}};
+  EXPECT_TRUE(written(HandMadeRead(prediction), appendTsvRow).ends_with("\t0.9375\t0.5,0.123\t\n"));
+  prediction = noncoding().prediction;
+  prediction.probability = 1.0 / 3;
+  EXPECT_TRUE(
+      written(HandMadeRead(prediction), appendTsvRow).ends_with("\tnoncoding\t\t0.333333\t\t\n"));
+}
+
+TEST(Gff3Rows, ShowProbabilitiesWhereTheDecoderGivesThem) {
+  EXPECT_NE(written(HandMadeRead(sure()), appendGff3Rows)
+                .find(";deletions=15;probability=0.9375;insertion_confidences=0.5;"
+                      "deletion_confidences=0.25\n"),
+            std::string::npos);
+}
+
+TEST(JsonRows, ShowProbabilitiesWhereTheDecoderGivesThem) {
+  EXPECT_NE(written(HandMadeRead(sure()), appendJsonRow)
+                .find(R"("probability":0.9375,"insertion_confidences":[0.5],)"
+                      R"("deletion_confidences":[0.25]})"),
+            std::string::npos);
+}
+
+TEST(BedRows, HaveTheProbabilityAsScoreWhereTheDecoderGivesIt) {
+  EXPECT_NE(written(HandMadeRead(sure()), appendBedRow).find("\t938\t+"), std::string::npos);
 }
 
 TEST(BedRows, HaveOneBlockBetweenInsertedBases) {
@@ -306,12 +346,14 @@ TEST(JsonRows, HaveTheColumnsOfTheTable) {
       written(HandMadeRead(prediction), appendJsonRow),
       R"({"read":"r;1","description":"a \"note\"","length":19,"gc":47.25,)"
       R"("model":"96L0G1","strand":"+","score":12.5,"start":3,"stop":17,"insertions":[9],)"
-      R"("deletions":[15],"type":"complete","cds_length":15,"status":"coding","inner_stops":0})"
+      R"("deletions":[15],"type":"complete","cds_length":15,"status":"coding","inner_stops":0,)"
+      R"("probability":null,"insertion_confidences":[null],"deletion_confidences":[null]})"
       "\n");
   EXPECT_EQ(written(HandMadeRead(Prediction()), appendJsonRow),
             R"({"read":"r;1","description":"a \"note\"","length":0,"gc":null,"model":null,)"
             R"("strand":null,"score":null,"start":null,"stop":null,"insertions":null,)"
-            R"("deletions":null,"type":null,"cds_length":null,"status":"empty","inner_stops":null})"
+            R"("deletions":null,"type":null,"cds_length":null,"status":"empty","inner_stops":null,)"
+            R"("probability":null,"insertion_confidences":null,"deletion_confidences":null})"
             "\n");
 }
 

@@ -14,7 +14,8 @@ void addField(std::string& text, const std::string& field) {
 
 std::string tsvHeader() {
   return "read\tlength\tgc\tmodel\tstrand\tscore\tstart\tstop\tinsertions\tdeletions\ttype\t"
-         "cds_length\tstatus\tinner_stops\n";
+         "cds_length\tstatus\tinner_stops\tprobability\tinsertion_confidences\tdeletion_"
+         "confidences\n";
 }
 
 void appendTsvRow(const ScannedRead& read, std::string& text) {
@@ -38,6 +39,9 @@ void appendTsvRow(const ScannedRead& read, std::string& text) {
   fieldIf(coding, std::to_string(read.coding.bases.size()));
   addField(text, nameOf(p.status));
   fieldIf(coding, std::to_string(read.coding.innerStops));
+  addField(text, probabilityText(p.probability));
+  addField(text, confidenceList(p, Frameshift::Kind::kInsertion));
+  addField(text, confidenceList(p, Frameshift::Kind::kDeletion));
   text += '\n';
 }
 
