@@ -93,10 +93,10 @@ void scoreSliding(benchmark::State& state) {
 
 void scoreInteger(benchmark::State& state) {
   IntegerVote vote;
-  WindowScores scores;
+  WindowClasses classes;
   overReads(state, [&](const VotingRead& voting, const PreparedRead&) {
-    scoreSigns(voting, vote, scores);
-    benchmark::DoNotOptimize(scores);
+    classifyWindows(voting, vote, classes);
+    benchmark::DoNotOptimize(classes);
   });
 }
 

@@ -4,11 +4,10 @@
 #include <vector>
 
 #include "decoder/layout.h"
+#include "decoder/path_recurrence.h"
 
 namespace velto {
 
-// prevFrame of a cell where a path starts.
-constexpr int kPathBegins = 10;
 // Score returned for a path of fewer than 60 traced steps.
 constexpr double kShortPathScore = -10.0;
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "decoder/window_layout.h"
 #include "model/sliding_vote.h"
 #include "model/window_sample.h"
 #include "model/window_vote.h"
@@ -67,77 +68,32 @@ WindowScores scoreWindows(const ModelView& model, const short* seq, int length) 
 
 namespace {
 
-// Lays out the windows of one read, frame after frame.
-class FrameLayouter {
- public:
-  FrameLayouter(const ModelView& model, const short* seq, int length, const WindowScores& scores)
-      : half_(model.windowWidth / 6),
-        codons_(windowCodons(model.windowWidth)),
-        seq_(seq),
-        length_(length),
-        scores_(scores) {}
-
-  void markAtg(int frame, std::vector<int>& met) const {
-    for (int p = frame; p + 2 < length_; p += 3) {
-      met.push_back(acidAt(seq_, length_, p) == kMethionine ? kAtgCodon : kOtherCodon);
-    }
+void markAtg(const short* seq, int length, int frame, std::vector<int>& met) {
+  for (int p = frame; p + 2 < length; p += 3) {
+    met.push_back(acidAt(seq, length, p) == kMethionine ? kAtgCodon : kOtherCodon);
   }
-
-  void classify(int frame, std::vector<int>& classes, std::vector<double>& frameScore) {
-    const std::vector<double>& scored = scores_.frame[frame];
-    for (size_t k = 0;; ++k) {
-      const int start = frame + 3 * static_cast<int>(k);
-      const bool tooShort = codonsInside(start) < half_ + 2;
-      if (isStop(start + 3 * half_)) {
-        append(classes, kStopCodon, frameScore, kNoWindowScore);
-      } else if (tooShort) {
-        append(classes, kNoWindow, frameScore, kNoWindowScore);
-      } else {
-        if (k < scored.size()) {
-          lastScore_ = scored[k];
-          lastClass_ = windowClass(lastScore_);
-        }
-        append(classes, lastClass_, frameScore, lastScore_);
-      }
-      if (tooShort) return;
-    }
-  }
-
- private:
-  static void append(std::vector<int>& classes, int code, std::vector<double>& frameScore,
-                     double score) {
-    classes.push_back(code);
-    frameScore.push_back(score);
-  }
-
-  int codonsInside(int start) const { return std::min(codons_, std::max(0, length_ - start) / 3); }
-
-  bool isStop(int p) const { return acidAt(seq_, length_, p) == kStopSignal; }
-
-  int half_;    // codons; the centre codon is codon number half_ of its window
-  int codons_;  // codons of a whole window
-  const short* seq_;
-  int length_;  // bases
-  const WindowScores& scores_;
-  int lastClass_ = kNonCodingWindow;  // of the window scored last, kept across the frames
-  double lastScore_ = 0.0;
-};
+}
 
 }  // namespace
 
 void layOutFrames(const ModelView& model, const short* seq, int length, const WindowScores& scores,
                   layout& lay, std::vector<double> (&frameScore)[3]) {
   lay = layout();
-  FrameLayouter layouter(model, seq, length, scores);
-  const size_t half = static_cast<size_t>(model.windowWidth / 6);
+  const auto isStop = [=](int p) { return acidAt(seq, length, p) == kStopSignal; };
+  const int half = model.windowWidth / 6;
+  double last = 0.0;  // score of the window scored last, kept across the frames
   for (int f = 0; f < 3; ++f) {
-    layouter.markAtg(f, lay.met[f]);
-    lay.cls[f].assign(half, kLeadingFiller);
-    frameScore[f].assign(half, 0.0);
-    layouter.classify(f, lay.cls[f], frameScore[f]);
-    std::fill_n(frameScore[f].begin(), half, frameScore[f][half]);
-    const size_t steps = std::max(lay.cls[f].size(), lay.met[f].size());
-    lay.cls[f].resize(steps, kNoWindow);
+    std::vector<int>& classes = lay.cls[f];
+    markAtg(seq, length, f, lay.met[f]);
+    classes.assign(static_cast<size_t>(half), kLeadingFiller);
+    frameScore[f].assign(static_cast<size_t>(half), 0.0);
+    layOutWindows({length, half, f}, scores.frame[f], isStop, last, [&](int code, double score) {
+      classes.push_back(code);
+      frameScore[f].push_back(score);
+    });
+    std::fill_n(frameScore[f].begin(), half, frameScore[f][static_cast<size_t>(half)]);
+    const size_t steps = std::max(classes.size(), lay.met[f].size());
+    classes.resize(steps, kNoWindow);
     frameScore[f].resize(steps, kNoWindowScore);
   }
 }

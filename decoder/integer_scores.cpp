@@ -7,28 +7,49 @@
 namespace velto {
 namespace {
 
-double signOf(const VotingRead& read, int sum, int start) {
-  if (sum != 0) return sum;
-  return scoreWindowPlain(read.model, read.seq, read.length, start);
+// Calls use(window, sum) for every scored window of a frame in turn.
+template <typename Use>
+void eachSum(const VotingRead& read, IntegerVote& vote, int frame, int windows, const Use& use) {
+  if (windows == 0) return;
+  const int codons = read.tables.codons();
+  vote.begin(read.tables, *read.tables.pairTables(3 * codons - 1));
+  for (int j = 0; j < codons; ++j) vote.add(read.codons, frame + 3 * j);
+  for (int k = 0;; ++k) {
+    use(static_cast<size_t>(k), vote.sum());
+    if (k + 1 == windows) return;
+    const int leaving = frame + 3 * k;
+    vote.slide(read.codons, leaving, leaving + 3 * codons);
+  }
+}
+
+// Calls use(frame, window, sum) for every scored window; resize(frame, windows) goes before.
+template <typename Resize, typename Use>
+void eachSum(const VotingRead& read, IntegerVote& vote, const Resize& resize, const Use& use) {
+  for (int f = 0; f < 3; ++f) {
+    const int windows = scoredWindows(read.length, read.model.windowWidth, f);
+    resize(f, static_cast<size_t>(windows));
+    eachSum(read, vote, f, windows, [&](size_t k, int sum) { use(f, k, sum); });
+  }
 }
 
 }  // namespace
 
-void scoreSigns(const VotingRead& read, IntegerVote& vote, WindowScores& scores) {
-  const int codons = read.tables.codons();
-  for (int f = 0; f < 3; ++f) {
-    const int windows = scoredWindows(read.length, read.model.windowWidth, f);
-    scores.frame[f].resize(static_cast<size_t>(windows));
-    if (windows == 0) continue;
-    vote.begin(read.tables, *read.tables.pairTables(3 * codons - 1));
-    for (int j = 0; j < codons; ++j) vote.add(read.codons, f + 3 * j);
-    for (int k = 0;; ++k) {
-      const int start = f + 3 * k;
-      scores.frame[f][static_cast<size_t>(k)] = signOf(read, vote.sum(), start);
-      if (k + 1 == windows) break;
-      vote.slide(read.codons, start, start + 3 * codons);
-    }
-  }
+void sumWindows(const VotingRead& read, IntegerVote& vote, WindowSums& sums) {
+  eachSum(
+      read, vote, [&](int f, size_t windows) { sums.frame[f].resize(windows); },
+      [&](int f, size_t k, int sum) { sums.frame[f][k] = sum; });
+}
+
+void classifyWindows(const VotingRead& read, IntegerVote& vote, WindowClasses& classes) {
+  const auto score = [&](int f, size_t k, int sum) -> double {
+    if (sum != 0) return sum;
+    return scoreWindowPlain(read.model, read.seq, read.length, f + 3 * static_cast<int>(k));
+  };
+  eachSum(
+      read, vote, [&](int f, size_t windows) { classes.frame[f].resize(windows); },
+      [&](int f, size_t k, int sum) {
+        classes.frame[f][k] = static_cast<signed char>(windowClass(score(f, k, sum)));
+      });
 }
 
 void IntegerJudge::beginTrials(const TrialWindow& window, const PairTables& pairs) {

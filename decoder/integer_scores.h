@@ -5,6 +5,7 @@
 #include "model/integer_vote.h"
 #include "model/vote_tables.h"
 #include "decoder/frame_scores.h"
+#include "decoder/frame_steps.h"
 #include "decoder/shift_placement.h"
 #include "model/model_tables.h"
 
@@ -19,9 +20,14 @@ struct VotingRead {
   const CodedRead& codons;
 };
 
-// Fills `scores` with a number of the sign of each window's vote sum: the classes of the windows
-// are those of scoreWindows, the scores are not.
-void scoreSigns(const VotingRead& read, IntegerVote& vote, WindowScores& scores);
+// The vote sums of the scored windows in millionths, [frame][window] as in WindowScores.
+struct WindowSums {
+  std::vector<int> frame[3];
+};
+void sumWindows(const VotingRead& read, IntegerVote& vote, WindowSums& sums);
+
+// The classes of the scored windows: of sums of 0 the ordered sum of doubles decides.
+void classifyWindows(const VotingRead& read, IntegerVote& vote, WindowClasses& classes);
 
 // Picks the trials that the ordered sums of doubles pick.
 class IntegerJudge : public TrialJudge {

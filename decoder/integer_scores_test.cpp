@@ -36,19 +36,22 @@ std::vector<int> randomPath(Random& random, int steps) {
 }
 
 void expectSameClasses(const VotingRead& read, IntegerVote& vote, Tally& tally) {
-  WindowScores signs;
-  scoreSigns(read, vote, signs);
+  WindowSums sums;
+  sumWindows(read, vote, sums);
+  WindowClasses classes;
+  classifyWindows(read, vote, classes);
   const WindowScores plain = scoreWindowsPlain(read.model, read.seq, read.length);
   for (int f = 0; f < 3; ++f) {
-    ASSERT_EQ(signs.frame[f].size(), plain.frame[f].size());
+    ASSERT_EQ(sums.frame[f].size(), plain.frame[f].size());
+    ASSERT_EQ(classes.frame[f].size(), plain.frame[f].size());
     for (size_t k = 0; k < plain.frame[f].size(); ++k) {
-      ASSERT_EQ(windowClass(signs.frame[f][k]), windowClass(plain.frame[f][k]))
+      ASSERT_EQ(int{classes.frame[f][k]}, windowClass(plain.frame[f][k]))
           << "frame " << f << " window " << k << " score " << plain.frame[f][k];
       ++tally.windows;
       if (std::abs(plain.frame[f][k]) < 1e-7) {
         ++tally.zeroSums;
       } else {
-        ASSERT_EQ(signs.frame[f][k], std::nearbyint(plain.frame[f][k] * 1e6));
+        ASSERT_EQ(sums.frame[f][k], std::nearbyint(plain.frame[f][k] * 1e6));
       }
     }
   }

@@ -1,0 +1,21 @@
+// The codon steps of one read as the frame path needs them, without scores.
+#pragma once
+
+#include <vector>
+
+#include "decoder/path_recurrence.h"
+#include "model/coded_read.h"
+
+namespace velto {
+
+// Classes of the scored windows, [frame][window] as in WindowScores: kCodingWindow or
+// kNonCodingWindow.
+struct WindowClasses {
+  std::vector<signed char> frame[3];
+};
+
+// The steps that layOutFrames and fillLeadingClasses lay out for a read of `length` bases.
+void layOutSteps(const CodedRead& codons, int length, int windowWidth, const WindowClasses& classes,
+                 std::vector<FrameStep>& steps);
+
+}  // namespace velto
