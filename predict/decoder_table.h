@@ -3,6 +3,9 @@
 
 #include <memory>
 #include <span>
+#include <span>
+#include <string>
+#include <vector>
 
 #include "core/decoder.h"
 #include "core/file_source.h"
@@ -16,7 +19,13 @@ struct DecoderEntry {
   std::shared_ptr<const Decoder> (*load)(const FileSource& files);
 };
 
-// All decoders, the one that is the default of a model that names none first.
+// All decoders.
 std::span<const DecoderEntry> decoderTable();
+
+// The decoders of a model, its default one first: those that its card names, or all that it has
+// files for, of which the first one in the table is the default if the card names none. At least
+// one. Throws ModelError for a model without any, and for a card that is damaged or names a decoder
+// that there is not.
+std::vector<const DecoderEntry*> decodersOf(const FileSource& files);
 
 }  // namespace velto

@@ -1,4 +1,4 @@
-// The files of a model, and the decoders that have some among them.
+// The files of a model.
 #include <utility>
 
 #include "core/file_source.h"
@@ -14,12 +14,7 @@ Model::Model(std::map<std::string, std::string> texts)
 
 std::vector<std::string> Model::decoders() const {
   std::vector<std::string> names;
-  for (const DecoderEntry& entry : decoderTable()) {
-    if (files_->has(entry.file)) names.emplace_back(entry.name);
-  }
-  if (names.empty()) {
-    throw ModelError(files_->path(decoderTable().front().file), 0, 0, "cannot be opened");
-  }
+  for (const DecoderEntry* entry : decodersOf(*files_)) names.emplace_back(entry->name);
   return names;
 }
 

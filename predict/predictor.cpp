@@ -109,13 +109,13 @@ void takeBetterCall(Call& plus, Call& minus, Prediction& prediction) {
   takeCall(isMinus ? minus : plus, prediction);
 }
 
-std::string nameOrDefault(const Model& model, const std::string& wanted) {
-  const std::vector<std::string> names = model.decoders();
-  if (wanted.empty()) return names.front();
-  if (std::find(names.begin(), names.end(), wanted) == names.end()) {
-    throw ModelError("the model has no decoder '" + wanted + "'");
+// The decoder of this name, or the default one for an empty name.
+const DecoderEntry& entryFor(const FileSource& files, const std::string& name) {
+  const std::vector<const DecoderEntry*> entries = decodersOf(files);
+  for (const DecoderEntry* entry : entries) {
+    if (name.empty() || name == entry->name) return *entry;
   }
-  return wanted;
+  throw ModelError("the model has no decoder '" + name + "'");
 }
 
 }  // namespace
@@ -170,13 +170,8 @@ void Predictor::Impl::predict(std::span<const Read> reads, const PredictOptions&
 }
 
 Predictor::Predictor(const Model& model, const std::string& decoder) {
-  Impl impl;
-  impl.name = nameOrDefault(model, decoder);
-  const auto table = decoderTable();
-  const auto entry = std::find_if(table.begin(), table.end(),
-                                  [&](const DecoderEntry& e) { return e.name == impl.name; });
-  impl.decoder = entry->load(*model.files_);
-  impl_ = std::make_shared<const Impl>(std::move(impl));
+  const DecoderEntry& entry = entryFor(*model.files_, decoder);
+  impl_ = std::make_shared<const Impl>(Impl{entry.name, entry.load(*model.files_)});
 }
 
 Predictor::Predictor(const std::string& folder, const std::string& decoder)

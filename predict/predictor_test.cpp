@@ -217,6 +217,60 @@ TEST_F(PredictorTest, ThreadsWithTheirOwnWorkspacesFindTheSame) {
   }
 }
 
+TEST_F(PredictorTest, PredictsManyReadsAsOneByOne) {
+  makeModels(PriorForm::kFollowCounts);
+  const Predictor predictor(directory.path());
+  PredictOptions options;
+  options.strand = Strand::kBoth;
+  options.wantScores = true;
+  std::vector<std::string> bases = {"", "ACGT"};
+  for (int i = 0; i < 40; ++i) {
+    bases.push_back(predictedLetters(randomRead(), i % 2 == 0 ? Strand::kPlus : Strand::kMinus,
+                                     Letters::kFolded));
+  }
+  std::vector<Read> reads;
+  for (const std::string& read : bases) reads.push_back({read, {}});
+  Workspace workspace;
+  const std::vector<Prediction> found = predictor.predictAll(reads, workspace, options);
+  ASSERT_EQ(found.size(), reads.size());
+  int onMinus = 0;
+  for (size_t i = 0; i < reads.size(); ++i) {
+    const Prediction wanted = predictor.predict(bases[i], workspace, options);
+    expectEqual(found[i], wanted);
+    EXPECT_EQ(found[i].strand, wanted.strand);
+    EXPECT_EQ(found[i].decoder, i < 2 ? "" : "vote");
+    for (int f = 0; f < 3; ++f) EXPECT_EQ(found[i].scores[f], wanted.scores[f]);
+    onMinus += wanted.strand == Strand::kMinus;
+  }
+  EXPECT_GT(onMinus, 5);
+}
+
+TEST_F(PredictorTest, QualitiesAreAsManyAsBasesAndChangeNoVote) {
+  makeModels(PriorForm::kNearlyConstant);
+  const Predictor predictor(directory.path());
+  Workspace workspace;
+  const std::string read = species.read(random, 700, 0.0);
+  std::vector<std::uint8_t> qualities(read.size(), 20);
+  expectEqual(predictor.predict(read, qualities, workspace), predictor.predict(read, workspace));
+  qualities.pop_back();
+  EXPECT_THROW(predictor.predict(read, qualities, workspace), std::invalid_argument);
+}
+
+TEST_F(PredictorTest, VoteLearnsNothingFromAFile) {
+  makeModels(PriorForm::kNearlyConstant);
+  const Predictor predictor(directory.path());
+  const std::string bases = species.read(random, 700, 0.0);
+  const std::vector<Read> sample(30, Read{bases, {}});
+  Calibration known;
+  known.codingShare = 0.25;
+  const Calibration learnt = predictor.learn(sample, {}, known);
+  EXPECT_EQ(learnt.codingShare, 0.25);
+  EXPECT_FALSE(learnt.errorRates.has_value());
+  Workspace workspace;
+  expectEqual(predictor.calibrated(learnt).predict(bases, workspace),
+              predictor.predict(bases, workspace));
+}
+
 TEST_F(PredictorTest, ModelErrorNamesFileAndLine) {
   makeModels(PriorForm::kNearlyConstant);
   const std::string file = readClassAt(5).parameterPath(directory.path());

@@ -10,13 +10,17 @@ namespace velto {
 
 void addCheckModelCommand(CLI::App& app) {
   CLI::App* command =
-      app.add_subcommand("check-model", "Check the sixteen models of a model directory");
+      app.add_subcommand("check-model", "Check all files of a model directory");
   const auto directory = std::make_shared<std::string>();
   command->add_option("DIR", *directory, "Model directory")->required();
   command->callback([directory] {
-    const Predictor predictor(*directory);
+    const Model model(*directory);
+    std::string names;
+    for (const std::string& decoder : model.decoders()) {
+      names += ' ' + Predictor(model, decoder).decoder();
+    }
     OutputFile report("-");
-    report.write(*directory + ": all 16 models are whole and regular\n");
+    report.write(*directory + ": all files are whole and regular; decoders:" + names + '\n');
     report.commit();
   });
 }
