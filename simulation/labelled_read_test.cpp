@@ -58,7 +58,7 @@ TEST_F(LabelledReads, WrittenReadsAndTruthReadBackAreTheSimulatedOnes) {
   const std::vector<Transcript> transcripts = {
       parseTranscript("t", "CDS=3-14", "CCATGAAAGGGTAGTT", TranscriptKind::kCoding).transcript};
   ReadSampling sampling;
-  sampling.rates = {0.1, 0.1, 0.1, 0.1};
+  sampling.errors.rates = {0.1, 0.1, 0.1, 0.1};
   sampling.perTranscript = 50;
   const std::vector<LabelledRead> simulated = simulateLabelled(sampling, transcripts);
   std::string fasta, rows;

@@ -15,7 +15,7 @@ SimulatedRead sampleRead(const ReadSampling& sampling, const std::vector<Transcr
   const Transcript& transcript = transcripts[chosen];
   const Fragment fragment = sampling.lengths ? sampleFragment(transcript, *sampling.lengths, random)
                                              : wholeTranscript(transcript);
-  return simulateRead(transcript, fragment, sampling.rates, random);
+  return simulateRead(transcript, fragment, sampling.errors, random);
 }
 
 std::string sampledReadName(std::uint64_t index) { return "r" + std::to_string(index + 1); }

@@ -11,7 +11,7 @@
 namespace velto {
 
 struct ReadSampling {
-  ErrorRates rates;
+  ErrorModel errors;
   std::optional<FragmentLengths> lengths;  // nothing: whole transcripts
   std::optional<std::uint64_t> reads;      // each from a random transcript; nothing: perTranscript
   std::uint64_t perTranscript = 1;         // reads of each transcript in turn

@@ -3,29 +3,10 @@
 #include <algorithm>
 
 #include "core/base_code.h"
+#include "simulation/read_qualities.h"
 
 namespace velto {
 namespace {
-
-struct Preset {
-  std::string_view name;
-  ErrorRates rates;  // substitution, insertion, deletion, unknown
-};
-
-constexpr Preset kPresets[] = {
-    {"clean", {0.0, 0.0, 0.0, 0.0}},
-    {"est", {0.012, 0.005, 0.007, 0.002}},
-    {"mild", {0.008, 0.0015, 0.0025, 0.002}},
-    {"nanopore", {0.015, 0.010, 0.020, 0.0}},
-};
-
-short randomBase(Random& random) { return static_cast<short>(random.below(4)); }
-
-// Any base but `base`, which may be unknown.
-short otherBase(short base, Random& random) {
-  if (!isKnownBase(base)) return randomBase(random);
-  return static_cast<short>((base + 1 + static_cast<int>(random.below(3))) % 4);
-}
 
 // Builds a read template base by template base and keeps the truth up to date.
 class ReadBuilder {
@@ -110,49 +91,6 @@ class ReadBuilder {
 
 }  // namespace
 
-bool ErrorRates::valid() const {
-  const double sum = substitution + insertion + deletion + unknown;
-  return substitution >= 0.0 && insertion >= 0.0 && deletion >= 0.0 && unknown >= 0.0 && sum <= 1.0;
-}
-
-std::optional<ErrorRates> presetRates(std::string_view name) {
-  for (const Preset& preset : kPresets) {
-    if (preset.name == name) return preset.rates;
-  }
-  return std::nullopt;
-}
-
-ErrorRates scaleIndels(ErrorRates rates, double factor) {
-  rates.insertion *= factor;
-  rates.deletion *= factor;
-  return rates;
-}
-
-std::vector<TemplateError> drawErrors(const Transcript& transcript, Fragment fragment,
-                                      const ErrorRates& rates, Random& random) {
-  const double substituted = rates.substitution;
-  const double inserted = substituted + rates.insertion;
-  const double deleted = inserted + rates.deletion;
-  const double unknown = deleted + rates.unknown;
-  std::vector<TemplateError> errors;
-  if (unknown <= 0.0) return errors;
-  for (int offset = 0; offset < fragment.length; ++offset) {
-    const double draw = random.real();
-    if (draw >= unknown) continue;
-    const short base = transcript.bases[static_cast<std::size_t>(fragment.start + offset)];
-    if (draw < substituted) {
-      errors.push_back({offset, TemplateError::kSubstitution, otherBase(base, random)});
-    } else if (draw < inserted) {
-      errors.push_back({offset, TemplateError::kInsertion, randomBase(random)});
-    } else if (draw < deleted) {
-      errors.push_back({offset, TemplateError::kDeletion, kUnknownBase});
-    } else {
-      errors.push_back({offset, TemplateError::kUnknown, kUnknownBase});
-    }
-  }
-  return errors;
-}
-
 SimulatedRead applyErrors(const Transcript& transcript, Fragment fragment,
                           const std::vector<TemplateError>& errors) {
   ReadBuilder builder(transcript, fragment);
@@ -160,7 +98,7 @@ SimulatedRead applyErrors(const Transcript& transcript, Fragment fragment,
   for (const TemplateError& error : errors) {
     const int t = fragment.start + error.offset;
     builder.copy(next, t);
-    next = t + 1;
+    next = error.kind == TemplateError::kInsertion ? t : t + 1;
     switch (error.kind) {
       case TemplateError::kSubstitution:
       case TemplateError::kUnknown:
@@ -168,7 +106,6 @@ SimulatedRead applyErrors(const Transcript& transcript, Fragment fragment,
         break;
       case TemplateError::kInsertion:
         builder.insert(error.base);
-        builder.copy(t, next);
         break;
       case TemplateError::kDeletion:
         builder.drop();
@@ -179,9 +116,14 @@ SimulatedRead applyErrors(const Transcript& transcript, Fragment fragment,
   return builder.finish();
 }
 
-SimulatedRead simulateRead(const Transcript& transcript, Fragment fragment, const ErrorRates& rates,
+SimulatedRead simulateRead(const Transcript& transcript, Fragment fragment, const ErrorModel& model,
                            Random& random) {
-  return applyErrors(transcript, fragment, drawErrors(transcript, fragment, rates, random));
+  const std::vector<TemplateError> errors = drawErrors(transcript, fragment, model, random);
+  SimulatedRead read = applyErrors(transcript, fragment, errors);
+  if (model.quality.mean > 0) {
+    read.phred = drawQualities(read.length(), errors, model.quality, random);
+  }
+  return read;
 }
 
 Fragment sampleFragment(const Transcript& transcript, FragmentLengths lengths, Random& random) {

@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <cmath>
 #include <cstddef>
 #include <string>
 #include <vector>
@@ -39,7 +38,7 @@ SimulatedRead wholeWith(const std::vector<Error>& errors) {
 TEST(ReadSimulator, ReadWithoutErrorsIsTheTemplateWithItsFrame) {
   Random random(kSeed);
   const SimulatedRead read =
-      simulateRead(example(), wholeTranscript(example()), ErrorRates{}, random);
+      simulateRead(example(), wholeTranscript(example()), ErrorModel{}, random);
   EXPECT_EQ(letters(read), "CCATGAAAGGGTAGTT");
   EXPECT_EQ(read.frame, (Marks{-1, -1, 2, 2, 2, 2, 2, 2, 2, 2, 2, 2, 2, 2, -1, -1}));
   EXPECT_EQ(read.start, 2);
@@ -102,6 +101,15 @@ TEST(ReadSimulator, TwoNeighbouringLostBasesAreTwoShiftsAtOnePlace) {
   EXPECT_EQ(read.frame, (Marks{-1, -1, 2, 2, 2, 2, 0, 0, 0, 0, 0, 0, -1, -1}));
 }
 
+TEST(ReadSimulator, InsertedBasesBeforeOneTemplateBaseStandInTheirOrder) {
+  // C and T before the first G, which is replaced by A: CC ATG AAA (CT) AGG TAG TT.
+  const SimulatedRead read = wholeWith(
+      {{8, Error::kInsertion, 3}, {8, Error::kInsertion, 1}, {8, Error::kSubstitution, 0}});
+  EXPECT_EQ(letters(read), "CCATGAAACTAGGTAGTT");
+  EXPECT_EQ(read.frame, (Marks{-1, -1, 2, 2, 2, 2, 2, 2, -1, -1, 1, 1, 1, 1, 1, 1, -1, -1}));
+  EXPECT_EQ(read.shifts, (Shifts{{8, true}, {9, true}}));
+}
+
 TEST(ReadSimulator, GapBeforeAnInsertedBaseIsPlacedAtThatBase) {
   const SimulatedRead read = wholeWith({{6, Error::kDeletion, -1}, {7, Error::kInsertion, 3}});
   EXPECT_EQ(letters(read), "CCATGACAGGGTAGTT");
@@ -160,43 +168,13 @@ Transcript longTranscript(int codons, Random& random) {
   return t;
 }
 
-// Share of `count` in `n` draws lies within four standard deviations of `rate`.
-void expectRate(double rate, long count, long n) {
-  const double mean = rate * static_cast<double>(n);
-  const double sigma = std::sqrt(mean * (1.0 - rate));
-  EXPECT_NEAR(static_cast<double>(count), mean, 4.0 * sigma) << "rate " << rate;
-}
-
-TEST(ReadSimulator, EachKindOfErrorOccursAtItsRate) {
-  SCOPED_TRACE(testing::Message() << "seed " << kSeed);
-  Random random(kSeed);
-  const Transcript t = longTranscript(700000, random);
-  for (const char* preset : {"est", "mild", "nanopore"}) {
-    SCOPED_TRACE(preset);
-    const ErrorRates rates = *presetRates(preset);
-    long count[4] = {};
-    long added[4] = {};
-    for (const Error& e : drawErrors(t, wholeTranscript(t), rates, random)) {
-      ++count[e.kind];
-      if (e.kind == Error::kInsertion) ++added[e.base];
-      if (e.kind == Error::kSubstitution) {
-        ASSERT_NE(e.base, t.bases[static_cast<std::size_t>(e.offset)]);
-      }
-    }
-    expectRate(rates.substitution, count[Error::kSubstitution], t.length());
-    expectRate(rates.insertion, count[Error::kInsertion], t.length());
-    expectRate(rates.deletion, count[Error::kDeletion], t.length());
-    expectRate(rates.unknown, count[Error::kUnknown], t.length());
-    for (const long of : added) expectRate(0.25, of, count[Error::kInsertion]);
-  }
-}
-
 TEST(ReadSimulator, FrameMarksChangeOnlyByTheListedShifts) {
   SCOPED_TRACE(testing::Message() << "seed " << kSeed);
   Random random(kSeed);
   const Transcript t = longTranscript(2000, random);
   for (int round = 0; round < 50; ++round) {
-    const SimulatedRead read = simulateRead(t, wholeTranscript(t), {0.1, 0.05, 0.05, 0.02}, random);
+    const SimulatedRead read =
+        simulateRead(t, wholeTranscript(t), {{0.1, 0.05, 0.05, 0.02}}, random);
     ASSERT_EQ(read.frame.size(), read.bases.size());
     int frame = read.frame[static_cast<std::size_t>(read.start)];
     std::size_t next = 0;
@@ -217,33 +195,24 @@ TEST(ReadSimulator, SameSeedGivesTheSameReadAndAnotherIndexAnother) {
   const Transcript t = longTranscript(300, random);
   const auto read = [&](std::uint64_t index) {
     Random own = Random::split(kSeed, index);
-    return simulateRead(t, wholeTranscript(t), *presetRates("est"), own).bases;
+    return simulateRead(t, wholeTranscript(t), *presetErrors("est"), own).bases;
   };
   EXPECT_EQ(read(7), read(7));
   EXPECT_NE(read(7), read(8));
 }
 
-TEST(ReadSimulator, PresetsAreKnownByNameOnly) {
-  EXPECT_FALSE(presetRates("pacbio").has_value());
-  EXPECT_DOUBLE_EQ(presetRates("est")->deletion, 0.007);
-  EXPECT_DOUBLE_EQ(presetRates("mild")->insertion, 0.0015);
-  EXPECT_DOUBLE_EQ(presetRates("nanopore")->unknown, 0.0);
-  EXPECT_DOUBLE_EQ(presetRates("clean")->substitution, 0.0);
-}
-
-TEST(ReadSimulator, ScaledIndelsLeaveTheOtherRates) {
-  const ErrorRates third = scaleIndels(*presetRates("est"), 1.0 / 3.0);
-  EXPECT_DOUBLE_EQ(third.insertion, 0.005 / 3.0);
-  EXPECT_DOUBLE_EQ(third.deletion, 0.007 / 3.0);
-  EXPECT_DOUBLE_EQ(third.substitution, 0.012);
-  EXPECT_DOUBLE_EQ(third.unknown, 0.002);
-}
-
-TEST(ReadSimulator, RatesMustBeSharesOfOne) {
-  EXPECT_TRUE((ErrorRates{0.5, 0.25, 0.25, 0.0}.valid()));
-  EXPECT_FALSE((ErrorRates{0.5, 0.25, 0.25, 0.25}.valid()));
-  EXPECT_FALSE((ErrorRates{-0.1, 0.0, 0.0, 0.0}.valid()));
-  EXPECT_FALSE((ErrorRates{std::nan(""), 0.0, 0.0, 0.0}.valid()));
+TEST(ReadSimulator, QualitiesComeWithTheModelAndLeaveTheBasesAlone) {
+  Random random(kSeed);
+  const Transcript t = longTranscript(300, random);
+  ErrorModel model = *presetErrors("nanopore-r9");
+  Random first(kSeed), second(kSeed);
+  const SimulatedRead read = simulateRead(t, wholeTranscript(t), model, first);
+  EXPECT_EQ(read.phred.size(), read.bases.size());
+  model.quality = {};
+  const SimulatedRead plain = simulateRead(t, wholeTranscript(t), model, second);
+  EXPECT_TRUE(plain.phred.empty());
+  EXPECT_EQ(plain.bases, read.bases);
+  EXPECT_EQ(plain.shifts, read.shifts);
 }
 
 TEST(ReadSimulator, FragmentsStayInsideAndReachBothEndsOfTheirRange) {

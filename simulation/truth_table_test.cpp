@@ -70,7 +70,7 @@ TEST(TruthTable, RowsAreReadBackAsWritten) {
   std::vector<SimulatedRead> reads;
   for (int i = 0; i < 500; ++i) {
     const Fragment fragment = sampleFragment(example(), {1, 16}, random);
-    reads.push_back(simulateRead(example(), fragment, {0.05, 0.1, 0.1, 0.05}, random));
+    reads.push_back(simulateRead(example(), fragment, {{0.05, 0.1, 0.1, 0.05}}, random));
     text += truthLine(truthOf(reads.back(), "r" + std::to_string(i)));
   }
   const std::vector<TruthRow> rows = readText(text);

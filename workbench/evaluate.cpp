@@ -30,11 +30,11 @@ std::vector<ReadSet> simulatedSets(const EvaluateOptions& options) {
   const std::vector<Transcript> transcripts =
       loadSources(options.codingFiles, options.noncodingFiles);
   std::vector<ReadSet> sets;
-  for (const double share : indelShares(options.sampling.rates)) {
+  for (const double share : indelShares(options.sampling.errors.rates)) {
     const bool isWhole = share == 1.0;
     if (!isWhole && options.plotsPath.empty()) continue;
     ReadSampling sampling = options.sampling;
-    sampling.rates = scaleIndels(sampling.rates, share);
+    sampling.errors.rates = scaleIndels(sampling.errors.rates, share);
     sets.push_back({simulateLabelled(sampling, transcripts), isWhole});
   }
   return sets;
@@ -119,7 +119,7 @@ std::vector<std::pair<std::string, std::string>> inputOf(const EvaluateOptions& 
     if (!options.noncodingFiles.empty()) {
       input.emplace_back("non-coding", joined(options.noncodingFiles));
     }
-    input.emplace_back("error rates", ratesText(options.sampling.rates));
+    input.emplace_back("error rates", ratesText(options.sampling.errors.rates));
     input.emplace_back("lengths", lengthsText(options.sampling));
   }
   input.emplace_back("seed", std::to_string(options.sampling.seed));
@@ -208,8 +208,8 @@ void run(const CLI::App& command, CommandLine& line) {
   checkFiles(options);
   if (!options.readsPath.empty()) checkGivenReads(command);
   options.sampling = parseSampling(command, line.sampling);
-  options.sampling.rates = scaleIndels(options.sampling.rates, line.indelScale);
-  if (!options.sampling.rates.valid()) {
+  options.sampling.errors.rates = scaleIndels(options.sampling.errors.rates, line.indelScale);
+  if (!options.sampling.errors.rates.valid()) {
     throw CLI::ValidationError("--indel-scale", "the error rates would sum up to more than 1");
   }
   evaluate(options);

@@ -38,7 +38,7 @@ Number parseNumber(std::string_view text, const std::string& option) {
   return value;
 }
 
-ErrorRates parseRates(const std::string& text) {
+ErrorModel parseRates(const std::string& text) {
   const std::string option = "--rates";
   std::vector<double> shares;
   for (const std::string& part : CLI::detail::split(text, ',')) {
@@ -49,13 +49,13 @@ ErrorRates parseRates(const std::string& text) {
   if (!rates.valid()) {
     throw CLI::ValidationError(option, "rates must be at least 0 and sum up to at most 1");
   }
-  return rates;
+  return {rates};
 }
 
-ErrorRates ratesOfPreset(const std::string& name) {
-  const std::optional<ErrorRates> rates = presetRates(name);
-  if (!rates) throw CLI::ValidationError("--preset", "there is no preset '" + name + "'");
-  return *rates;
+ErrorModel errorsOfPreset(const std::string& name) {
+  const std::optional<ErrorModel> errors = presetErrors(name);
+  if (!errors) throw CLI::ValidationError("--preset", "there is no preset '" + name + "'");
+  return *errors;
 }
 
 FragmentLengths parseLengths(const std::string& text) {
@@ -84,7 +84,7 @@ std::vector<Transcript> loadSources(const std::vector<std::string>& codingFiles,
 
 void addSamplingOptions(CLI::App& command, SamplingLine& line) {
   auto* preset = command.add_option("--preset", line.preset,
-                                    "Error rates: clean, est, mild or nanopore [est]");
+                                    "Errors: " + CLI::detail::join(presetNames(), ", ") + " [est]");
   command
       .add_option("--rates", line.rates,
                   "Substitutions, insertions, deletions and unknown bases per base, as 0.01,0,0,0")
@@ -105,7 +105,7 @@ void addSamplingOptions(CLI::App& command, SamplingLine& line) {
 
 ReadSampling parseSampling(const CLI::App& command, const SamplingLine& line) {
   ReadSampling sampling;
-  sampling.rates = line.rates.empty() ? ratesOfPreset(line.preset) : parseRates(line.rates);
+  sampling.errors = line.rates.empty() ? errorsOfPreset(line.preset) : parseRates(line.rates);
   if (!line.fullLength) sampling.lengths = parseLengths(line.lengths);
   if (command.count("--read-count") > 0) sampling.reads = line.reads;
   sampling.perTranscript = line.perTranscript;

@@ -2,6 +2,8 @@
 
 #include <cstdint>
 #include <memory>
+#include <string>
+#include <string_view>
 
 #include "seqio/output_set.h"
 #include "simulation/truth_table.h"
@@ -15,11 +17,40 @@ std::string fastaRecord(const SimulatedRead& read, const std::string& name) {
   return ">" + name + " " + read.source->name + "\n" + baseLetters(read.bases) + "\n";
 }
 
+std::string fastqRecord(const SimulatedRead& read, const std::string& name) {
+  std::string qualities;
+  for (const std::uint8_t phred : read.phred) qualities += static_cast<char>(phred + 33);
+  return "@" + name + " " + read.source->name + "\n" + baseLetters(read.bases) + "\n+\n" +
+         qualities + "\n";
+}
+
+constexpr char kInformationOption[] = "--quality-information";
+
 // The options as they are written on the command line.
 struct CommandLine {
   SimulateOptions options;
   SamplingLine sampling;
+  double information = 0.0;
 };
+
+bool isFastqName(std::string_view path) {
+  if (path.ends_with(".gz")) path.remove_suffix(3);
+  return path.ends_with(".fastq") || path.ends_with(".fq");
+}
+
+// Gives the errors the qualities that FASTQ wants, or takes away those that FASTA has no use for.
+void chooseQualities(const CLI::App& command, const CommandLine& line, ErrorModel& errors) {
+  const bool informed = command.count(kInformationOption) > 0;
+  if (!line.options.fastq) {
+    if (informed) throw CLI::ValidationError(kInformationOption, "FASTA has no qualities");
+    errors.quality = {};
+    return;
+  }
+  if (errors.quality.mean == 0) errors.quality = qualitiesOf(errors.rates);
+  if (!informed) return;
+  errors.quality.information = line.information;
+  if (!errors.valid()) throw CLI::ValidationError(kInformationOption, "not a number from 0 to 1");
+}
 
 void run(const CLI::App& command, CommandLine& line) {
   SimulateOptions& options = line.options;
@@ -28,8 +59,10 @@ void run(const CLI::App& command, CommandLine& line) {
   }
   std::vector<std::string> inputs = options.codingFiles;
   inputs.insert(inputs.end(), options.noncodingFiles.begin(), options.noncodingFiles.end());
-  requireDistinctFiles(inputs, {options.fastaPath, options.truthPath});
+  requireDistinctFiles(inputs, {options.readsPath, options.truthPath});
+  options.fastq = options.fastq || isFastqName(options.readsPath);
   options.sampling = parseSampling(command, line.sampling);
+  chooseQualities(command, line, options.sampling.errors);
   simulate(options);
 }
 
@@ -37,7 +70,7 @@ void run(const CLI::App& command, CommandLine& line) {
 
 void simulate(const SimulateOptions& options) {
   OutputSet outputs;
-  OutputFile& fasta = outputs.add(options.fastaPath);
+  OutputFile& reads = outputs.add(options.readsPath);
   OutputFile* truth = options.truthPath.empty() ? nullptr : &outputs.add(options.truthPath);
   const std::vector<Transcript> transcripts =
       loadSources(options.codingFiles, options.noncodingFiles);
@@ -46,7 +79,7 @@ void simulate(const SimulateOptions& options) {
   for (std::uint64_t index = 0; index < count; ++index) {
     const SimulatedRead read = sampleRead(options.sampling, transcripts, index);
     const std::string name = sampledReadName(index);
-    fasta.write(fastaRecord(read, name));
+    reads.write(options.fastq ? fastqRecord(read, name) : fastaRecord(read, name));
     if (truth != nullptr) truth->write(truthLine(truthOf(read, name)));
   }
   outputs.commit();
@@ -62,8 +95,16 @@ void addSimulateCommand(CLI::App& app) {
   command->add_option("--noncoding", options.noncodingFiles,
                       "FASTA files of non-coding transcripts");
   addSamplingOptions(*command, line->sampling);
-  command->add_option("-o,--output", options.fastaPath, "Reads as FASTA [standard output]")
+  command
+      ->add_option(
+          "-o,--output", options.readsPath,
+          "Reads, as FASTQ if it ends in .fastq, .fq, .fastq.gz or .fq.gz [standard output]")
       ->check(fileName());
+  command->add_flag("--fastq", options.fastq, "Reads as FASTQ whatever their file is called");
+  command
+      ->add_option(kInformationOption, line->information,
+                   "How much qualities tell about errors, 0 (all equal) to 1 [by preset]")
+      ->check(CLI::Range(0.0, 1.0));
   command->add_option("--truth", options.truthPath, "Truth table, tab-separated")
       ->check(fileName());
   command->callback([command, line] { run(*command, *line); });

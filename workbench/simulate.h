@@ -12,8 +12,9 @@ namespace velto {
 struct SimulateOptions {
   std::vector<std::string> codingFiles;
   std::vector<std::string> noncodingFiles;
-  ReadSampling sampling;
-  std::string fastaPath = "-";
+  ReadSampling sampling;  // its errors have qualities if `fastq`
+  bool fastq = false;     // else FASTA
+  std::string readsPath = "-";
   std::string truthPath;  // empty: no truth table
 };
 

@@ -7,6 +7,7 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <set>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -81,6 +82,62 @@ TEST_F(Simulate, RatesOfOneReplaceOrDropEveryBase) {
   EXPECT_EQ(run("simulate --full-length --rates 0,0,0,1 coding.fa").out,
             ">r1 t\nNNNNNNNNNNNNNNNN\n");
   EXPECT_EQ(run("simulate --full-length --rates 0,0,1,0 coding.fa").out, ">r1 t\n\n");
+}
+
+TEST_F(Simulate, ReadsOfASeedNeverChange) {
+  write("long.fa",
+        ">t CDS=3-62 chr1\nCCATGAAAGGGTACGGATTGCACCTAGACTTGGAAACCCGGATCATATCTCTCCGACGCTAGTT\n");
+  const std::string options =
+      " --preset nanopore --length 30-60 --read-count 3 --seed 4 --truth t.tsv";
+  EXPECT_EQ(run("simulate long.fa" + options).out,
+            ">r1 t\nGGTCGGATTGCACCTAGACTTGGAAACCCGGATC\n"
+            ">r2 t\nTTGGAAACCCGGATCATTCTCTCCGACGC\n"
+            ">r3 t\nTGAAAGGGTACGGATTGCCCTAGACTTGGAAACCTGGATCATAGTCTCTCCGACGCTAGT\n");
+  EXPECT_EQ(contents(path("t.tsv")),
+            truthHeader() +
+                "r1\t34\tt\t10\t35\t1-3:2,4-34:1\t1\t34\tpartial\tpartial\t\t4\n"
+                "r2\t29\tt\t30\t30\t1-17:0,18-29:2\t1\t29\tpartial\tpartial\t\t18\n"
+                "r3\t60\tt\t4\t60\t1-18:2,19-43:1,45-59:2\t1\t59\tpartial\texact\t44\t19\n");
+}
+
+TEST_F(Simulate, FastqOfAPresetWithoutQualitiesHasOneValueForAll) {
+  // The sum of the rates 0.01 is Phred 20, letter 5.
+  const std::string expected = "@r1 t\nCCATGAAAGGGTAGTT\n+\n5555555555555555\n";
+  const std::string options = "simulate --full-length --rates 0.01,0,0,0 --seed 2 coding.fa";
+  EXPECT_EQ(run(options + " --fastq").out, expected);
+  for (const char* name : {"r.fastq", "r.fq"}) {
+    EXPECT_EQ(run(options + " -o " + name).out, "");
+    EXPECT_EQ(contents(path(name)), expected);
+  }
+  EXPECT_EQ(run(options + " -o r.fq.gz && gzip -dc r.fq.gz").out, expected);
+}
+
+TEST_F(Simulate, FastqHasTheBasesAndTheTruthOfFasta) {
+  const std::string options =
+      "simulate --per-transcript 50 --preset direct-rna --truth t.tsv coding.fa";
+  std::istringstream fasta(run(options).out);
+  const std::string truth = contents(path("t.tsv"));
+  std::istringstream fastq(run(options + " --fastq").out);
+  EXPECT_EQ(contents(path("t.tsv")), truth);
+  std::string header, bases, line, qualities;
+  std::set<char> values;
+  while (std::getline(fasta, header) && std::getline(fasta, bases)) {
+    ASSERT_TRUE(std::getline(fastq, line));
+    EXPECT_EQ(line.substr(1), header.substr(1));
+    ASSERT_TRUE(std::getline(fastq, line));
+    EXPECT_EQ(line, bases);
+    ASSERT_TRUE(std::getline(fastq, line) && std::getline(fastq, qualities));
+    EXPECT_EQ(qualities.size(), bases.size());
+    values.insert(qualities.begin(), qualities.end());
+  }
+  EXPECT_GT(values.size(), 5U);
+}
+
+TEST_F(Simulate, InformationOfQualitiesOverrulesThePreset) {
+  const std::string options = "simulate --full-length coding.fa --fastq --seed 2 --preset ";
+  EXPECT_EQ(run(options + "hifi --quality-information 0").out,
+            "@r1 t\nCCATGAAAGGGTAGTT\n+\nIIIIIIIIIIIIIIII\n");
+  EXPECT_NE(run(options + "clean --quality-information 1").out, run(options + "clean").out);
 }
 
 TEST_F(Simulate, SameSeedGivesTheSameBytesAndAnotherSeedOthers) {
@@ -180,6 +237,9 @@ TEST_F(Simulate, WrongCommandLinesAreUsageErrors) {
                                 "simulate --seed -1 coding.fa",
                                 "simulate --per-transcript 0 coding.fa",
                                 "simulate --truth - coding.fa",
+                                "simulate --quality-information 1 coding.fa",
+                                "simulate --fastq --quality-information 2 coding.fa",
+                                "simulate --fastq --quality-information nan coding.fa",
                                 "simulate --truth same -o ./same coding.fa",
                                 "simulate --truth '' coding.fa",
                                 "simulate -o '' coding.fa",

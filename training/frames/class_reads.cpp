@@ -38,7 +38,7 @@ SimulatedRead drawRead(const Transcript& transcript, const ReadClass& readClass,
   const bool whole = fits && readClass.windowWidth != 96 && random.real() < kWholeTranscripts;
   const Fragment fragment =
       whole ? wholeTranscript(transcript) : sampleFragment(transcript, lengths, random);
-  return simulateRead(transcript, fragment, rates, random);
+  return simulateRead(transcript, fragment, {rates}, random);
 }
 
 const ErrorRates& drawRates(const RateMixture& mixture, Random& random) {

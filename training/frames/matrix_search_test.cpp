@@ -32,7 +32,7 @@ Vote simpleVote() {
 
 SimulatedRead readOf(const Transcript& transcript, std::uint64_t seed) {
   Random random(seed);
-  return simulateRead(transcript, wholeTranscript(transcript), *presetRates("est"), random);
+  return simulateRead(transcript, wholeTranscript(transcript), *presetErrors("est"), random);
 }
 
 // The same figures by the decoder itself.

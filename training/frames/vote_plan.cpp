@@ -30,16 +30,16 @@ SearchObjective wholeReadObjective(const ReadClass& readClass) {
 }
 
 SamplingPlan samplingPlan() {
-  return {
-      .windows = 240000,
-      .maxDraws = 600000,
-      .windowsPerRead = 4,
-      .noncodingFraction = 0.12,
-      .maxBorrowed = 2.0,
-      .borrowedWeight = 0.5,
-      .lossFractions = {0.35, 0.35, 0.3},
-      .mixture = {
-          {*presetRates("est"), 0.4}, {*presetRates("mild"), 0.25}, {*presetRates("clean"), 0.35}}};
+  return {.windows = 240000,
+          .maxDraws = 600000,
+          .windowsPerRead = 4,
+          .noncodingFraction = 0.12,
+          .maxBorrowed = 2.0,
+          .borrowedWeight = 0.5,
+          .lossFractions = {0.35, 0.35, 0.3},
+          .mixture = {{presetErrors("est")->rates, 0.4},
+                      {presetErrors("mild")->rates, 0.25},
+                      {presetErrors("clean")->rates, 0.35}}};
 }
 
 // Long reads have more bases to judge by, and take longer.

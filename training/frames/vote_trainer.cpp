@@ -32,14 +32,14 @@ std::uint64_t seedOf(std::uint64_t seed, Stream stream, int index) {
 // ---- 1. Matrices
 
 RateMixture searchRates(int preset) {
-  const ErrorRates est = *presetRates("est"), mild = *presetRates("mild");
+  const ErrorRates est = presetErrors("est")->rates, mild = presetErrors("mild")->rates;
   switch (preset) {
     case kEstReads:
       return {{est, 1.0}};
     case kMildReads:
       return {{mild, 1.0}};
     case kCleanReads:
-      return {{*presetRates("clean"), 1.0}};
+      return {{presetErrors("clean")->rates, 1.0}};
     default:
       return {{est, 0.5}, {mild, 0.5}};
   }
