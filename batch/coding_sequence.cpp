@@ -2,26 +2,10 @@
 
 #include <algorithm>
 
+#include "core/corrected_positions.h"
+
 namespace velto {
 namespace {
-
-constexpr int kLostBase = -1;
-
-// The read position of every base of the corrected sequence, kLostBase for a lost one.
-std::vector<int> correctedPositions(const Prediction& prediction) {
-  std::vector<int> positions;
-  const int end = std::min(prediction.stop + 1, prediction.length);
-  auto shift = prediction.frameshifts.begin();
-  for (int p = prediction.start; p < end; ++p) {
-    while (shift != prediction.frameshifts.end() && shift->position < p) ++shift;
-    const bool isShift = shift != prediction.frameshifts.end() && shift->position == p;
-    if (isShift && shift->kind == Frameshift::Kind::kInsertion) continue;
-    if (isShift) positions.push_back(kLostBase);
-    positions.push_back(p);
-  }
-  positions.resize(positions.size() - positions.size() % 3);
-  return positions;
-}
 
 void appendBase(std::vector<CodingPart>& parts, int position, size_t placeInCodon) {
   if (parts.empty() || parts.back().end != position) {

@@ -1,0 +1,41 @@
+#include "draw/label_rows.h"
+
+#include <algorithm>
+
+namespace velto {
+namespace {
+
+bool stands(const Label& pole, const Label& label) {
+  return pole.pole > label.left() && pole.pole < label.right();
+}
+
+bool overlap(const Label& a, const Label& b) {
+  return a.left() < b.right() && b.left() < a.right();
+}
+
+// Two labels in their rows: the pole of one must not reach the row of a label that lies over it.
+bool collide(const Label& a, const Label& b) {
+  return (a.row == b.row && overlap(a, b)) || (a.row >= b.row && stands(a, b)) ||
+         (b.row >= a.row && stands(b, a));
+}
+
+bool isFree(const Label& wanted, const std::vector<Label>& placed) {
+  return std::none_of(placed.begin(), placed.end(), [&](const Label& other) {
+    return &other != &wanted && other.row >= 0 && collide(wanted, other);
+  });
+}
+
+}  // namespace
+
+int placeLabels(std::vector<Label>& labels) {
+  for (Label& label : labels) label.row = -1;
+  int rows = 0;
+  for (Label& label : labels) {
+    for (label.row = 0; label.row < label.mostRows && !isFree(label, labels);) ++label.row;
+    if (label.row == label.mostRows) label.row = -1;
+    rows = std::max(rows, label.row + 1);
+  }
+  return rows;
+}
+
+}  // namespace velto

@@ -1,0 +1,97 @@
+#include "draw/style.h"
+
+namespace velto {
+
+std::string drawingStyle() {
+  return R"(:root {
+  color-scheme: light dark;
+  --paper: #ffffff; --ink: #18212d; --soft: #5a6675; --line: #d5dbe3; --lane: #f3f5f8;
+  --other: #b3bdca; --call: #0a58a8; --fill: #7db6ea; --extra: #b93a06; --lost: #6f2da8;
+  --good: #1c7a3e; --band: #e3eefa;
+}
+@media (prefers-color-scheme: dark) {
+  :root {
+    --paper: #12161c; --ink: #e8edf4; --soft: #9aa7b8; --line: #333d4a; --lane: #1b212a;
+    --other: #4e5a6a; --call: #7cc0ff; --fill: #2f6ca8; --extra: #ff9a63; --lost: #cf9cff;
+    --good: #66cf8e; --band: #1d3550;
+  }
+}
+@media print {
+  :root {
+    --paper: #ffffff; --ink: #000000; --soft: #444444; --line: #bbbbbb; --lane: #f3f5f8;
+    --other: #b3bdca; --call: #0a58a8; --fill: #7db6ea; --extra: #b93a06; --lost: #6f2da8;
+    --good: #1c7a3e; --band: #e3eefa;
+  }
+}
+.velto-read { display: block; width: 100%; height: auto; print-color-adjust: exact;
+  font: 12px system-ui, "Segoe UI", Roboto, "Liberation Sans", Arial, sans-serif; }
+.velto-read text { fill: var(--ink); font-variant-numeric: tabular-nums; }
+.velto-read .name, .velto-read .position, .velto-read .key, .velto-read .acid { fill: var(--soft); }
+.velto-read .position, .velto-read .acid { text-anchor: middle; font-size: 11px; }
+.velto-read .key { font-size: 11px; }
+.velto-read .label { font-size: 11.5px; }
+.velto-read .before { text-anchor: end; }
+.velto-read .strong { font-weight: 600; }
+.velto-read .lane { fill: var(--lane); }
+.velto-read .zero, .velto-read .axis { fill: none; stroke: var(--line); }
+.velto-read .axis { stroke: var(--soft); }
+.velto-read .curve { fill: var(--other); fill-opacity: .65; }
+.velto-read .curve.called { fill: var(--fill); fill-opacity: 1; }
+.velto-read .startcodon { fill: var(--good); }
+.velto-read .stopcodon { fill: none; stroke: var(--ink); stroke-width: 1.2; }
+.velto-read .rim { fill: none; stroke: var(--paper); stroke-width: 7; stroke-linejoin: round; }
+.velto-read .path { fill: none; stroke: var(--call); stroke-width: 4; stroke-linejoin: round; }
+.velto-read .path.crowded { stroke-width: 1; }
+.velto-read .pole { fill: none; stroke: var(--call); stroke-width: 1.5; }
+.velto-read .end { fill: var(--paper); stroke: var(--call); stroke-width: 2.5; }
+.velto-read .guide { fill: none; stroke-dasharray: 3 3; }
+.velto-read .extra .guide { stroke: var(--extra); }
+.velto-read .lost .guide { stroke: var(--lost); }
+.velto-read .extra .glyph { fill: var(--extra); }
+.velto-read .lost .glyph { fill: var(--paper); stroke: var(--lost); stroke-width: 2; }
+.velto-read .protein { fill: var(--band); }
+.velto-read .acids { font: 600 11px ui-monospace, "DejaVu Sans Mono", "Liberation Mono", monospace;
+  text-anchor: middle; }
+.velto-read .counts { stroke: var(--soft); }
+.velto-read .unknown { stroke: var(--lost); stroke-width: 2; }
+.velto-read .innerstop { stroke: var(--extra); stroke-width: 2; }
+)";
+}
+
+std::string pageStyle() {
+  return R"(* { box-sizing: border-box; }
+body { margin: 0; background: var(--paper); color: var(--ink); overflow-wrap: anywhere;
+  font: 16px/1.5 system-ui, "Segoe UI", Roboto, "Liberation Sans", Arial, sans-serif; }
+main { max-width: 1040px; margin: 0 auto; padding: 24px 16px 48px; }
+h1 { font-size: 26px; line-height: 1.25; margin: 0 0 8px; }
+h2 { font-size: 19px; margin: 36px 0 10px; padding-top: 14px; border-top: 1px solid var(--line); }
+h3 { font-size: 15px; margin: 24px 0 4px; }
+p { margin: 0 0 12px; max-width: 72ch; }
+.lead { font-size: 18px; }
+.soft, figcaption { color: var(--soft); font-size: 14px; }
+figure { margin: 16px 0; }
+.narrow { display: none; }
+table { border-collapse: collapse; font-size: 15px; font-variant-numeric: tabular-nums; }
+th, td { text-align: left; vertical-align: top; padding: 4px 20px 4px 0;
+  border-bottom: 1px solid var(--line); }
+th { font-weight: 500; color: var(--soft); overflow-wrap: normal; }
+tr > :last-child { padding-right: 0; }
+td.number, th.number { text-align: right; }
+pre { margin: 0; white-space: pre-wrap; overflow-wrap: anywhere;
+  font: 14px/1.6 ui-monospace, "DejaVu Sans Mono", "Liberation Mono", monospace; }
+@media screen and (max-width: 640px) {
+  main { padding-top: 16px; }
+  h1 { font-size: 22px; }
+  .wide { display: none; }
+  .narrow { display: block; }
+}
+@media print {
+  main { max-width: none; padding: 0; }
+  body { font-size: 11pt; }
+  figure, table, .card { break-inside: avoid; }
+  h2, h3 { break-after: avoid; }
+}
+)";
+}
+
+}  // namespace velto
