@@ -16,6 +16,7 @@
 #include "workbench/check_model.h"
 #include "workbench/evaluate.h"
 #include "workbench/scan.h"
+#include "workbench/show.h"
 #include "workbench/simulate.h"
 #include "workbench/train.h"
 
@@ -95,6 +96,7 @@ int main(int argc, char** argv) {
   app.set_version_flag("--version", std::string("velto ") + VELTO_VERSION);
   app.require_subcommand(1);
   velto::addScanCommand(app);
+  velto::addShowCommand(app);
   velto::addCheckModelCommand(app);
   velto::addSimulateCommand(app);
   velto::addTrainCommand(app);

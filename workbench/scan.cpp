@@ -11,7 +11,6 @@
 #include <map>
 #include <memory>
 #include <optional>
-#include <set>
 #include <string>
 #include <thread>
 #include <utility>
@@ -21,12 +20,12 @@
 #include "batch/formats/row_formats.h"
 #include "batch/scan_pipeline.h"
 #include "core/genetic_code.h"
-#include "predict/decoder_table.h"
 #include "seqio/input_error.h"
 #include "seqio/output_set.h"
 #include "velto/velto.h"
 #include "workbench/default_model.h"
 #include "workbench/file_options.h"
+#include "workbench/prediction_options.h"
 
 namespace velto {
 namespace {
@@ -105,11 +104,6 @@ int threadCount(int wanted) {
   return std::max(1, static_cast<int>(std::thread::hardware_concurrency()));
 }
 
-Strand strandNamed(const std::string& name) {
-  if (name == "both") return Strand::kBoth;
-  return name == "minus" ? Strand::kMinus : Strand::kPlus;
-}
-
 bool wantScores(const CommandLine& line) {
   for (size_t i = 0; i < line.rowFiles.size(); ++i) {
     if (rowFormats()[i].needsScores && !line.rowFiles[i].empty()) return true;
@@ -178,18 +172,6 @@ CLI::Validator finiteNumber() {
   return CLI::Validator(check, "");
 }
 
-std::set<int> geneticCodeNumbers() {
-  std::set<int> numbers;
-  for (const GeneticCode& code : geneticCodes()) numbers.insert(code.number);
-  return numbers;
-}
-
-std::vector<std::string> decoderNames() {
-  std::vector<std::string> names;
-  for (const DecoderEntry& decoder : decoderTable()) names.push_back(decoder.name);
-  return names;
-}
-
 void addOutputOptions(CLI::App& command, CommandLine& line) {
   for (size_t i = 0; i < line.rowFiles.size(); ++i) {
     const RowFormat& format = rowFormats()[i];
@@ -200,9 +182,7 @@ void addOutputOptions(CLI::App& command, CommandLine& line) {
   command.add_option("--stops", line.stops, "Inner stops of proteins: '*', 'X' or split there")
       ->check(CLI::IsMember(kInnerStops))
       ->capture_default_str();
-  command.add_option("--code", line.geneticCode, "Genetic code, its number in the NCBI list")
-      ->check(CLI::IsMember(geneticCodeNumbers()))
-      ->capture_default_str();
+  addGeneticCodeOption(command, line.geneticCode);
 }
 
 }  // namespace
@@ -214,15 +194,12 @@ void addScanCommand(CLI::App& app) {
       ->required();
   command->add_option("-d,--model", line->modelDirectory,
                       "Model directory (default: ./param-human, then the installed one)");
-  command->add_option("--decoder", line->decoder, "Decoder (default: the model's)")
-      ->check(CLI::IsMember(decoderNames()));
+  addDecoderOption(*command, line->decoder);
   command->add_option("-t,--threads", line->threads, "Threads (default: all)")
       ->check(CLI::Range(1, 1024));
   command->set_version_flag("--version", std::string("velto ") + VELTO_VERSION);
   addOutputOptions(*command, *line);
-  command->add_option("--strand", line->strand, "Strand to predict on")
-      ->check(CLI::IsMember({"plus", "minus", "both"}))
-      ->capture_default_str();
+  addStrandOption(*command, line->strand);
   command->add_option("--min-score", line->minScore, "Report no coding region below this score")
       ->check(finiteNumber());
   command

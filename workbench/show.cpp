@@ -1,0 +1,179 @@
+// 1. The read  2. What is said of it  3. The terminal  4. Options
+#include "workbench/show.h"
+
+#include <sys/ioctl.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cmath>
+#include <cstdlib>
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "batch/coding_sequence.h"
+#include "batch/scanned_read.h"
+#include "core/genetic_code.h"
+#include "draw/markup.h"
+#include "draw/read_page.h"
+#include "draw/read_sentence.h"
+#include "draw/read_text.h"
+#include "seqio/input_error.h"
+#include "seqio/output_file.h"
+#include "seqio/record_reader.h"
+#include "velto/velto.h"
+#include "workbench/default_model.h"
+#include "workbench/file_options.h"
+#include "workbench/prediction_options.h"
+
+namespace velto {
+namespace {
+
+// The options as they are written on the command line.
+struct CommandLine {
+  std::string input;
+  std::string name;  // empty: the read is taken by its number
+  long number = 1;
+  std::string modelDirectory;
+  std::string decoder;  // empty: the model's default
+  std::string strand = "both";
+  int geneticCode = 1;
+  bool exactCase = false;
+  std::string output;  // of the page; empty: text
+  std::string colour = "auto";
+  int columns = 0;  // 0: those of the terminal
+};
+
+// ---- 1. The read
+
+Record wantedRecord(const CommandLine& line) {
+  RecordReader reader(line.input);
+  Record record;
+  for (long number = 1; reader.next(record); ++number) {
+    if (line.name.empty() ? number == line.number : record.name == line.name) return record;
+  }
+  throw Error(line.input + ": there is no read " +
+              (line.name.empty() ? "number " + std::to_string(line.number)
+                                 : "named '" + printable(line.name) + "'"));
+}
+
+// ---- 2. What is said of it
+
+std::string endsText(CodingType type) {
+  switch (type) {
+    case CodingType::kComplete:
+      return "complete: from a start codon to a stop codon";
+    case CodingType::kInterrupted:
+      return "interrupted: start and stop codon, and stop codons between";
+    case CodingType::kNoStart:
+      return "no start codon at its beginning";
+    case CodingType::kNoStop:
+      return "no stop codon at its end";
+    default:
+      return "neither start nor stop codon at its ends";
+  }
+}
+
+Facts factsOf(const Record& record, const Prediction& p, const CodingSequence& coding) {
+  Facts facts;
+  if (!record.description.empty()) facts.emplace_back("Description", record.description);
+  facts.emplace_back("Length", std::to_string(p.length) + " bases");
+  if (p.length > 0) facts.emplace_back("G and C", decimal(p.gcPercent) + "\u00A0%");
+  if (!p.isPredicted()) return facts;
+  facts.emplace_back("Strand", p.strand == Strand::kMinus ? "\u2212, the reverse complement"
+                                                          : "+, as the read is given");
+  if (p.isCoding()) facts.emplace_back("Coding region", endsText(coding.type));
+  if (!std::isnan(p.probability)) facts.emplace_back("Probability", decimal(p.probability, 4));
+  facts.emplace_back("Score", scoreText(p.score));
+  facts.emplace_back("Decoder", p.decoder);
+  if (!p.model.empty()) facts.emplace_back("Model class", p.model);
+  return facts;
+}
+
+// ---- 3. The terminal
+
+constexpr int kDefaultColumns = 100;
+constexpr int kFewestColumns = 40;
+constexpr int kMostColumns = 400;
+
+int terminalColumns() {
+  winsize size = {};
+  const bool known = ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) == 0 && size.ws_col > 0;
+  return known ? std::clamp<int>(size.ws_col, kFewestColumns, kMostColumns) : kDefaultColumns;
+}
+
+// As https://no-color.org asks.
+bool wantsColours(const std::string& choice) {
+  if (choice != "auto") return choice == "always";
+  const char* refusal = std::getenv("NO_COLOR");
+  const char* terminal = std::getenv("TERM");
+  return isatty(STDOUT_FILENO) == 1 && (refusal == nullptr || *refusal == '\0') &&
+         terminal != nullptr && std::string_view(terminal) != "dumb";
+}
+
+void show(const CommandLine& line) {
+  const Record record = wantedRecord(line);
+  const Predictor predictor(
+      line.modelDirectory.empty() ? defaultModelDirectory() : line.modelDirectory, line.decoder);
+  PredictOptions options;
+  options.letters = line.exactCase ? Letters::kExact : Letters::kFolded;
+  options.strand = strandNamed(line.strand);
+  options.wantScores = true;
+  Workspace workspace;
+  const Prediction prediction =
+      predictor.predict(record.bases, record.qualities, workspace, options);
+  const GeneticCode& code = *geneticCode(line.geneticCode);
+  const std::string letters = predictedLetters(record.bases, prediction.strand, options.letters);
+  const CodingSequence coding = codingSequence(prediction, letters, code);
+  const std::string name = record.name.empty() ? "unnamed read" : record.name;
+  const DrawnRead read{name, prediction, letters, coding.protein, code};
+
+  OutputFile output(line.output.empty() ? "-" : line.output);
+  if (line.output.empty()) {
+    const int columns = line.columns > 0 ? line.columns : terminalColumns();
+    output.write(readText(read, {columns, wantsColours(line.colour)}));
+  } else {
+    output.write(readPage(read, factsOf(record, prediction, coding)));
+  }
+  output.commit();
+}
+
+// ---- 4. Options
+
+void addDrawingOptions(CLI::App& command, CommandLine& line) {
+  command.add_option("-o,--output", line.output, "Page of the read as HTML; else text is shown")
+      ->check(fileName());
+  command.add_option("--colour", line.colour, "Colours of the text: auto, always or never")
+      ->check(CLI::IsMember({"auto", "always", "never"}))
+      ->capture_default_str();
+  command.add_option("--columns", line.columns, "Width of the text (default: of the terminal)")
+      ->check(CLI::Range(kFewestColumns, kMostColumns));
+}
+
+}  // namespace
+
+void addShowCommand(CLI::App& app) {
+  CLI::App* command = app.add_subcommand("show", "Draw one read with its coding region");
+  const auto line = std::make_shared<CommandLine>();
+  command->add_option("FILE", line->input, "FASTA, FASTQ (gz too) or BAM; '-': standard input")
+      ->required();
+  CLI::Option* name = command->add_option("-r,--read", line->name, "Name of the read");
+  command->add_option("-n,--number", line->number, "Place of the read in the file, from 1")
+      ->check(CLI::PositiveNumber)
+      ->excludes(name)
+      ->capture_default_str();
+  command->add_option("-d,--model", line->modelDirectory,
+                      "Model directory (default: ./param-human, then the installed one)");
+  addDecoderOption(*command, line->decoder);
+  addStrandOption(*command, line->strand);
+  addGeneticCodeOption(*command, line->geneticCode);
+  command->add_flag("--exact-case", line->exactCase, "Only upper-case A, C, G, T are bases");
+  command->set_version_flag("--version", std::string("velto ") + VELTO_VERSION);
+  addDrawingOptions(*command, *line);
+  command->callback([line] {
+    requireDistinctFiles({line->input}, {line->output.empty() ? "-" : line->output});
+    show(*line);
+  });
+}
+
+}  // namespace velto
