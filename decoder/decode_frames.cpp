@@ -18,28 +18,31 @@ void classifyByDoubles(const VotingRead& read, WindowClasses& classes) {
   }
 }
 
-void placeFrameChanges(const VotingRead& read, int endStep, FrameScratch& scratch) {
-  if (read.tables.usable()) {
-    IntegerJudge judge(read, scratch.vote);
-    placeShifts(judge, read.model.windowWidth, endStep, scratch.path);
-  } else {
-    placeShifts(read.model, read.seq, read.length, endStep, scratch.path);
-  }
-}
-
 }  // namespace
 
+TracedPath decodeSteps(const FrameModel& model, const std::vector<FrameStep>& steps,
+                       TrialJudge& judge, FrameTrellis& trellis, std::vector<int>& path) {
+  trellis.fill(model.matrix, steps);
+  const TracedPath traced = trellis.trace(path);
+  if (traced.score > kLeastCodingScore) {
+    placeShifts(judge, model.windowWidth, traced.endStep, path);
+  }
+  return traced;
+}
+
 TracedPath decodeFrames(const VotingRead& read, FrameScratch& scratch) {
-  if (read.tables.usable()) {
+  const FrameModel model{read.model.tables.malkovChain, read.model.windowWidth};
+  const bool exact = read.tables.usable();
+  if (exact) {
     classifyWindows(read, scratch.vote, scratch.classes);
   } else {
     classifyByDoubles(read, scratch.classes);
   }
-  layOutSteps(read.codons, read.length, read.model.windowWidth, scratch.classes, scratch.steps);
-  scratch.trellis.fill(read.model.tables.malkovChain, scratch.steps);
-  const TracedPath traced = scratch.trellis.trace(scratch.path);
-  if (traced.score > kLeastCodingScore) placeFrameChanges(read, traced.endStep, scratch);
-  return traced;
+  layOutSteps(read.codons, read.length, model.windowWidth, scratch.classes, scratch.steps);
+  IntegerJudge byIntegers(read, scratch.vote);
+  SlidingJudge byDoubles(read.model, read.seq, read.length);
+  TrialJudge& judge = exact ? static_cast<TrialJudge&>(byIntegers) : byDoubles;
+  return decodeSteps(model, scratch.steps, judge, scratch.trellis, scratch.path);
 }
 
 }  // namespace velto

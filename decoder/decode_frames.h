@@ -7,6 +7,7 @@
 #include "decoder/frame_steps.h"
 #include "decoder/frame_trellis.h"
 #include "decoder/integer_scores.h"
+#include "decoder/shift_placement.h"
 #include "model/integer_vote.h"
 
 namespace velto {
@@ -19,6 +20,17 @@ struct FrameScratch {
   FrameTrellis trellis;
   std::vector<int> path;  // [codon step] frame 0 to 2, or kOffPath: the result
 };
+
+// What decoding takes of a model beside its votes.
+struct FrameModel {
+  const double (&matrix)[16];  // [4 x current state + previous state]
+  int windowWidth;             // bases
+};
+
+// From the steps of one read to its placed path: `path` is replaced by the best path through the
+// frames, whose changes are placed by the judge if its score is above kLeastCodingScore.
+TracedPath decodeSteps(const FrameModel& model, const std::vector<FrameStep>& steps,
+                       TrialJudge& judge, FrameTrellis& trellis, std::vector<int>& path);
 
 // Fills scratch.path; the frame changes are placed if the score is above kLeastCodingScore. Score
 // and path are those of the named operations of the one-read program.

@@ -48,51 +48,33 @@ int earliestBest(const std::vector<double>& scores, int otherwise) {
   return place;
 }
 
-// What the judges know of the read.
-class ReadJudge : public TrialJudge {
- public:
-  ReadJudge(const ModelView& model, const short* seq, int length)
-      : model_(model), seq_(seq), length_(length) {}
+}  // namespace
 
- protected:
-  const ModelView& model_;
-  const short* seq_;
-  int length_;  // bases
-};
-
-class PlainJudge : public ReadJudge {
- public:
-  using ReadJudge::ReadJudge;
-
-  int bestTrial(const TrialWindow& window, int otherwise) override {
-    std::vector<double> scores;
-    for (int t = 0; t < window.trials(); ++t) {
-      scores.push_back(scoreTrialPlain(model_, seq_, length_, window, t));
-    }
-    return earliestBest(scores, otherwise);
+int PlainJudge::bestTrial(const TrialWindow& window, int otherwise) {
+  std::vector<double> scores;
+  for (int t = 0; t < window.trials(); ++t) {
+    scores.push_back(scoreTrialPlain(model_, seq_, length_, window, t));
   }
-};
+  return earliestBest(scores, otherwise);
+}
 
-class SlidingJudge : public ReadJudge {
- public:
-  using ReadJudge::ReadJudge;
-
-  int bestTrial(const TrialWindow& window, int otherwise) override {
-    const TrialCodons codons(seq_, length_, window);
-    SlidingVote vote(model_.tables, window.windowLength(), window.codons);
-    for (int j = 0; j < window.codons; ++j) vote.add(0, codons.at(j, true));
-    std::vector<double> scores;
-    for (int t = 0; t < window.trials(); ++t) {
-      double sums[SlidingVote::kLanes];
-      vote.sums(sums);
-      scores.push_back(sums[0]);
-      if (t == window.codons) break;
-      vote.remove(0, codons.at(t, true));
-      vote.add(0, codons.at(t, false));
-    }
-    return earliestBest(scores, otherwise);
+int SlidingJudge::bestTrial(const TrialWindow& window, int otherwise) {
+  const TrialCodons codons(seq_, length_, window);
+  SlidingVote vote(model_.tables, window.windowLength(), window.codons);
+  for (int j = 0; j < window.codons; ++j) vote.add(0, codons.at(j, true));
+  std::vector<double> scores;
+  for (int t = 0; t < window.trials(); ++t) {
+    double sums[SlidingVote::kLanes];
+    vote.sums(sums);
+    scores.push_back(sums[0]);
+    if (t == window.codons) break;
+    vote.remove(0, codons.at(t, true));
+    vote.add(0, codons.at(t, false));
   }
-};
+  return earliestBest(scores, otherwise);
+}
+
+namespace {
 
 // ---- 3. Placing
 

@@ -57,6 +57,33 @@ class TrialJudge {
   virtual int bestTrial(const TrialWindow& window, int otherwise) = 0;
 };
 
+// Judges the trials of one read by their vote sums. The model's tables and the base codes must
+// outlive the judge.
+class ReadJudge : public TrialJudge {
+ public:
+  ReadJudge(const ModelView& model, const short* seq, int length)
+      : model_(model), seq_(seq), length_(length) {}
+
+ protected:
+  ModelView model_;
+  const short* seq_;
+  int length_;  // bases
+};
+
+// The definition: counts and votes every trial window anew.
+class PlainJudge : public ReadJudge {
+ public:
+  using ReadJudge::ReadJudge;
+  int bestTrial(const TrialWindow& window, int otherwise) override;
+};
+
+// The same from trial to trial: only the leaving and the entering codon are counted.
+class SlidingJudge : public ReadJudge {
+ public:
+  using ReadJudge::ReadJudge;
+  int bestTrial(const TrialWindow& window, int otherwise) override;
+};
+
 // The vote sum of one trial, counted anew.
 double scoreTrialPlain(const ModelView& model, const short* seq, int length,
                        const TrialWindow& window, int trial);

@@ -3,7 +3,6 @@
 
 #include <memory>
 #include <span>
-#include <span>
 #include <string>
 #include <vector>
 
