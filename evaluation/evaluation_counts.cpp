@@ -2,7 +2,6 @@
 
 #include <algorithm>
 
-#include "training/layout_accuracy.h"
 #include "evaluation/shift_matching.h"
 
 namespace velto {
@@ -14,28 +13,17 @@ void add(ShiftCounts& sum, const ShiftCounts& other) {
   for (int r = 0; r < kReaches; ++r) sum.matched[r] += other.matched[r];
 }
 
-int classOf(int frame) { return frame >= 0 ? kCodingWindow : kNonCodingWindow; }
-
-// Known and called class of every base: step k of frame f stands for base 3k + f.
-layout baseClasses(const std::vector<signed char>& known, const std::vector<signed char>& called) {
-  layout lay;
-  for (size_t p = 0; p < known.size(); ++p) {
-    lay.crr[p % 3].push_back(classOf(known[p]));
-    lay.cls[p % 3].push_back(classOf(called[p]));
-  }
-  return lay;
-}
-
 void countBases(const std::vector<signed char>& known, const std::vector<signed char>& called,
                 EvaluationCounts& counts) {
-  const LayoutAccuracy accuracy = layoutAccuracy({baseClasses(known, called)});
   counts.bases = static_cast<long>(known.size());
-  counts.coding = accuracy.coding;
-  counts.both = accuracy.codingFound;
-  counts.neither = accuracy.nonCodingFound;
-  counts.called = counts.both + accuracy.nonCoding - accuracy.nonCodingFound;
   for (size_t p = 0; p < known.size(); ++p) {
-    if (known[p] >= 0 && known[p] == called[p]) ++counts.inFrame;
+    const bool isCoding = known[p] >= 0;
+    const bool isCalled = called[p] >= 0;
+    counts.coding += isCoding;
+    counts.called += isCalled;
+    counts.both += isCoding && isCalled;
+    counts.neither += !isCoding && !isCalled;
+    counts.inFrame += isCoding && known[p] == called[p];
   }
 }
 

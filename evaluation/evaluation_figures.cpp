@@ -1,6 +1,6 @@
 #include "evaluation/evaluation_figures.h"
 
-#include "training/layout_accuracy.h"
+#include "core/class_correlation.h"
 
 namespace velto {
 namespace {

@@ -1,8 +1,8 @@
 #include "training/layout_accuracy.h"
 
-#include <cmath>
 #include <iostream>
 
+#include "core/class_correlation.h"
 #include "decoder/tester.h"
 
 namespace velto {
@@ -55,15 +55,6 @@ double LayoutAccuracy::correlation() const {
   const double sums[4] = {static_cast<double>(tp + fn), static_cast<double>(tn + fp),
                           static_cast<double>(tp + fp), static_cast<double>(tn + fn)};
   return classCorrelation(static_cast<double>(tp) * tn, wrappedProduct(fn, fp), sums);
-}
-
-double classCorrelation(double tpTn, double fnFp, const double (&sums)[4]) {
-  for (const double sum : sums) {
-    const double root = std::sqrt(sum);
-    tpTn /= root;
-    fnFp /= root;
-  }
-  return tpTn - fnFp;
 }
 
 void writeAccuracy(std::ostream& out, const LayoutAccuracy& accuracy) {
