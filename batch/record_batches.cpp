@@ -22,7 +22,25 @@ bool RecordBatches::nextRecord(Record& record) {
   }
 }
 
+const std::deque<RecordBatch>& RecordBatches::readAhead(size_t records, size_t bases) {
+  for (size_t keptRecords = 0, keptBases = 0; keptRecords < records && keptBases < bases;) {
+    RecordBatch batch = read();
+    if (batch.records.empty()) break;
+    keptRecords += batch.records.size();
+    for (const Record& record : batch.records) keptBases += record.bases.size();
+    ahead_.push_back(std::move(batch));
+  }
+  return ahead_;
+}
+
 RecordBatch RecordBatches::next() {
+  if (ahead_.empty()) return read();
+  RecordBatch batch = std::move(ahead_.front());
+  ahead_.pop_front();
+  return batch;
+}
+
+RecordBatch RecordBatches::read() {
   RecordBatch batch;
   batch.firstOrdinal = ordinal_ + 1;
   size_t bases = 0;

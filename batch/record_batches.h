@@ -1,6 +1,7 @@
 // Cuts the records of several files into batches of about equal work.
 #pragma once
 
+#include <deque>
 #include <exception>
 #include <memory>
 #include <string>
@@ -20,6 +21,10 @@ class RecordBatches {
  public:
   explicit RecordBatches(std::vector<std::string> paths) : paths_(std::move(paths)) {}
 
+  // Reads on until this many records or bases are read and not handed out, or the input ends, and
+  // returns what is; next() hands it out first.
+  const std::deque<RecordBatch>& readAhead(size_t records, size_t bases);
+
   // The next batch, empty at the end. A file that cannot be read ends the batches after the records
   // before the damage; error() then holds why.
   RecordBatch next();
@@ -28,12 +33,14 @@ class RecordBatches {
   std::exception_ptr error() const { return error_; }
 
  private:
+  RecordBatch read();
   bool nextRecord(Record& record);
 
   std::vector<std::string> paths_;
   size_t nextPath_ = 0;
   std::unique_ptr<RecordReader> reader_;
-  long ordinal_ = 0;  // records handed out
+  long ordinal_ = 0;               // records read
+  std::deque<RecordBatch> ahead_;  // read and not handed out
   std::exception_ptr error_;
 };
 

@@ -36,6 +36,35 @@ TEST(RecordBatches, ALongRecordEndsItsBatch) {
   EXPECT_EQ(batches.next().records.size(), 1U);
 }
 
+TEST(RecordBatches, ReadAheadAreHandedOutInOrderAllTheSame) {
+  const test::TempDir directory;
+  std::string fasta;
+  for (int i = 0; i < 1000; ++i) fasta += ">" + std::to_string(i) + "\nACGT\n";
+  test::writeFile(directory.file("1.fa"), fasta);
+  RecordBatches batches({directory.file("1.fa")});
+  EXPECT_EQ(batches.readAhead(300, 1000000).size(), 3U);  // of 128 records
+  for (int i = 0; i < 1000;) {
+    const RecordBatch batch = batches.next();
+    ASSERT_FALSE(batch.records.empty());
+    EXPECT_EQ(batch.firstOrdinal, i + 1);
+    for (const Record& record : batch.records) EXPECT_EQ(record.name, std::to_string(i++));
+  }
+  EXPECT_TRUE(batches.next().records.empty());
+}
+
+TEST(RecordBatches, ReadAheadStopAtTheBoundOfBasesTheEndAndDamage) {
+  const test::TempDir directory;
+  test::writeFile(directory.file("1.fa"), ">a\n" + std::string(70000, 'A') + "\n>b\nAC\n");
+  test::writeFile(directory.file("2.fq"), "@a\nACGT\n+\nIIII\n@b\nACGT\n+\nI\n");
+  EXPECT_EQ(RecordBatches({directory.file("1.fa")}).readAhead(300, 50000).size(), 1U);
+  EXPECT_EQ(RecordBatches({directory.file("1.fa")}).readAhead(300, 1000000).size(), 2U);
+  RecordBatches damaged({directory.file("2.fq")});
+  EXPECT_EQ(damaged.readAhead(300, 1000000).size(), 1U);
+  EXPECT_EQ(damaged.next().records.size(), 1U);
+  EXPECT_TRUE(damaged.next().records.empty());
+  EXPECT_NE(damaged.error(), nullptr);
+}
+
 TEST(RecordBatches, EndBeforeTheDamageAndKeepTheError) {
   const test::TempDir directory;
   test::writeFile(directory.file("1.fq"), "@a\nACGT\n+\nIIII\n@b\nACGT\n+\nI\n");

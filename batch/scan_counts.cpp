@@ -3,6 +3,8 @@
 #include <cstdio>
 #include <nlohmann/json.hpp>
 
+#include "batch/file_calibration.h"
+
 namespace velto {
 
 void ScanCounts::add(const Prediction& prediction) {
@@ -53,6 +55,7 @@ std::string summaryJson(const ScanRun& run, const ScanCounts& counts) {
   json["decoder"] = run.decoder;
   json["inputs"] = run.inputs;
   json["genetic_code"] = run.geneticCode;
+  json["calibration"] = nlohmann::ordered_json::parse(calibrationJson(run.calibration));
   json["threads"] = run.threads;
   json["reads"] = counts.reads;
   json["coding"] = counts.coding;

@@ -25,14 +25,15 @@ struct ScanCounts {
 // One line for people.
 std::string countsText(const ScanCounts& counts, double seconds);
 
-// The run as JSON: version, model directory, decoder, inputs, genetic code, threads, counts,
-// seconds.
+// The run as JSON: version, model directory, decoder, inputs, genetic code, calibration, threads,
+// counts, seconds.
 struct ScanRun {
   std::string version;
   std::string modelDirectory;
   std::string decoder;
   std::vector<std::string> inputs;
   int geneticCode;  // its number
+  Calibration calibration;
   int threads;
   double seconds;
 };

@@ -6,8 +6,10 @@
 #include <oneapi/tbb/task_arena.h>
 
 #include <cmath>
+#include <deque>
 #include <utility>
 
+#include "batch/file_calibration.h"
 #include "batch/record_batches.h"
 #include "batch/repeated_names.h"
 
@@ -33,32 +35,47 @@ void dropRegion(Prediction& prediction) {
   prediction.frame.clear();
 }
 
-std::vector<Read> readsOf(const RecordBatch& batch, bool useQualities) {
-  std::vector<Read> reads;
-  for (const Record& record : batch.records) {
-    reads.push_back({record.bases, {}});
-    if (useQualities) reads.back().qualities = record.qualities;
+// The sample of the run's reads.
+std::vector<Read> sampleOf(const std::deque<RecordBatch>& beginning, bool useQualities) {
+  std::vector<Read> sample;
+  for (const RecordBatch& batch : beginning) {
+    const std::vector<Read> reads = readsOf(batch.records, useQualities);
+    sample.insert(sample.end(), reads.begin(), reads.end());
   }
-  return reads;
+  return sample;
 }
 
 class Scan {
  public:
   Scan(const Predictor& predictor, const ScanOptions& options, std::vector<ScanOutput>& outputs)
-      : predictor_(predictor), options_(options), outputs_(outputs), batches_(options.inputs) {}
+      : predictor_(predictor),
+        options_(options),
+        calibration_(options.known),
+        outputs_(outputs),
+        batches_(options.inputs) {}
 
-  ScanCounts run() {
+  ScanResult run() {
+    calibrate();
     const auto threads = static_cast<size_t>(options_.threads);
     const tbb::global_control most(tbb::global_control::max_allowed_parallelism, threads);
     tbb::task_arena arena(options_.threads);
     works_.resize(kBatchesPerThread * threads);
     arena.execute([this] { runPipeline(); });
     if (batches_.error() != nullptr) std::rethrow_exception(batches_.error());
-    return counts_;
+    return {counts_, calibration_};
   }
 
  private:
   static constexpr size_t kBatchesPerThread = 3;
+
+  void calibrate() {
+    if (options_.learn) {
+      const auto& beginning = batches_.readAhead(kSampleReads, kSampleBases);
+      calibration_ = predictor_.learn(sampleOf(beginning, options_.useQualities), options_.predict,
+                                      options_.known);
+    }
+    predictor_ = predictor_.calibrated(calibration_);
+  }
 
   void runPipeline() {
     const auto read = [this](tbb::flow_control& flow) { return readBatch(flow); };
@@ -97,7 +114,7 @@ class Scan {
     work->counts = ScanCounts();
     Workspace& workspace = workspaces_.local();
     std::vector<Prediction> predictions = predictor_.predictAll(
-        readsOf(work->batch, options_.useQualities), workspace, options_.predict);
+        readsOf(work->batch.records, options_.useQualities), workspace, options_.predict);
     for (size_t i = 0; i < predictions.size(); ++i) {
       Prediction& prediction = predictions[i];
       requireProbability(prediction);
@@ -141,8 +158,9 @@ class Scan {
     if (options_.progress) options_.progress(counts_);
   }
 
-  const Predictor& predictor_;
+  Predictor predictor_;  // constant once calibrated
   const ScanOptions& options_;
+  Calibration calibration_;
   std::vector<ScanOutput>& outputs_;
   std::vector<Work> works_;    // ring of the batches in memory
   RecordBatches batches_;      // used by the reading stage only
@@ -155,7 +173,7 @@ class Scan {
 
 }  // namespace
 
-ScanCounts scanReads(const Predictor& predictor, const ScanOptions& options,
+ScanResult scanReads(const Predictor& predictor, const ScanOptions& options,
                      std::vector<ScanOutput>& outputs) {
   return Scan(predictor, options, outputs).run();
 }

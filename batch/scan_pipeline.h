@@ -26,7 +26,9 @@ struct ScanOptions {
   PredictOptions predict;
   const GeneticCode* code = geneticCode(1);  // of proteins, start and stop codons; never null
   bool useQualities = true;                  // those of the records, where they have some
-  std::optional<double> minScore;            // a coding region that scores lower is not reported
+  Calibration known;                         // of the reads
+  bool learn = true;  // the rest, from the reads at the beginning of the run, where the decoder can
+  std::optional<double> minScore;  // a coding region that scores lower is not reported
   int threads = 1;
   // Called now and then from one thread at a time; may be empty.
   std::function<void(const ScanCounts&)> progress;
@@ -34,11 +36,16 @@ struct ScanOptions {
   std::function<void(const std::string& name)> warnOfRepeatedName;
 };
 
+struct ScanResult {
+  ScanCounts counts;
+  Calibration calibration;  // what was known and learnt
+};
+
 // Predicts all reads and writes them to the outputs, which are the same bytes for every number of
 // threads. Throws InputError for an input that cannot be read, after everything before the damage
 // was written, OutputError, and Error if a least probability is asked of a decoder that gives none;
 // no output is committed here.
-ScanCounts scanReads(const Predictor& predictor, const ScanOptions& options,
+ScanResult scanReads(const Predictor& predictor, const ScanOptions& options,
                      std::vector<ScanOutput>& outputs);
 
 }  // namespace velto

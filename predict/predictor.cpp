@@ -201,9 +201,12 @@ std::vector<Prediction> Predictor::predictAll(std::span<const Read> reads, Works
   return predictions;
 }
 
+bool Predictor::usesCalibration() const { return impl_->decoder->calibrated({}) != nullptr; }
+
 // A read whose strand is not known is taken on the better one.
 Calibration Predictor::learn(std::span<const Read> sample, const PredictOptions& options,
                              const Calibration& known) const {
+  if (!usesCalibration()) return known;
   Workspace workspace;
   StrandBatch reads;
   for (const Read& read : sample) {

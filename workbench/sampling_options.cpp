@@ -1,6 +1,5 @@
 #include "workbench/sampling_options.h"
 
-#include <charconv>
 #include <iostream>
 #include <iterator>
 #include <optional>
@@ -8,6 +7,7 @@
 #include <string_view>
 
 #include "simulation/transcript_file.h"
+#include "workbench/parse_number.h"
 
 namespace velto {
 namespace {
@@ -25,17 +25,6 @@ void append(const std::vector<std::string>& files, TranscriptKind kind,
   reportRefused(set.counts);
   transcripts.insert(transcripts.end(), std::make_move_iterator(set.transcripts.begin()),
                      std::make_move_iterator(set.transcripts.end()));
-}
-
-template <typename Number>
-Number parseNumber(std::string_view text, const std::string& option) {
-  Number value{};
-  const char* end = text.data() + text.size();
-  const auto result = std::from_chars(text.data(), end, value);
-  if (result.ec != std::errc() || result.ptr != end) {
-    throw CLI::ValidationError(option, "'" + std::string(text) + "' is not a number");
-  }
-  return value;
 }
 
 ErrorModel parseRates(const std::string& text) {

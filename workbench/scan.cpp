@@ -16,6 +16,7 @@
 #include <utility>
 #include <vector>
 
+#include "batch/file_calibration.h"
 #include "batch/formats/read_name.h"
 #include "batch/formats/row_formats.h"
 #include "batch/scan_pipeline.h"
@@ -23,6 +24,7 @@
 #include "seqio/input_error.h"
 #include "seqio/output_set.h"
 #include "velto/velto.h"
+#include "workbench/calibration_options.h"
 #include "workbench/default_model.h"
 #include "workbench/file_options.h"
 #include "workbench/prediction_options.h"
@@ -50,7 +52,7 @@ struct CommandLine {
   int geneticCode = 1;
   std::optional<double> minScore;
   std::optional<double> minProbability;
-  bool ignoreQualities = false;
+  CalibrationLine calibration;
   bool exactCase = false;
   bool quiet = false;
   bool progress = false;
@@ -118,7 +120,9 @@ ScanOptions scanOptions(const CommandLine& line) {
   options.predict.strand = strandNamed(line.strand);
   options.predict.wantScores = wantScores(line);
   options.code = geneticCode(line.geneticCode);
-  options.useQualities = !line.ignoreQualities;
+  options.useQualities = !line.calibration.ignoreQualities;
+  options.known = knownCalibration(line.calibration);
+  options.learn = line.calibration.file.empty();
   options.minScore = line.minScore;
   if (line.minProbability) options.predict.minProbability = *line.minProbability;
   options.threads = threadCount(line.threads);
@@ -130,7 +134,14 @@ ScanOptions scanOptions(const CommandLine& line) {
   return options;
 }
 
-ScanCounts scanInto(const Predictor& predictor, const ScanOptions& options, Outputs& outputs) {
+// What is told of the reads must not be passed over.
+void requireUseOf(const Calibration& known, const Predictor& predictor) {
+  const bool isTold = known.errorRates.has_value() || known.codingShare.has_value();
+  if (!isTold || predictor.usesCalibration()) return;
+  throw Error("the decoder '" + predictor.decoder() + "' makes no use of error rates and shares");
+}
+
+ScanResult scanInto(const Predictor& predictor, const ScanOptions& options, Outputs& outputs) {
   try {
     return scanReads(predictor, options, outputs.rows);
   } catch (const InputError&) {
@@ -139,25 +150,31 @@ ScanCounts scanInto(const Predictor& predictor, const ScanOptions& options, Outp
   }
 }
 
+void tell(const ScanResult& result, double seconds) {
+  std::cerr << "velto scan: " << countsText(result.counts, seconds) << "\n";
+  const std::string learnt = calibrationText(result.calibration);
+  if (!learnt.empty()) std::cerr << "velto scan: " << learnt << "\n";
+}
+
 void scan(const CommandLine& line) {
   const Clock::time_point begin = Clock::now();
   const std::string directory =
       line.modelDirectory.empty() ? defaultModelDirectory() : line.modelDirectory;
   const Predictor predictor(directory, line.decoder);
   const ScanOptions options = scanOptions(line);
+  requireUseOf(options.known, predictor);
   Outputs outputs;
   openOutputs(line, {options.predict.letters, kInnerStops.at(line.stops)}, outputs);
-  const ScanCounts counts = scanInto(predictor, options, outputs);
+  const ScanResult result = scanInto(predictor, options, outputs);
   const double seconds = std::chrono::duration<double>(Clock::now() - begin).count();
   if (outputs.summary != nullptr) {
-    const ScanRun run{VELTO_VERSION, directory,        predictor.decoder(),
-                      line.inputs,   line.geneticCode, options.threads,
-                      seconds};
-    outputs.summary->write(summaryJson(run, counts));
+    const ScanRun run{VELTO_VERSION,    directory,          predictor.decoder(), line.inputs,
+                      line.geneticCode, result.calibration, options.threads,     seconds};
+    outputs.summary->write(summaryJson(run, result.counts));
   }
   outputs.files.commit();
   if (line.progress) ProgressLine::clear();
-  if (!line.quiet) std::cerr << "velto scan: " << countsText(counts, seconds) << "\n";
+  if (!line.quiet) tell(result, seconds);
 }
 
 // ---- 4. Options
@@ -206,7 +223,7 @@ void addScanCommand(CLI::App& app) {
       ->add_option("--min-probability", line->minProbability,
                    "Report no coding region below this probability")
       ->check(CLI::Range(0.0, 1.0));
-  command->add_flag("--ignore-qualities", line->ignoreQualities, "Make no use of base qualities");
+  addCalibrationOptions(*command, line->calibration);
   command->add_flag("--exact-case", line->exactCase, "Only upper-case A, C, G, T are bases");
   command->add_flag("--quiet", line->quiet, "No counts at the end");
   command->add_flag("--progress", line->progress, "Show the progress on standard error");

@@ -305,6 +305,39 @@ TEST_F(ScanTest, LeastProbabilityIsRefusedWhereTheDecoderGivesNone) {
   EXPECT_EQ(scan({readsFile(), "--min-probability", "1.5"}).status, 2);
 }
 
+TEST_F(ScanTest, WhatIsToldOfTheReadsIsRefusedWhereTheDecoderMakesNoUseOfIt) {
+  for (const Fields& told : {Fields{"--error-rates", "mild"}, Fields{"--coding-share", "0.5"}}) {
+    const ProcessResult result = scan({readsFile(), "--decoder", "vote", told[0], told[1]});
+    EXPECT_EQ(result.status, 1);
+    EXPECT_NE(result.err.find("the decoder 'vote' makes no use of"), std::string::npos);
+    EXPECT_EQ(result.out, "");
+  }
+  // The summary of such a decoder tells nothing.
+  ASSERT_EQ(scan({readsFile(), "--decoder", "vote", "-o", "t", "--summary", "s.json"}).status, 0);
+  const auto calibration = nlohmann::json::parse(file("s.json"))["calibration"];
+  EXPECT_EQ(calibration["reads"], 0);
+  EXPECT_TRUE(calibration["error_rates"].is_null());
+  const ProcessResult again = scan({readsFile(), "--decoder", "vote", "--calibration", "s.json"});
+  EXPECT_EQ(again.status, 0) << again.err;
+  EXPECT_EQ(again.out, file("t"));
+}
+
+TEST_F(ScanTest, BadCalibrationsAreRefused) {
+  for (const char* rates : {"0.1,0.1", "0.1,0.1,0.1,0.1", "a,b,c", "0.1,-0.1,0.1", "0.1,0.6,0.1",
+                            "nan,0.1,0.1", "dirty"}) {
+    EXPECT_EQ(scan({readsFile(), "--error-rates", rates}).status, 2) << rates;
+  }
+  EXPECT_EQ(scan({readsFile(), "--coding-share", "1.5"}).status, 2);
+  EXPECT_EQ(scan({readsFile(), "--coding-share", "0.5", "--calibration", "s.json"}).status, 2);
+  const ProcessResult missing = scan({readsFile(), "--calibration", "s.json"});
+  EXPECT_EQ(missing.status, 1);
+  EXPECT_EQ(missing.err, "velto: s.json: cannot be read\n");
+  test::writeFile(work.file("s.json"), "{}");
+  const ProcessResult empty = scan({readsFile(), "--calibration", "s.json"});
+  EXPECT_EQ(empty.status, 1);
+  EXPECT_EQ(empty.err, "velto: s.json: holds no calibration\n");
+}
+
 // ---- Other programs
 
 bool isInstalled(const std::string& program) {

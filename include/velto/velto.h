@@ -208,6 +208,9 @@ class Predictor {
   std::vector<Prediction> predictAll(std::span<const Read> reads, Workspace& workspace,
                                      const PredictOptions& options = {}) const;
 
+  // True if the decoder makes use of what is known of a file.
+  bool usesCalibration() const;
+
   // What the decoder learns about a file from a sample of its reads, of which those of fewer than
   // kLeastReadBases bases are passed over; what `known` holds is kept. Returns `known` if there is
   // nothing to learn. The strand of each read is that of the options.

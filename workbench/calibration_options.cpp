@@ -1,0 +1,67 @@
+#include "workbench/calibration_options.h"
+
+#include <cmath>
+#include <fstream>
+#include <sstream>
+#include <vector>
+
+#include "batch/file_calibration.h"
+#include "simulation/error_model.h"
+#include "workbench/file_options.h"
+#include "workbench/parse_number.h"
+
+namespace velto {
+namespace {
+
+BaseErrorRates parseErrorRates(const std::string& text) {
+  const std::string option = "--error-rates";
+  if (const auto preset = presetErrors(text)) {
+    const ErrorRates& rates = preset->rates;
+    return {rates.insertion, rates.deletion, rates.substitution};
+  }
+  std::vector<double> rates;
+  for (const std::string& part : CLI::detail::split(text, ',')) {
+    rates.push_back(parseNumber<double>(part, option));
+    if (!(rates.back() >= 0.0 && rates.back() <= 0.5)) {
+      throw CLI::ValidationError(option, "rates must be from 0 to 0.5");
+    }
+  }
+  if (rates.size() != 3) throw CLI::ValidationError(option, "three rates or a preset are needed");
+  return {rates[0], rates[1], rates[2]};
+}
+
+std::string textOf(const std::string& file) {
+  std::ifstream in(file);
+  std::ostringstream text;
+  text << in.rdbuf();
+  if (!in || !text) throw Error(file, 0, 0, "cannot be read");
+  return text.str();
+}
+
+}  // namespace
+
+void addCalibrationOptions(CLI::App& command, CalibrationLine& line) {
+  auto* file = command.add_option("--calibration", line.file,
+                                  "Summary of a run; what that learnt is taken, nothing learnt");
+  file->check(fileName());
+  command
+      .add_option(
+          "--error-rates", line.errorRates,
+          "Insertions, deletions and substitutions per base, as 0.005,0.007,0.012, or clean, "
+          "est, mild or nanopore (default: learnt)")
+      ->excludes(file);
+  command.add_option("--coding-share", line.codingShare, "Share of coding reads (default: learnt)")
+      ->check(CLI::Range(0.0, 1.0))
+      ->excludes(file);
+  command.add_flag("--ignore-qualities", line.ignoreQualities, "Make no use of base qualities");
+}
+
+Calibration knownCalibration(const CalibrationLine& line) {
+  if (!line.file.empty()) return parseCalibration(textOf(line.file), line.file);
+  Calibration known;
+  if (!line.errorRates.empty()) known.errorRates = parseErrorRates(line.errorRates);
+  known.codingShare = line.codingShare;
+  return known;
+}
+
+}  // namespace velto
