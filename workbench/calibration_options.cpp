@@ -47,8 +47,8 @@ void addCalibrationOptions(CLI::App& command, CalibrationLine& line) {
   command
       .add_option(
           "--error-rates", line.errorRates,
-          "Insertions, deletions and substitutions per base, as 0.005,0.007,0.012, or clean, "
-          "est, mild or nanopore (default: learnt)")
+          "Insertions, deletions and substitutions per base, as 0.005,0.007,0.012, or a "
+          "preset of velto simulate (default: learnt)")
       ->excludes(file);
   command.add_option("--coding-share", line.codingShare, "Share of coding reads (default: learnt)")
       ->check(CLI::Range(0.0, 1.0))
