@@ -1,12 +1,14 @@
 #include "training/trainer.h"
 
 #include "training/frames/vote_files.h"
+#include "training/hmm/hmm_trainer.h"
 
 namespace velto {
 
 std::span<const Trainer> trainers() {
   static constexpr Trainer kTrainers[] = {
       {"vote", [](const TrainingJob& job) { return voteFiles(trainVotes(job)); }},
+      {"hmm", trainHmmFiles},
   };
   return kTrainers;
 }
