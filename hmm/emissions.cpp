@@ -63,12 +63,26 @@ void indexContexts(std::span<const short> codes, std::vector<int>& fiveMers) {
   }
 }
 
+void indexStartContexts(std::span<const short> codes, std::vector<StartContext>& contexts) {
+  contexts.resize(codes.size());
+  for (std::size_t i = 0; i < codes.size(); ++i) {
+    contexts[i] = i < 3 ? kOpenFrame : contexts[i - 3];
+    if (i < 3 || !isCodon(codes, static_cast<int>(i) - 3)) continue;
+    const short* before = codes.data() + i - 3;
+    if (mismatches(before, kStartCodon) == 0) contexts[i] = kAfterStart;
+    for (const auto& stop : kStops) {
+      if (mismatches(before, stop) == 0) contexts[i] = kAfterStop;
+    }
+  }
+}
+
 float startWeight(const HmmModel& model, const PathWeights& weights, std::span<const short> codes,
-                  int i, float substitution) {
+                  int i, StartContext context, float substitution) {
   if (!isCodon(codes, i)) return 0.0f;
   const int wrong = mismatches(codes.data() + i, kStartCodon);
   if (wrong > 1) return 0.0f;
-  return weights.start * codonProbability(wrong, substitution) * kozakRatio(model, codes, i);
+  return weights.start[context] * codonProbability(wrong, substitution) *
+         kozakRatio(model, codes, i);
 }
 
 float stopWeight(const HmmModel& model, const PathWeights& weights, std::span<const short> codes,
@@ -84,8 +98,8 @@ float stopWeight(const HmmModel& model, const PathWeights& weights, std::span<co
 
 void emit(const HmmModel& model, const PathWeights& weights, const ReadView& read,
           const FileRates& rates, std::span<const int> fiveMers,
-          std::span<const Composition> blocks, std::span<const Factors> factors,
-          std::vector<BaseEmission>& emissions) {
+          std::span<const StartContext> contexts, std::span<const Composition> blocks,
+          std::span<const Factors> factors, std::vector<BaseEmission>& emissions) {
   constexpr Factors kNeutral = {1, 1, 1, 1, 1, 1};
   const std::size_t length = read.codes.size();
   emissions.resize(length);
@@ -102,8 +116,8 @@ void emit(const HmmModel& model, const PathWeights& weights, const ReadView& rea
                     : k <= kPhase2 ? codingEmission(row[k], factor[k], base.substitution)
                                    : row[k] * factor[k];
     }
-    out.start =
-        startWeight(model, weights, read.codes, static_cast<int>(i), rates.mean.substitution);
+    out.start = startWeight(model, weights, read.codes, static_cast<int>(i), contexts[i],
+                            rates.mean.substitution);
     out.stop = stopWeight(model, weights, read.codes, static_cast<int>(i), rates.mean.substitution);
     out.insertion = known ? 0.25f * base.insertion : base.insertion;
     out.deletion = base.deletion;

@@ -29,10 +29,13 @@ float errorFreeShare(const EmissionRow& row, int phase, float factor, float subs
 // (7 j + 3) mod 4.
 void indexContexts(std::span<const short> codes, std::vector<int>& fiveMers);
 
+// What stands before the codon that begins at each base.
+void indexStartContexts(std::span<const short> codes, std::vector<StartContext>& contexts);
+
 // Start and stop weights of the codon that begins at base i, 0 unless it lies in the read, has no
 // unknown base, and for a start codon differs in one base at most from ATG.
 float startWeight(const HmmModel& model, const PathWeights& weights, std::span<const short> codes,
-                  int i, float substitution);
+                  int i, StartContext context, float substitution);
 float stopWeight(const HmmModel& model, const PathWeights& weights, std::span<const short> codes,
                  int i, float substitution);
 
@@ -40,7 +43,7 @@ float stopWeight(const HmmModel& model, const PathWeights& weights, std::span<co
 // empty: all 1.
 void emit(const HmmModel& model, const PathWeights& weights, const ReadView& read,
           const FileRates& rates, std::span<const int> fiveMers,
-          std::span<const Composition> blocks, std::span<const Factors> factors,
-          std::vector<BaseEmission>& emissions);
+          std::span<const StartContext> contexts, std::span<const Composition> blocks,
+          std::span<const Factors> factors, std::vector<BaseEmission>& emissions);
 
 }  // namespace velto

@@ -11,11 +11,13 @@ std::vector<BaseEmission> emissionsOf(const ReadView& read, const FileRates& rat
                                       const std::vector<Factors>& factors = {}) {
   const HmmModel model = toyModel();
   std::vector<int> fiveMers;
+  std::vector<StartContext> contexts;
   std::vector<Composition> blocks;
   std::vector<BaseEmission> emissions;
   indexContexts(read.codes, fiveMers);
+  indexStartContexts(read.codes, contexts);
   compose(read.codes, blocks);
-  emit(model, model.weights, read, rates, fiveMers, blocks, factors, emissions);
+  emit(model, model.weights, read, rates, fiveMers, contexts, blocks, factors, emissions);
   return emissions;
 }
 
@@ -65,7 +67,7 @@ TEST(Emissions, UnknownBaseIsAnyBase) {
 TEST(Emissions, StartWeightAllowsOneWrongBase) {
   const HmmModel model = toyModel();
   const auto weight = [&](const char* letters) {
-    return startWeight(model, model.weights, codesOf(letters), 0, 0.03f);
+    return startWeight(model, model.weights, codesOf(letters), 0, kOpenFrame, 0.03f);
   };
   EXPECT_NEAR(weight("ATG"), 0.05 * 0.97 * 0.97 * 0.97, 1e-7);
   EXPECT_NEAR(weight("CTG"), 0.05 * 0.97 * 0.97 * 0.01, 1e-8);
@@ -74,12 +76,20 @@ TEST(Emissions, StartWeightAllowsOneWrongBase) {
   EXPECT_EQ(weight("AT"), 0.0f);
 }
 
+TEST(Emissions, LastStartOrStopInFrameIsTheContext) {
+  std::vector<StartContext> contexts;
+  indexStartContexts(codesOf("ATGCCCTAACCATGNGCC"), contexts);
+  const std::vector<int> expected = {0, 0, 0, 2, 0, 0, 2, 0, 0, 1, 0, 0, 1, 0, 2, 1, 0, 2};
+  EXPECT_EQ(std::vector<int>(contexts.begin(), contexts.end()), expected);
+}
+
 TEST(Emissions, StartWeightCountsTheBasesAround) {
   HmmModel model = toyModel();
   model.kozak[6][0] = 3.0f;  // A at -3
   model.kozak[9][2] = 2.0f;  // G at +4
   const auto codes = codesOf("AccATGG");
-  EXPECT_NEAR(startWeight(model, model.weights, codes, 3, 0.0f), 0.05 * 3 * 2, 1e-6);
+  EXPECT_NEAR(startWeight(model, model.weights, codes, 3, kOpenFrame, 0.0f), 0.05 * 3 * 2, 1e-6);
+  EXPECT_NEAR(startWeight(model, model.weights, codes, 3, kAfterStart, 0.0f), 0.01 * 3 * 2, 1e-6);
 }
 
 TEST(Emissions, StopWeightIsASumOverTheStops) {

@@ -45,7 +45,7 @@ float cut(double rate, double least, double most) {
   return static_cast<float>(std::clamp(rate, least, most));
 }
 
-float substitutionFor(double indels) { return cut(indels, 0.004, 0.013); }
+float substitutionFor(double indels) { return cut(indels, 0.001, 0.013); }
 
 // The network sharpens posteriors, while the rates learnt without it absorb what the tables do not
 // explain: fewer errors are left for it. Where errors are frequent, they are real.

@@ -36,7 +36,7 @@ TEST(ErrorRates, CleanReadsHaveNextToNone) {
   const FileRates rates = learnErrorRates(toyModel(), reads.views());
   EXPECT_LT(rates.mean.insertion, 1e-4);
   EXPECT_LT(rates.mean.deletion, 1e-4);
-  EXPECT_FLOAT_EQ(rates.mean.substitution, 0.004f);
+  EXPECT_FLOAT_EQ(rates.mean.substitution, 0.001f);
 }
 
 TEST(ErrorRates, FewReadsKeepTheDefaults) {

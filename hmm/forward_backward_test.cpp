@@ -113,7 +113,7 @@ class EveryPath : public testing::TestWithParam<const char*> {};
 
 TEST_P(EveryPath, SumsUpToTheSameAsForwardAndBackward) {
   HmmModel model = toyModel();
-  model.weights.start = 0.9f;  // so that short paths through the codons count
+  model.weights.start.fill(0.9f);  // so that short paths through the codons count
   model.weights.stop = 0.8f;
   const auto codes = codesOf(GetParam());
   ReadLattice lattice;

@@ -62,13 +62,23 @@ constexpr int kMostBasePart = 12000;
 constexpr int kMostOutputSum = 65000;
 constexpr float kMostLogFactor = 14.0f;
 
+// What stands before a codon in its frame: the last start or stop codon, read letter by letter.
+// Nearly every coding region begins with the first ATG of its open frame.
+enum StartContext : std::uint8_t {
+  kOpenFrame,   // neither, up to the read's beginning
+  kAfterStop,   // a stop codon
+  kAfterStart,  // an ATG
+};
+constexpr int kStartContexts = 3;
+
 // Weights of the paths beside rates and emissions, each the product of a fixed share and a learned
 // factor.
 struct PathWeights {
-  float start = 0.0f;        // of entering a start codon at a base, Kozak factors apart
-  float stop = 0.0f;         // of entering a stop codon
-  float stayUtr5 = 0.0f;     // of a base before the start codon
-  float beginCoding = 0.0f;  // of a read that begins in a phase, each of the three
+  std::array<float, kStartContexts> start{};  // of entering a start codon at a base, Kozak factors
+                                              // apart, [StartContext]
+  float stop = 0.0f;                          // of entering a stop codon
+  float stayUtr5 = 0.0f;                      // of a base before the start codon
+  float beginCoding = 0.0f;                   // of a read that begins in a phase, each of the three
   float beginUtr5 = 0.0f;
   float beginNoncoding = 0.0f;
   float beginUtr3 = 0.0f;

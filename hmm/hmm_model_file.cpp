@@ -12,11 +12,11 @@ namespace {
 
 constexpr std::string_view kTitle = "VELTO posterior model 1";
 
-// The path weights in the order of the file.
-constexpr float PathWeights::*kWeights[] = {&PathWeights::start,     &PathWeights::stop,
-                                            &PathWeights::stayUtr5,  &PathWeights::beginCoding,
-                                            &PathWeights::beginUtr5, &PathWeights::beginNoncoding,
-                                            &PathWeights::beginUtr3, &PathWeights::beginStart};
+// The path weights behind those of start codons, in the order of the file.
+constexpr float PathWeights::*kWeights[] = {&PathWeights::stop,           &PathWeights::stayUtr5,
+                                            &PathWeights::beginCoding,    &PathWeights::beginUtr5,
+                                            &PathWeights::beginNoncoding, &PathWeights::beginUtr3,
+                                            &PathWeights::beginStart};
 
 constexpr double ReadDecision::*kDecision[] = {&ReadDecision::constant, &ReadDecision::logOdds,
                                                &ReadDecision::codingBases,
@@ -105,6 +105,7 @@ std::string hmmModelText(const HmmModel& model) {
   Writer out;
   out.word(kTitle).end();
   out.word("weights");
+  for (const float weight : model.weights.start) out.number(weight);
   for (const auto weight : kWeights) out.number(model.weights.*weight);
   out.end();
   out.word("decision");
@@ -285,6 +286,7 @@ void readNetwork(Reader& in, WindowNetwork& network) {
 void readModel(Reader& in, HmmModel& model) {
   in.wholeLine(kTitle);
   in.line("weights");
+  for (float& weight : model.weights.start) weight = in.number<float>(1e-9f, 10.0f);
   for (const auto weight : kWeights) model.weights.*weight = in.number<float>(1e-9f, 10.0f);
   if (model.weights.stayUtr5 > 1.0f) in.fail("number out of range");
   in.endLine();

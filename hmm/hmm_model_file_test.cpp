@@ -24,7 +24,7 @@ HmmModel randomModel() {
   for (auto& place : model.kozak) {
     for (float& x : place) x = roundedToFile(3.99f * static_cast<float>(random.real()) + 0.001f);
   }
-  model.weights.start = 0.1f / 3.0f;
+  model.weights.start = {0.1f / 3.0f, 0.02f / 3.0f, 0.001f};
   model.decision = {-1.0 / 3.0, 1.0 / 7.0, 2.0 / 3.0, 0.58};
   return model;
 }
@@ -73,13 +73,13 @@ TEST(HmmModelFile, NamesLineAndReason) {
 TEST(HmmModelFile, EveryIrregularLineIsRefused) {
   const std::string text = hmmModelText(toyModel());
   const std::pair<int, const char*> damages[] = {
-      {2, "weights nan 0.02 0.995 0.2 0.3 0.3 0.1 0.1"},
-      {2, "weights 0 0.02 0.995 0.2 0.3 0.3 0.1 0.1"},
-      {2, "weights 0.05 0.02 1.5 0.2 0.3 0.3 0.1 0.1"},
-      {2, "weights 0.05 0.02 0.995 0.2 0.3 0.3 0.1"},
-      {2, "weights 0.05 0.02 0.995 0.2 0.3 0.3 0.1 0.1 0.1"},
-      {2, "weights 0.05 0.02 0.995 0.2 0.3 0.3 0.1 0.1 "},
-      {2, "weights  0.05 0.02 0.995 0.2 0.3 0.3 0.1 0.1"},
+      {2, "weights nan 0.1 0.1 0.02 0.995 0.2 0.3 0.3 0.1 0.1"},
+      {2, "weights 0 0.1 0.1 0.02 0.995 0.2 0.3 0.3 0.1 0.1"},
+      {2, "weights 0.05 0.1 0.1 0.02 1.5 0.2 0.3 0.3 0.1 0.1"},
+      {2, "weights 0.05 0.1 0.1 0.02 0.995 0.2 0.3 0.3 0.1"},
+      {2, "weights 0.05 0.1 0.1 0.02 0.995 0.2 0.3 0.3 0.1 0.1 0.1"},
+      {2, "weights 0.05 0.1 0.1 0.02 0.995 0.2 0.3 0.3 0.1 0.1 "},
+      {2, "weights  0.05 0.1 0.1 0.02 0.995 0.2 0.3 0.3 0.1 0.1"},
       {3, "decision 1e400 1 1 0.5"},
       {3, "decision inf 1 1 0.5"},
       {3, "decision 1 1 1 1"},

@@ -12,6 +12,7 @@ namespace velto {
 // Memory kept from read to read, and the results of the last one.
 struct ReadLattice {
   std::vector<int> fiveMers, kmers;
+  std::vector<StartContext> contexts;
   std::vector<Composition> blocks;
   std::vector<Factors> factors;
   std::vector<BaseEmission> emissions;

@@ -76,7 +76,7 @@ double NetworkGradient::add(const LabelledLattice& labelled, const Parameters& p
   const PathWeights weights = pathWeights(parameters.data() + layout_.pathFactor());
   FileRates rates;
   rates.mean = labelled.rates;
-  emit(tables, weights, labelled.read, rates, fiveMers_, blocks_, factors_, emissions_);
+  emit(tables, weights, labelled.read, rates, fiveMers_, contexts_, blocks_, factors_, emissions_);
   const LatticeView anyPath{weights, emissions_}, truePaths{weights, emissions_, labelled.masks};
   runForward(anyPath, forward_);
   const double all = logLikelihood(forward_);
@@ -120,6 +120,7 @@ void NetworkGradient::baseParts(const Parameters& parameters) {
 void NetworkGradient::runNetwork(const LabelledLattice& labelled, const Parameters& parameters) {
   const std::size_t length = labelled.read.codes.size(), units = layout_.units();
   indexContexts(labelled.read.codes, fiveMers_);
+  indexStartContexts(labelled.read.codes, contexts_);
   indexKmers(labelled.read.codes, shape_.letters, kmers_);
   compose(labelled.read.codes, blocks_);
   baseParts(parameters);
@@ -147,7 +148,7 @@ void NetworkGradient::addPathGradient(Parameters& gradient) const {
     return true_[i].state[s] - free_[i].state[s];
   };
   for (std::size_t i = 0; i < true_.size(); ++i) {
-    factors[kStartFactor] += more(i, kS0);
+    factors[kStartFactor + static_cast<int>(contexts_[i])] += more(i, kS0);
     factors[kStopFactor] += more(i, kE0);
   }
   factors[kCodingFactor] += more(0, kC0) + more(0, kC1) + more(0, kC2);

@@ -64,11 +64,13 @@ std::vector<std::int16_t> inSteps(const Parameters& p, std::size_t begin, std::s
 PathWeights pathWeights(const float* factors) {
   constexpr double kStart = 0.05, kStop = 0.02;
   constexpr double kCoding = 0.55, kUtr5 = 0.3, kNoncoding = 0.3, kUtr3 = 0.1;
-  const auto times = [&](double share, PathFactor factor) {
+  const auto times = [&](double share, int factor) {
     return static_cast<float>(share * std::exp(static_cast<double>(factors[factor])));
   };
   PathWeights weights;
-  weights.start = times(kStart, kStartFactor);
+  for (int context = 0; context < kStartContexts; ++context) {
+    weights.start[static_cast<std::size_t>(context)] = times(kStart, kStartFactor + context);
+  }
   weights.stop = times(kStop, kStopFactor);
   weights.stayUtr5 = static_cast<float>(1.0 - 0.1 * kStart);
   weights.beginCoding = times(kCoding / 3.0, kCodingFactor);

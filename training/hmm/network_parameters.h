@@ -18,8 +18,14 @@ struct NetworkShape {
 };
 
 // Natural logarithms of the factors that are learnt for PathWeights.
-enum PathFactor { kStartFactor, kStopFactor, kUtr5Factor, kCodingFactor, kUtr3Factor };
-constexpr std::size_t kPathFactors = 5;
+enum PathFactor {
+  kStartFactor,  // and the two behind it: one for each StartContext
+  kStopFactor = kStartFactor + kStartContexts,
+  kUtr5Factor,
+  kCodingFactor,
+  kUtr3Factor
+};
+constexpr std::size_t kPathFactors = kUtr3Factor + 1;
 
 // All parameters as one list of floats, in sections: rows [offset][k-mer][unit], bias
 // [class of G and C][unit], dinucleotides [pair][unit], outputs [EmissionKind][unit], output biases
@@ -45,7 +51,7 @@ class NetworkLayout {
 
 using Parameters = std::vector<float>;
 
-// Path weights under these five factors.
+// Path weights under these factors, [PathFactor].
 PathWeights pathWeights(const float* factors);
 
 // Network and path weights as the model holds them: whole numbers, as large as their bounds allow.

@@ -73,9 +73,11 @@ TEST(NetworkParameters, HugeWeightsKeepTheBoundsOfTheFile) {
 }
 
 TEST(NetworkParameters, PathFactorsMultiplyTheirWeights) {
-  const float none[kPathFactors] = {}, some[kPathFactors] = {1, 2, 3, 4, 5};
+  const float none[kPathFactors] = {}, some[kPathFactors] = {1, 1.5f, 0, 2, 3, 4, 5};
   const PathWeights plain = pathWeights(none), scaled = pathWeights(some);
-  EXPECT_NEAR(scaled.start / plain.start, std::exp(1.0), 1e-5);
+  EXPECT_NEAR(scaled.start[kOpenFrame] / plain.start[kOpenFrame], std::exp(1.0), 1e-5);
+  EXPECT_NEAR(scaled.start[kAfterStop] / plain.start[kAfterStop], std::exp(1.5), 1e-5);
+  EXPECT_EQ(scaled.start[kAfterStart], plain.start[kAfterStart]);
   EXPECT_NEAR(scaled.stop / plain.stop, std::exp(2.0), 1e-5);
   EXPECT_NEAR(scaled.beginUtr5 / plain.beginUtr5, std::exp(3.0), 1e-4);
   EXPECT_NEAR(scaled.beginCoding / plain.beginCoding, std::exp(4.0), 1e-4);

@@ -12,6 +12,10 @@ constexpr int kLeastUtr3 = 150;       // bases behind a coding region that reads
 constexpr int kLeastNoncoding = 120;  // bases of a non-coding transcript
 constexpr int kFreeReach = 12;        // bases on either side of a frameshift
 
+// Rates below which the model is not told that a read has so few errors.
+constexpr double kLeastIndels = 5e-5;
+constexpr double kLeastSubstitutions = 0.001;
+
 constexpr StateMask bit(int state) { return static_cast<StateMask>(1U << state); }
 
 void freeAround(int position, std::vector<StateMask>& masks) {
@@ -58,10 +62,9 @@ void markStop(const SimulatedRead& read, std::vector<StateMask>& masks) {
 
 ReadMixture standardMixture() {
   ReadMixture mixture;
-  mixture.profiles = {{{0.012, 0.005, 0.007, 0.002}, 0.45},
-                      {{0.008, 0.0015, 0.0025, 0.002}, 0.20},
-                      {{0.004, 0.0005, 0.0005, 0.0}, 0.15},
-                      {{0.015, 0.010, 0.020, 0.0}, 0.20}};
+  mixture.profiles = {{{0.012, 0.005, 0.007, 0.002}, 0.45}, {{0.008, 0.0015, 0.0025, 0.002}, 0.20},
+                      {{0.004, 0.0005, 0.0005, 0.0}, 0.10}, {{0.0, 0.0, 0.0, 0.0}, 0.05},
+                      {{0.015, 0.010, 0.020, 0.0}, 0.15},   {{0.03, 0.025, 0.04, 0.0}, 0.05}};
   return mixture;
 }
 
@@ -92,9 +95,9 @@ TrainingRead ReadDrawer::draw(std::uint64_t seed, std::uint64_t k) const {
   TrainingRead drawn;
   drawn.read = simulateRead(transcript, fragment, rates, random);
   drawn.fold = source.fold;
-  drawn.rates = {static_cast<float>(std::max(rates.insertion, 0.0005)),
-                 static_cast<float>(std::max(rates.deletion, 0.0005)),
-                 static_cast<float>(std::max(rates.substitution, 0.004))};
+  drawn.rates = {static_cast<float>(std::max(rates.insertion, kLeastIndels)),
+                 static_cast<float>(std::max(rates.deletion, kLeastIndels)),
+                 static_cast<float>(std::max(rates.substitution, kLeastSubstitutions))};
   return drawn;
 }
 

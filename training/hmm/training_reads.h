@@ -21,8 +21,8 @@ struct ReadProfile {
 // What reads the network is trained on. The shares of kinds of reads, and of profiles, sum up to 1;
 // what `coding` and `utr3` leave is the share of reads of non-coding transcripts.
 struct ReadMixture {
-  double coding = 0.62;     // with at least kLeastCodingBases coding bases
-  double utr3 = 0.06;       // wholly behind the coding region
+  double coding = 0.60;     // with at least kLeastCodingBases coding bases
+  double utr3 = 0.09;       // wholly behind the coding region
   double wholeShare = 0.0;  // of the coding reads: whole transcripts
   int longestWhole = 4000;  // bases of a transcript that is read as a whole
   FragmentLengths lengths{300, 800};

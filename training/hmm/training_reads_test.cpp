@@ -104,8 +104,8 @@ TEST(TrainingReads, KindsAreDrawnByTheirShares) {
       utr3 += drawn.read.source->isCoding();
     }
   }
-  EXPECT_NEAR(coding, 0.62 * kReads, 80);
-  EXPECT_NEAR(utr3, 0.06 * kReads, 40);
+  EXPECT_NEAR(coding, 0.60 * kReads, 80);
+  EXPECT_NEAR(utr3, 0.09 * kReads, 40);
 }
 
 TEST(TrainingReads, AReadNamesTheFoldOfItsTranscript) {
@@ -133,9 +133,9 @@ TEST(TrainingReads, RatesOfTheModelHaveFloors) {
   ReadMixture mixture = standardMixture();
   mixture.profiles = {{{0.0, 0.0, 0.0, 0.0}, 1.0}};
   const TrainingRead drawn = ReadDrawer(species.folds(), mixture).draw(1, 1);
-  EXPECT_EQ(drawn.rates.insertion, 0.0005f);
-  EXPECT_EQ(drawn.rates.deletion, 0.0005f);
-  EXPECT_EQ(drawn.rates.substitution, 0.004f);
+  EXPECT_EQ(drawn.rates.insertion, 5e-5f);
+  EXPECT_EQ(drawn.rates.deletion, 5e-5f);
+  EXPECT_EQ(drawn.rates.substitution, 0.001f);
 }
 
 TEST(TrainingReads, WholeTranscriptsAreDrawnWhereWanted) {
