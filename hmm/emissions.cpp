@@ -39,18 +39,59 @@ float kozakRatio(const HmmModel& model, std::span<const short> codes, int i) {
   return product;
 }
 
-// A substitution is a mixture, not a state: a base that does not fit may be a wrong one.
-float codingEmission(float probability, float factor, float substitution) {
-  return (1.0f - substitution) * probability * factor +
-         (1.0f - probability) * (substitution / 3.0f);
+// Probability that a start codon is read as this one; 0 for two wrong bases or more.
+float codonStartProbability(const short* codon, float substitution) {
+  const int wrong = mismatches(codon, kStartCodon);
+  return wrong > 1 ? 0.0f : codonProbability(wrong, substitution);
+}
+
+// What a start or stop codon that is read as a given one weighs.
+struct CodonWeights {
+  std::array<float, 64> start, stop;  // [16 x first + 4 x second + third base code]; start:
+                                      // probability, stop: weight
+};
+
+CodonWeights weighCodons(const HmmModel& model, const PathWeights& weights, float substitution) {
+  CodonWeights codons;
+  for (std::size_t c = 0; c < codons.start.size(); ++c) {
+    const short codon[] = {static_cast<short>(c / 16), static_cast<short>(c / 4 % 4),
+                           static_cast<short>(c % 4)};
+    codons.start[c] = codonStartProbability(codon, substitution);
+    codons.stop[c] = stopWeight(model, weights, codon, 0, substitution);
+  }
+  return codons;
+}
+
+// A substitution is a mixture, not a state: a base that does not fit may be a wrong one. The base
+// of a kind with probability p and factor f is emitted with right p f + (1 - p) wrong.
+struct Mixture {
+  EmissionRow right, wrong;  // [EmissionKind]; of kinds that do not code 1 and 0
+
+  explicit Mixture(float substitution) {
+    right.fill(1.0f);
+    wrong.fill(0.0f);
+    for (std::size_t phase = 0; phase < 3; ++phase) {
+      right[phase] = 1.0f - substitution;
+      wrong[phase] = substitution / 3.0f;
+    }
+  }
+};
+
+EmissionRow mixed(const EmissionRow& probability, const Factors& factor, const Mixture& mixture) {
+  EmissionRow kinds;
+  for (std::size_t k = 0; k < kinds.size(); ++k) {
+    kinds[k] = mixture.right[k] * probability[k] * factor[k] +
+               (1.0f - probability[k]) * mixture.wrong[k];
+  }
+  return kinds;
 }
 
 }  // namespace
 
 float errorFreeShare(const EmissionRow& row, int phase, float factor, float substitution) {
   const float probability = row[static_cast<std::size_t>(phase)];
-  return (1.0f - substitution) * probability * factor /
-         codingEmission(probability, factor, substitution);
+  const float right = (1.0f - substitution) * probability * factor;
+  return right / (right + (1.0f - probability) * (substitution / 3.0f));
 }
 
 void indexContexts(std::span<const short> codes, std::vector<int>& fiveMers) {
@@ -79,9 +120,7 @@ void indexStartContexts(std::span<const short> codes, std::vector<StartContext>&
 float startWeight(const HmmModel& model, const PathWeights& weights, std::span<const short> codes,
                   int i, StartContext context, float substitution) {
   if (!isCodon(codes, i)) return 0.0f;
-  const int wrong = mismatches(codes.data() + i, kStartCodon);
-  if (wrong > 1) return 0.0f;
-  return weights.start[context] * codonProbability(wrong, substitution) *
+  return weights.start[context] * codonStartProbability(codes.data() + i, substitution) *
          kozakRatio(model, codes, i);
 }
 
@@ -100,25 +139,29 @@ void emit(const HmmModel& model, const PathWeights& weights, const ReadView& rea
           const FileRates& rates, std::span<const int> fiveMers,
           std::span<const StartContext> contexts, std::span<const Composition> blocks,
           std::span<const Factors> factors, std::vector<BaseEmission>& emissions) {
-  constexpr Factors kNeutral = {1, 1, 1, 1, 1, 1};
+  constexpr Factors kNeutral = {1, 1, 1, 1, 1, 1, 1, 1};
   const std::size_t length = read.codes.size();
   emissions.resize(length);
+  const CodonWeights codons = weighCodons(model, weights, rates.mean.substitution);
+  Mixture mixture(rates.mean.substitution);
   int gcClass = 0;
   for (std::size_t i = 0; i < length; ++i) {
     if (i % kCompositionBlock == 0) gcClass = blocks[i / kCompositionBlock].gcClass();
-    const EmissionRow& row = model.emission(gcClass, fiveMers[i]);
     const Factors& factor = factors.empty() ? kNeutral : factors[i];
     const BaseRates base = rates.at(read.phred, i);
-    const bool known = isKnownBase(read.codes[i]);
+    if (rates.byQuality) mixture = Mixture(base.substitution);
     BaseEmission& out = emissions[i];
-    for (std::size_t k = 0; k < kEmissionKinds; ++k) {
-      out.kind[k] = !known         ? factor[k]
-                    : k <= kPhase2 ? codingEmission(row[k], factor[k], base.substitution)
-                                   : row[k] * factor[k];
+    const bool known = isKnownBase(read.codes[i]);
+    out.kind = known ? mixed(model.emission(gcClass, fiveMers[i]), factor, mixture) : factor;
+    out.start = out.stop = 0.0f;
+    if (isCodon(read.codes, static_cast<int>(i))) {
+      const auto codon = static_cast<std::size_t>(fiveMers[i + 2] % 64);
+      out.stop = codons.stop[codon];
+      if (codons.start[codon] > 0.0f) {
+        out.start = weights.start[contexts[i]] * codons.start[codon] *
+                    kozakRatio(model, read.codes, static_cast<int>(i));
+      }
     }
-    out.start = startWeight(model, weights, read.codes, static_cast<int>(i), contexts[i],
-                            rates.mean.substitution);
-    out.stop = stopWeight(model, weights, read.codes, static_cast<int>(i), rates.mean.substitution);
     out.insertion = known ? 0.25f * base.insertion : base.insertion;
     out.deletion = base.deletion;
     out.stay = 1.0f - base.insertion - base.deletion;

@@ -14,7 +14,7 @@ namespace velto {
 
 // Probabilities at one base that no path changes.
 struct BaseEmission {
-  std::array<float, kEmissionKinds> kind;  // [EmissionKind] of the base, times its factor
+  EmissionRow kind;  // [EmissionKind] of the base, times its factor
   float start;                             // of entering a start codon that begins here
   float stop;                              // of entering a stop codon that begins here
   float insertion;                         // of being an inserted base, its emission included

@@ -4,24 +4,25 @@
 
 #include <bit>
 #include <cmath>
+#include <cstddef>
 #include <cstdint>
+#include <iterator>
 
 namespace velto {
+
+// Adding it rounds a float to the nearest whole number, which then stands in the low bits.
+constexpr float kPowerRounder = 12582912.0f;  // 1.5 x 2^23
+// ln(2)^k / k!, k = 6 to 0.
+constexpr float kPowerTerms[] = {1.5403530e-4f, 1.3333558e-3f, 9.6181291e-3f, 5.5504109e-2f,
+                                 2.4022651e-1f, 6.9314718e-1f, 1.0f};
 
 // 2^x for -100 <= x <= 100, within 3e-7 of the value. The order of the operations is part of the
 // contract: lanes repeat it.
 inline float powerOfTwo(float x) {
-  // Adding 1.5 x 2^23 rounds to the nearest whole number, which then stands in the low bits.
-  constexpr float kRounder = 12582912.0f;
-  const float rounded = x + kRounder;
-  const float rest = x - (rounded - kRounder);  // -0.5 to 0.5
-  float p = 1.5403530e-4f;                      // ln(2)^k / k!, k = 6 to 0
-  p = p * rest + 1.3333558e-3f;
-  p = p * rest + 9.6181291e-3f;
-  p = p * rest + 5.5504109e-2f;
-  p = p * rest + 2.4022651e-1f;
-  p = p * rest + 6.9314718e-1f;
-  p = p * rest + 1.0f;
+  const float rounded = x + kPowerRounder;
+  const float rest = x - (rounded - kPowerRounder);  // -0.5 to 0.5
+  float p = kPowerTerms[0];
+  for (std::size_t t = 1; t < std::size(kPowerTerms); ++t) p = p * rest + kPowerTerms[t];
   const auto power = std::bit_cast<std::uint32_t>(rounded) << 23;  // exponent field, may wrap
   return std::bit_cast<float>(std::bit_cast<std::uint32_t>(p) + power);
 }

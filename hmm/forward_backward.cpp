@@ -30,16 +30,6 @@ void applyMask(StateMask mask, StateRow& row) {
   }
 }
 
-StateRow firstRow(const PathWeights& weights, const BaseEmission& e) {
-  StateRow row{};
-  for (std::size_t k = 0; k < 3; ++k) row[kC0 + k] = weights.beginCoding * e.kind[k];
-  row[kS0] = weights.beginStart * e.start;
-  row[kU5] = weights.beginUtr5 * e.kind[kUtr5];
-  row[kNC] = weights.beginNoncoding * e.kind[kNoncodingRead];
-  row[kUn] = weights.beginUtr3 * e.kind[kUtr3];
-  return row;
-}
-
 // C_k' = e_k [(C_k-1 + [k = 0] S2) stay + I_k-1 + C_k-2 deletion], phases mod 3
 // I_k' = C_k insertion           S0' = U5 start, S1' = S0, S2' = S1
 // U5'  = U5 stayUtr5 utr5        E0' = (C2 + S2) stop, E1' = E0, E2' = E1
@@ -100,6 +90,16 @@ float posteriorOf(const StateRow& forward, const StateRow& backward, StateRow& p
 }
 
 }  // namespace
+
+StateRow firstRow(const PathWeights& weights, const BaseEmission& e) {
+  StateRow row{};
+  for (std::size_t k = 0; k < 3; ++k) row[kC0 + k] = weights.beginCoding * e.kind[k];
+  row[kS0] = weights.beginStart * e.start;
+  row[kU5] = weights.beginUtr5 * e.kind[kUtr5];
+  row[kNC] = weights.beginNoncoding * e.kind[kNoncodingRead];
+  row[kUn] = weights.beginUtr3 * e.kind[kUtr3];
+  return row;
+}
 
 float sumOf(const StateRow& row) { return sumOfEight(row.data()) + sumOfEight(row.data() + 8); }
 

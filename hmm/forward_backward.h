@@ -43,6 +43,9 @@ struct StatePosterior {
 // Sum in a fixed order, which lanes repeat.
 float sumOf(const StateRow& row);
 
+// Row of the first base of a read, before any rescaling.
+StateRow firstRow(const PathWeights& weights, const BaseEmission& e);
+
 void runForward(const LatticeView& lattice, ForwardRows& forward);
 void runBackward(const LatticeView& lattice, const ForwardRows& forward,
                  std::vector<StatePosterior>& posteriors);

@@ -1,11 +1,17 @@
 #include "hmm/hmm_decoder.h"
 
 #include <algorithm>
+#include <array>
+#include <numeric>
+#include <utility>
 #include <vector>
 
 #include "hmm/coding_path.h"
 #include "hmm/error_rates.h"
 #include "hmm/float_math.h"
+#ifdef VELTO_HIGHWAY
+#include "hmm/lattice_lanes.h"
+#endif
 #include "hmm/read_lattice.h"
 
 namespace velto {
@@ -17,7 +23,29 @@ struct HmmScratch : Decoder::Scratch {
   ReadLattice lattice;
   std::vector<FramePosterior> frames;
   PathTrace trace;
+#ifdef VELTO_HIGHWAY
+  LatticeLanes lanes;
+  std::array<std::vector<BaseEmission>, kLanes> emissions;  // [lane]
+#endif
 };
+
+#ifdef VELTO_HIGHWAY
+// Longer reads, of which eight would take more than 30 MB, are decoded alone.
+constexpr std::size_t kMostBasesInLanes = 20000;
+
+// Indices of the reads, equal lengths in order of the reads.
+std::vector<std::size_t> longestFirst(std::span<const ReadView> reads) {
+  std::vector<std::size_t> order(reads.size());
+  std::iota(order.begin(), order.end(), std::size_t{0});
+  std::stable_sort(order.begin(), order.end(), [&](std::size_t a, std::size_t b) {
+    return reads[a].codes.size() > reads[b].codes.size();
+  });
+  return order;
+}
+#endif
+
+// What turns posteriors into those given that the read codes.
+float givenCoding(const Call& call) { return static_cast<float>(1.0 / logisticOf(call.score)); }
 
 ReadView withoutQualities(const ReadView& read) { return {read.codes, {}}; }
 
@@ -37,17 +65,51 @@ std::unique_ptr<Decoder::Scratch> HmmDecoder::scratch() const {
 void HmmDecoder::decode(const ReadView& read, const Wishes&, Scratch& scratch, Call& call) const {
   auto& own = static_cast<HmmScratch&>(scratch);
   own.lattice.run(*model_, rates_, read, true);
-  const ReadEvidence evidence = own.lattice.evidence();
+  if (!decide(own.lattice.evidence(), call)) return;
+  framePosteriors(own.lattice.posteriors, givenCoding(call), own.frames);
+  findCodingPath(own.frames, own.trace, call);
+}
+
+#ifdef VELTO_HIGHWAY
+void HmmDecoder::decodeAll(std::span<const ReadView> reads, const Wishes& wishes, Scratch& scratch,
+                           std::span<Call> calls) const {
+  auto& own = static_cast<HmmScratch&>(scratch);
+  const std::vector<std::size_t> order = longestFirst(reads);
+  std::size_t first = 0;
+  while (first < order.size() && reads[order[first]].codes.size() > kMostBasesInLanes) {
+    const std::size_t alone = order[first++];
+    decode(reads[alone], wishes, scratch, calls[alone]);
+  }
+  for (; first < order.size(); first += kLanes) {
+    const auto group = std::span(order).subspan(first, std::min(kLanes, order.size() - first));
+    for (std::size_t lane = 0; lane < group.size(); ++lane) {
+      own.lattice.prepare(*model_, rates_, reads[group[lane]], true);
+      std::swap(own.lattice.emissions, own.emissions[lane]);
+    }
+    own.lanes.run(model_->weights, std::span(own.emissions).first(group.size()));
+    for (std::size_t lane = 0; lane < group.size(); ++lane) {
+      Call& call = calls[group[lane]];
+      if (!decide(own.lanes.evidence(lane), call)) continue;
+      own.lanes.framePosteriors(lane, givenCoding(call), own.frames);
+      findCodingPath(own.frames, own.trace, call);
+    }
+  }
+}
+#else
+void HmmDecoder::decodeAll(std::span<const ReadView> reads, const Wishes& wishes, Scratch& scratch,
+                           std::span<Call> calls) const {
+  Decoder::decodeAll(reads, wishes, scratch, calls);
+}
+#endif
+
+bool HmmDecoder::decide(const ReadEvidence& evidence, Call& call) const {
   const ReadDecision& decision = model_->decision;
   call.clear();
   call.score = evidence.logOdds;
   call.probability =
       withShare(codingProbability(decision, evidence), decision.codingShare, codingShare_);
   call.coding = call.probability >= options_.minProbability;
-  if (!call.coding) return;
-  const auto givenCoding = static_cast<float>(1.0 / logisticOf(evidence.logOdds));
-  framePosteriors(own.lattice.posteriors, givenCoding, own.frames);
-  findCodingPath(own.frames, own.trace, call);
+  return call.coding;
 }
 
 std::shared_ptr<const Decoder> HmmDecoder::fitted(std::span<const ReadView> sample) const {

@@ -31,6 +31,10 @@ class HmmDecoder : public Decoder {
   void decode(const ReadView& read, const Wishes& wishes, Scratch& scratch,
               Call& call) const override;
 
+  // Decodes reads of like length together where the build has vectors for it.
+  void decodeAll(std::span<const ReadView> reads, const Wishes& wishes, Scratch& scratch,
+                 std::span<Call> calls) const override;
+
   // This decoder with error rates learnt from the sample, and from up to 1000 reads the share of
   // coding reads.
   std::shared_ptr<const Decoder> fitted(std::span<const ReadView> sample) const;
@@ -40,6 +44,9 @@ class HmmDecoder : public Decoder {
 
  private:
   double learnShare(std::span<const ReadView> sample) const;
+
+  // Sets all of the call but the path; true if a path is wanted.
+  bool decide(const ReadEvidence& evidence, Call& call) const;
 
   std::shared_ptr<const HmmModel> model_;
   HmmOptions options_;

@@ -167,5 +167,23 @@ TEST(HmmDecoder, QualitiesCanBeLeftOut) {
   EXPECT_FALSE(without->rates().byQuality);
 }
 
+// Reads in lanes, in an order that is not that of their lengths, too long ones among them.
+TEST(HmmDecoder, ManyReadsAtOnceAreCalledAsOneByOne) {
+  ToyReads reads(9);
+  for (const int codons : {40, 300, 1, 40, 7000, 90, 33, 150, 8, 61, 2}) {
+    reads.addCoding(codons, {0.01, 0.01});
+    reads.addEven(2 * codons + 1);
+  }
+  const std::vector<ReadView> views = reads.views();
+  const HmmDecoder decoder(sharedToy());
+  std::vector<Call> calls(views.size());
+  const auto scratch = decoder.scratch();
+  decoder.decodeAll(views, {}, *scratch, calls);
+  for (std::size_t i = 0; i < views.size(); ++i) {
+    SCOPED_TRACE(i);
+    expectSame(calls[i], decoded(decoder, views[i]));
+  }
+}
+
 }  // namespace
 }  // namespace velto

@@ -24,9 +24,8 @@ constexpr int kozakOffset(int place) {
   return place < kKozakLeft ? place - kKozakLeft : place - kKozakLeft + 3;
 }
 
-// Probability of a base after the four before it, by kind; two places stay empty so that a row
-// fills 32 bytes.
-using EmissionRow = std::array<float, 8>;  // [EmissionKind]
+// Probability of a base after the four before it, by kind.
+using EmissionRow = std::array<float, kEmissionPlaces>;  // [EmissionKind]
 
 // Windows of bases to factors of the emissions. All sums are of whole numbers, hence the same in
 // any order. Hidden unit u of base i is max(0, base part + sum over offsets o of

@@ -36,6 +36,8 @@ constexpr bool isOfCodingRead(int state) { return state <= kE2 || state == kU3; 
 // kinds of other bases.
 enum EmissionKind { kPhase0, kPhase1, kPhase2, kUtr5, kUtr3, kNoncodingRead };
 constexpr int kEmissionKinds = 6;
+// Places of a row of them, two of which stay empty so that a row fills 32 bytes.
+constexpr int kEmissionPlaces = 8;
 
 // Kind that a state emits; -1 for the states that emit any base alike.
 constexpr int emissionKindOf(int state) {

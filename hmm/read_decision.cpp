@@ -6,9 +6,12 @@
 
 namespace velto {
 
+ReadEvidence evidenceOf(const StateRow& lastRow, double codingPosteriors) {
+  const double logOdds = logOddsOfCoding(lastRow);
+  return {logOdds, codingPosteriors / logisticOf(logOdds)};
+}
+
 ReadEvidence evidenceOf(const ForwardRows& forward, std::span<const StatePosterior> posteriors) {
-  ReadEvidence evidence;
-  evidence.logOdds = logOddsOfCoding(forward.state.back());
   double sum = 0.0;
   for (const StatePosterior& base : posteriors) {
     const StateRow& p = base.state;
@@ -18,8 +21,7 @@ ReadEvidence evidenceOf(const ForwardRows& forward, std::span<const StatePosteri
     const float stop = (p[kE0] + p[kE1]) + p[kE2];
     sum += (coding + inserted) + (start + stop);
   }
-  evidence.codingBases = sum / logisticOf(evidence.logOdds);
-  return evidence;
+  return evidenceOf(forward.state.back(), sum);
 }
 
 double cutLogOdds(const ReadEvidence& evidence) {

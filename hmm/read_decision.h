@@ -17,6 +17,9 @@ struct ReadEvidence {
   double codingBases = 0.0;  // expected number of them, given that there are any
 };
 
+// Evidence from the last forward row and the sum over bases of the posteriors of coding states.
+ReadEvidence evidenceOf(const StateRow& lastRow, double codingPosteriors);
+
 ReadEvidence evidenceOf(const ForwardRows& forward, std::span<const StatePosterior> posteriors);
 
 // The inputs of the decision's logistic function beside the constant.

@@ -1,18 +1,36 @@
 #include "hmm/read_lattice.h"
 
-namespace velto {
+#ifdef VELTO_HIGHWAY
+#include "hmm/network_kernel.h"
+#endif
 
-void ReadLattice::run(const HmmModel& model, const FileRates& rates, const ReadView& read,
-                      bool useNetwork) {
+namespace velto {
+namespace {
+
+#ifdef VELTO_HIGHWAY
+constexpr auto fillNetworkFactors = networkFactorsInVectors;
+#else
+constexpr auto fillNetworkFactors = networkFactors;
+#endif
+
+}  // namespace
+
+void ReadLattice::prepare(const HmmModel& model, const FileRates& rates, const ReadView& read,
+                          bool useNetwork) {
   indexContexts(read.codes, fiveMers);
   indexStartContexts(read.codes, contexts);
   compose(read.codes, blocks);
   factors.clear();
   if (useNetwork) {
     indexKmers(read.codes, model.network.letters, kmers);
-    networkFactors(model.network, kmers, blocks, factors);
+    fillNetworkFactors(model.network, kmers, blocks, factors);
   }
   emit(model, model.weights, read, rates, fiveMers, contexts, blocks, factors, emissions);
+}
+
+void ReadLattice::run(const HmmModel& model, const FileRates& rates, const ReadView& read,
+                      bool useNetwork) {
+  prepare(model, rates, read, useNetwork);
   const LatticeView lattice{model.weights, emissions};
   runForward(lattice, forward);
   runBackward(lattice, forward, posteriors);

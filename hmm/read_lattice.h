@@ -19,7 +19,11 @@ struct ReadLattice {
   ForwardRows forward;
   std::vector<StatePosterior> posteriors;
 
-  // Runs forward and backward over the read. Without the network, the count tables alone emit.
+  // Fills the members up to the emissions. Without the network, the count tables alone emit.
+  void prepare(const HmmModel& model, const FileRates& rates, const ReadView& read,
+               bool useNetwork);
+
+  // Prepares the read and runs forward and backward over it.
   void run(const HmmModel& model, const FileRates& rates, const ReadView& read, bool useNetwork);
 
   // Of the last run.

@@ -76,6 +76,7 @@ void networkFactors(const WindowNetwork& network, std::span<const int> kmers,
     if (i % kCompositionBlock == 0) basePart(network, blocks[i / kCompositionBlock], base);
     units = base;
     addRows(network, kmers, static_cast<int>(i), units);
+    factors[i].fill(1.0f);
     for (std::size_t kind = 0; kind < kEmissionKinds; ++kind) {
       factors[i][kind] = factor(network, kind, units);
     }

@@ -10,7 +10,8 @@
 
 namespace velto {
 
-using Factors = std::array<float, kEmissionKinds>;  // [EmissionKind]
+// [EmissionKind]; the places behind hold 1.
+using Factors = std::array<float, kEmissionPlaces>;
 
 // The k-mer that ends at each base, base codes in base 4 with the last base lowest; -1 where one of
 // its bases is unknown or before the read.

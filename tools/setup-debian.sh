@@ -6,7 +6,7 @@ set -euo pipefail
 packages=("$@")
 if [ ${#packages[@]} -eq 0 ]; then
   packages=(g++ cmake ninja-build pkg-config libgtest-dev libcli11-dev nlohmann-json3-dev
-            libhts-dev libtbb-dev libbenchmark-dev python3 genometools bedtools gffread)
+            libhts-dev libhwy-dev libtbb-dev libbenchmark-dev python3 genometools bedtools gffread)
 fi
 
 missing=()

@@ -1,0 +1,88 @@
+#include "hmm/lattice_lanes.h"
+
+#include <gtest/gtest.h>
+#include <hwy/targets.h>
+
+#include "core/random.h"
+#include "hmm/toy_model.h"
+
+namespace velto {
+namespace {
+
+std::vector<BaseEmission> randomEmissions(int length, Random& random) {
+  const auto upTo = [&random](double most) { return static_cast<float>(most * random.real()); };
+  std::vector<BaseEmission> emissions(static_cast<std::size_t>(length));
+  for (BaseEmission& e : emissions) {
+    for (float& kind : e.kind) kind = upTo(0.8);
+    e.start = random.below(10) == 0 ? upTo(0.1) : 0.0f;
+    e.stop = random.below(10) == 0 ? upTo(0.1) : 0.0f;
+    e.insertion = upTo(0.02);
+    e.deletion = upTo(0.02);
+    e.stay = 1.0f - e.insertion - e.deletion;
+  }
+  return emissions;
+}
+
+void expectSame(const FramePosterior& a, const FramePosterior& b) {
+  EXPECT_EQ(a.frame, b.frame);
+  EXPECT_EQ(a.inserted, b.inserted);
+  EXPECT_EQ(a.deleted, b.deleted);
+  EXPECT_EQ(a.start, b.start);
+  EXPECT_EQ(a.stop, b.stop);
+}
+
+void expectPlain(const PathWeights& weights, const std::vector<BaseEmission>& emissions,
+                 const LatticeLanes& lanes, std::size_t lane) {
+  ForwardRows forward;
+  std::vector<StatePosterior> posteriors;
+  runForward({weights, emissions}, forward);
+  runBackward({weights, emissions}, forward, posteriors);
+  const ReadEvidence plain = evidenceOf(forward, posteriors), fast = lanes.evidence(lane);
+  EXPECT_EQ(plain.logOdds, fast.logOdds);
+  EXPECT_EQ(plain.codingBases, fast.codingBases);
+  std::vector<FramePosterior> plainFrames, fastFrames;
+  framePosteriors(posteriors, 1.25f, plainFrames);
+  lanes.framePosteriors(lane, 1.25f, fastFrames);
+  ASSERT_EQ(plainFrames.size(), fastFrames.size());
+  for (std::size_t i = 0; i < plainFrames.size(); ++i) {
+    SCOPED_TRACE(i);
+    expectSame(plainFrames[i], fastFrames[i]);
+  }
+}
+
+// The lanes of one object after another, so that rows of an earlier group are met.
+void expectPlainOnThisTarget(std::uint64_t seed) {
+  Random random(seed);
+  const PathWeights weights = toyModel().weights;
+  LatticeLanes lanes;
+  for (const std::vector<int>& lengths :
+       {std::vector<int>{200, 199, 198, 180, 64, 5, 2, 1}, {1}, {7, 7, 7}, {90, 3, 90, 1, 90}}) {
+    std::vector<std::vector<BaseEmission>> reads;
+    for (const int length : lengths) reads.push_back(randomEmissions(length, random));
+    lanes.run(weights, reads);
+    for (std::size_t lane = 0; lane < reads.size(); ++lane) {
+      SCOPED_TRACE(lane);
+      expectPlain(weights, reads[lane], lanes, lane);
+    }
+  }
+}
+
+TEST(LatticeLanes, EqualThePlainSumsOnEverySetOfInstructions) {
+  for (const std::int64_t target : hwy::SupportedAndGeneratedTargets()) {
+    SCOPED_TRACE(hwy::TargetName(target));
+    hwy::SetSupportedTargetsForTest(target);
+    expectPlainOnThisTarget(23);
+  }
+  hwy::SetSupportedTargetsForTest(0);
+}
+
+TEST(LatticeLanes, ReadWithoutAnyPathHasNoPosteriors) {
+  std::vector<std::vector<BaseEmission>> reads(2, std::vector<BaseEmission>(9));
+  LatticeLanes lanes;
+  lanes.run(toyModel().weights, reads);
+  expectPlain(toyModel().weights, reads[1], lanes, 1);
+  EXPECT_EQ(lanes.evidence(1).codingBases, 0.0);
+}
+
+}  // namespace
+}  // namespace velto

@@ -1,0 +1,73 @@
+#include "hmm/network_kernel.h"
+
+#include <gtest/gtest.h>
+#include <hwy/targets.h>
+
+#include "core/random.h"
+#include "hmm/toy_model.h"
+
+namespace velto {
+namespace {
+
+WindowNetwork randomNetwork(int units, Random& random) {
+  WindowNetwork network = neutralNetwork();
+  network.letters = 3;
+  network.units = units;
+  network.offsets = {-7, -1, 0, 4, 11};
+  const auto fill = [&random](std::vector<std::int16_t>& table, std::size_t size, int most) {
+    table.resize(size);
+    for (auto& x : table) {
+      const auto drawn = static_cast<int>(random.below(static_cast<std::uint32_t>(2 * most + 1)));
+      x = static_cast<std::int16_t>(drawn - most);
+    }
+  };
+  const auto count = static_cast<std::size_t>(units);
+  fill(network.rows, network.offsets.size() * 64 * count, kMostRowSum / 5);
+  fill(network.bias, kHmmGcClasses * count, kMostBasePart);
+  fill(network.dinucleotide, kDinucleotides * count, 3000);
+  fill(network.output, kEmissionKinds * count, kMostOutputSum / units);
+  for (float& bias : network.outputBias) bias = static_cast<float>(random.real()) - 0.5f;
+  network.outputScale = 3e-8f;
+  return network;
+}
+
+std::vector<short> randomCodes(int length, Random& random) {
+  std::vector<short> codes;
+  for (int i = 0; i < length; ++i) codes.push_back(static_cast<short>(random.below(41)) / 10);
+  for (short& code : codes) code = code == 4 ? kUnknownBase : code;
+  return codes;
+}
+
+// Runs `check` once for each set of instructions that this processor has.
+template <class Check>
+void onEveryTarget(Check check) {
+  for (const std::int64_t target : hwy::SupportedAndGeneratedTargets()) {
+    SCOPED_TRACE(hwy::TargetName(target));
+    hwy::SetSupportedTargetsForTest(target);
+    check();
+  }
+  hwy::SetSupportedTargetsForTest(0);
+}
+
+TEST(NetworkKernel, EqualsThePlainNetworkOnEverySetOfInstructions) {
+  Random random(11);
+  for (const int units : {16, 32, 48, 128}) {
+    const WindowNetwork network = randomNetwork(units, random);
+    for (const int length : {1, 2, 7, 31, 32, 33, 300}) {
+      const std::vector<short> codes = randomCodes(length, random);
+      std::vector<int> kmers;
+      std::vector<Composition> blocks;
+      std::vector<Factors> plain, fast;
+      indexKmers(codes, network.letters, kmers);
+      compose(codes, blocks);
+      networkFactors(network, kmers, blocks, plain);
+      onEveryTarget([&] {
+        networkFactorsInVectors(network, kmers, blocks, fast);
+        EXPECT_EQ(plain, fast) << units << " units, " << length << " bases";
+      });
+    }
+  }
+}
+
+}  // namespace
+}  // namespace velto
