@@ -95,7 +95,7 @@ ReadDecision calibrateDecision(const HmmModel& model, const TranscriptPool& pool
   std::vector<DecisionCase> cases;
   std::uint64_t number = 0;
   for (const char* preset : {"est", "est", "mild", "clean"}) {
-    const ReadDrawer drawer({&pool}, calibrationMixture(*presetRates(preset)));
+    const ReadDrawer drawer({&pool}, calibrationMixture(presetErrors(preset).value().rates));
     const std::vector<DecisionCase> more =
         casesOf(model, drawer, readsPerProfile, Random::split(seed, number++).next());
     cases.insert(cases.end(), more.begin(), more.end());

@@ -91,9 +91,11 @@ TrainingRead ReadDrawer::draw(std::uint64_t seed, std::uint64_t k) const {
   const Fragment fragment = isUtr3     ? drawUtr3(transcript, random)
                             : isCoding ? drawCoding(transcript, random)
                                        : sampleFragment(transcript, mixture_.lengths, random);
-  const ErrorRates& rates = drawProfile(random).rates;
+  ErrorModel errors;
+  errors.rates = drawProfile(random).rates;
+  const ErrorRates& rates = errors.rates;
   TrainingRead drawn;
-  drawn.read = simulateRead(transcript, fragment, rates, random);
+  drawn.read = simulateRead(transcript, fragment, errors, random);
   drawn.fold = source.fold;
   drawn.rates = {static_cast<float>(std::max(rates.insertion, kLeastIndels)),
                  static_cast<float>(std::max(rates.deletion, kLeastIndels)),
