@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "core/base_code.h"
+#include "core/letter_codes.h"
 #include "seqio/record_reader.h"
 #include "seqio/text_input.h"
 
@@ -87,6 +88,7 @@ std::vector<LabelledRead> loadLabelled(const std::string& readsPath, const std::
   Record record;
   while (records.next(record)) {
     reads.push_back({rows.take(record, readsPath), baseCodes(record.bases)});
+    if (reads.back().truth.reversed) reverseComplement(reads.back().bases);
   }
   rows.checkAllTaken(readsPath);
   return reads;

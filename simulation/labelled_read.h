@@ -13,7 +13,7 @@ namespace velto {
 
 struct LabelledRead {
   TruthRow truth;
-  std::vector<short> bases;  // base codes, truth.length of them
+  std::vector<short> bases;  // base codes, truth.length of them, along the transcript's strand
 
   // Class by length and share of G and C, as the predictor sees it. Class of an empty read: 0 % GC.
   ReadClass readClass() const;

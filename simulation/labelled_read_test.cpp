@@ -50,6 +50,16 @@ TEST_F(LabelledReads, ReadsAndRowsThatDoNotBelongTogetherAreRefusedByName) {
   EXPECT_NE(messageOf(">a\nACG\n", row("a")).find("has 3 bases, 4 in"), std::string::npos);
 }
 
+TEST_F(LabelledReads, ReversedReadsAreTurnedBack) {
+  test::writeFile(directory_.file("r.fa"), ">a\nAACN\n>b\nAACN\n");
+  test::writeFile(directory_.file("t.tsv"), truthHeader(Strands::kNamed) +
+                                                "a\t4\tt\t1\t4\t\t\t\t\t\t\t\t-\n" +
+                                                "b\t4\tt\t1\t4\t\t\t\t\t\t\t\t+\n");
+  const auto reads = loadLabelled(directory_.file("r.fa"), directory_.file("t.tsv"));
+  EXPECT_EQ(reads.at(0).bases, baseCodes("NGTT"));
+  EXPECT_EQ(reads.at(1).bases, baseCodes("AACN"));
+}
+
 TEST_F(LabelledReads, MissingFilesAreNamed) {
   EXPECT_THROW(loadLabelled(directory_.file("none.fa"), directory_.file("none.tsv")), InputError);
 }

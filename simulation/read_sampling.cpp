@@ -15,7 +15,9 @@ SimulatedRead sampleRead(const ReadSampling& sampling, const std::vector<Transcr
   const Transcript& transcript = transcripts[chosen];
   const Fragment fragment = sampling.lengths ? sampleFragment(transcript, *sampling.lengths, random)
                                              : wholeTranscript(transcript);
-  return simulateRead(transcript, fragment, sampling.errors, random);
+  SimulatedRead read = simulateRead(transcript, fragment, sampling.errors, random);
+  read.reversed = sampling.bothStrands && random.below(2) == 1;
+  return read;
 }
 
 std::string sampledReadName(std::uint64_t index) { return "r" + std::to_string(index + 1); }

@@ -15,6 +15,7 @@ struct ReadSampling {
   std::optional<FragmentLengths> lengths;  // nothing: whole transcripts
   std::optional<std::uint64_t> reads;      // each from a random transcript; nothing: perTranscript
   std::uint64_t perTranscript = 1;         // reads of each transcript in turn
+  bool bothStrands = false;                // half of the reads are to be reversed
   std::uint64_t seed = 1;
 };
 

@@ -33,6 +33,7 @@ struct SimulatedRead {
   bool startInside = false;         // the three bases of the start codon stand together in the read
   bool stopInside = false;          // the three bases of the stop codon stand together in the read
   std::vector<FrameShift> shifts;   // in order of position
+  bool reversed = false;            // to be written as its reverse complement; all else here is not
   const Transcript* source = nullptr;  // not owned; the transcript must outlive the read
   Fragment fragment{0, 0};
 

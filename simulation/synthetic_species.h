@@ -4,8 +4,8 @@
 #include <string>
 #include <vector>
 
-#include "model/read_data.h"
 #include "core/random.h"
+#include "model/read_data.h"
 #include "simulation/transcript.h"
 
 namespace velto {

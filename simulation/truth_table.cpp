@@ -11,9 +11,13 @@ namespace velto {
 namespace {
 
 constexpr std::string_view kColumns[] = {
-    "read",  "length", "transcript", "fragment_start", "fragment_length", "coding",
-    "start", "stop",   "start_kind", "stop_kind",      "insertions",      "deletions"};
-constexpr std::size_t kColumnCount = std::size(kColumns);
+    "read", "length",     "transcript", "fragment_start", "fragment_length", "coding", "start",
+    "stop", "start_kind", "stop_kind",  "insertions",     "deletions",       "strand"};
+
+// The strand is the last column and may be missing.
+constexpr std::size_t columnCount(Strands strands) {
+  return std::size(kColumns) - (strands == Strands::kNamed ? 0 : 1);
+}
 
 constexpr std::string_view kExact = "exact";
 constexpr std::string_view kPartial = "partial";
@@ -60,6 +64,7 @@ TruthRow truthOf(const SimulatedRead& read, std::string name) {
   row.coding = intervalsOf(read.frame);
   row.start = read.start;
   row.stop = read.stop;
+  row.reversed = read.reversed;
   row.startExact = read.startInside;
   row.stopExact = read.stopInside;
   for (const FrameShift& shift : read.shifts) {
@@ -102,30 +107,31 @@ std::string positionsText(const std::vector<int>& positions) {
 
 }  // namespace
 
-std::string truthHeader() {
+std::string truthHeader(Strands strands) {
   std::string line;
-  for (const std::string_view column : kColumns) {
-    if (!line.empty()) line += '\t';
-    line += column;
+  for (std::size_t i = 0; i < columnCount(strands); ++i) {
+    if (i > 0) line += '\t';
+    line += kColumns[i];
   }
   return line + "\n";
 }
 
-std::string truthLine(const TruthRow& row) {
-  const std::string fields[kColumnCount] = {row.read,
-                                            std::to_string(row.length),
-                                            row.transcript,
-                                            positionText(row.fragment.start),
-                                            std::to_string(row.fragment.length),
-                                            intervalsText(row.coding),
-                                            positionText(row.start),
-                                            positionText(row.stop),
-                                            kindText(row, row.startExact),
-                                            kindText(row, row.stopExact),
-                                            positionsText(row.insertions),
-                                            positionsText(row.deletions)};
+std::string truthLine(const TruthRow& row, Strands strands) {
+  const std::string fields[] = {row.read,
+                                std::to_string(row.length),
+                                row.transcript,
+                                positionText(row.fragment.start),
+                                std::to_string(row.fragment.length),
+                                intervalsText(row.coding),
+                                positionText(row.start),
+                                positionText(row.stop),
+                                kindText(row, row.startExact),
+                                kindText(row, row.stopExact),
+                                positionsText(row.insertions),
+                                positionsText(row.deletions),
+                                row.reversed ? "-" : "+"};
   std::string line = fields[0];
-  for (std::size_t i = 1; i < kColumnCount; ++i) line += "\t" + fields[i];
+  for (std::size_t i = 1; i < columnCount(strands); ++i) line += "\t" + fields[i];
   return line + "\n";
 }
 
@@ -146,10 +152,10 @@ std::vector<std::string_view> split(std::string_view text, char separator) {
 // Reads the fields of one row; every failure names file, line and column.
 class RowReader {
  public:
-  RowReader(const std::string& file, long line, std::string_view text)
+  RowReader(const std::string& file, long line, std::string_view text, Strands strands)
       : file_(file), line_(line), fields_(split(text, '\t')) {
-    if (fields_.size() != kColumnCount) {
-      fail("expected " + std::to_string(kColumnCount) + " columns, found " +
+    if (fields_.size() != columnCount(strands)) {
+      fail("expected " + std::to_string(columnCount(strands)) + " columns, found " +
            std::to_string(fields_.size()));
     }
   }
@@ -168,6 +174,7 @@ class RowReader {
     row.stopExact = exact(9, row.isCoding());
     row.insertions = positions(10, row);
     row.deletions = positions(11, row);
+    row.reversed = fields_.size() > kStrand && isMinus();
     return row;
   }
 
@@ -239,6 +246,12 @@ class RowReader {
     return text == kExact;
   }
 
+  bool isMinus() const {
+    const std::string_view text = fields_[kStrand];
+    if (text != "+" && text != "-") failAt(kStrand, "must be + or -");
+    return text == "-";
+  }
+
   // Comma-separated positions inside the coding region.
   std::vector<int> positions(std::size_t column, const TruthRow& row) const {
     std::vector<int> result;
@@ -254,6 +267,8 @@ class RowReader {
     return result;
   }
 
+  static constexpr std::size_t kStrand = std::size(kColumns) - 1;
+
   const std::string& file_;
   long line_;
   std::vector<std::string_view> fields_;
@@ -263,12 +278,15 @@ class RowReader {
 
 std::vector<TruthRow> readTruthTable(std::istream& in, const std::string& file) {
   std::string line;
-  if (!std::getline(in, line) || line + "\n" != truthHeader()) {
+  std::getline(in, line);
+  const Strands strands =
+      line + "\n" == truthHeader(Strands::kNamed) ? Strands::kNamed : Strands::kAllPlus;
+  if (line + "\n" != truthHeader(strands)) {
     throw InputError(file, 0, 1, "not the header line of a truth table");
   }
   std::vector<TruthRow> rows;
   for (long number = 2; std::getline(in, line); ++number) {
-    rows.push_back(RowReader(file, number, line).read());
+    rows.push_back(RowReader(file, number, line, strands).read());
   }
   if (in.bad()) throw InputError(file, 0, 0, "cannot be read to its end");
   return rows;

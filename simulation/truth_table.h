@@ -16,7 +16,11 @@ struct CodingInterval {
   int frame;  // 0 to 2, as SimulatedRead::frame
 };
 
-// One line of the table. Positions are 0-based here and 1-based in the file.
+// Whether a table has a last column that names the strands of its reads.
+enum class Strands { kAllPlus, kNamed };
+
+// One line of the table. Positions are 0-based here and 1-based in the file, along the transcript's
+// strand.
 struct TruthRow {
   std::string read;
   int length = 0;  // bases of the read
@@ -29,6 +33,7 @@ struct TruthRow {
   bool stopExact = false;              // the stop codon stands whole in the read
   std::vector<int> insertions;         // inserted bases, ascending
   std::vector<int> deletions;          // bases behind the gaps, ascending, one entry per lost base
+  bool reversed = false;  // the read in its file is the reverse complement of what the row is about
 
   bool isCoding() const { return start >= 0; }
   // Frame marks per base as SimulatedRead::frame has them.
@@ -39,10 +44,10 @@ struct TruthRow {
 TruthRow truthOf(const SimulatedRead& read, std::string name);
 
 // First line of the table, with its line feed: the names of the columns.
-std::string truthHeader();
+std::string truthHeader(Strands strands = Strands::kAllPlus);
 
 // One line of the table, with its line feed. Names must hold no tab and no line feed.
-std::string truthLine(const TruthRow& row);
+std::string truthLine(const TruthRow& row, Strands strands = Strands::kAllPlus);
 
 // Reads a whole table. Throws InputError naming `file` and the line when the header line or a row
 // is not of this format or its positions contradict each other.

@@ -85,6 +85,21 @@ TEST(TruthTable, RowsAreReadBackAsWritten) {
   EXPECT_EQ(again, text);
 }
 
+TEST(TruthTable, StrandsAreTheLastColumnWhereTheyAreNamed) {
+  SimulatedRead read = applyErrors(example(), {14, 2}, {});
+  read.reversed = true;
+  const std::string line = truthLine(truthOf(read, "r"), Strands::kNamed);
+  EXPECT_EQ(line, "r\t2\tt\t15\t2\t\t\t\t\t\t\t\t-\n");
+  EXPECT_EQ(truthHeader(Strands::kNamed),
+            truthHeader().substr(0, truthHeader().size() - 1) + "\tstrand\n");
+  EXPECT_TRUE(readText(truthHeader(Strands::kNamed) + line).at(0).reversed);
+  const std::string plus = line.substr(0, line.size() - 2) + "+\n";
+  EXPECT_FALSE(readText(truthHeader(Strands::kNamed) + plus).at(0).reversed);
+  const std::string other = line.substr(0, line.size() - 2) + "\n";
+  EXPECT_THROW(readText(truthHeader(Strands::kNamed) + other), InputError);
+  EXPECT_THROW(readText(truthHeader() + line), InputError);
+}
+
 TEST(TruthTable, TableWithoutRowsIsEmpty) { EXPECT_TRUE(readText(truthHeader()).empty()); }
 
 TEST(TruthTable, OtherHeaderLineIsRefused) {

@@ -41,12 +41,6 @@ ErrorModel parseRates(const std::string& text) {
   return {rates};
 }
 
-ErrorModel errorsOfPreset(const std::string& name) {
-  const std::optional<ErrorModel> errors = presetErrors(name);
-  if (!errors) throw CLI::ValidationError("--preset", "there is no preset '" + name + "'");
-  return *errors;
-}
-
 FragmentLengths parseLengths(const std::string& text) {
   const std::string option = "--length";
   const std::size_t dash = text.find('-');
@@ -72,8 +66,9 @@ std::vector<Transcript> loadSources(const std::vector<std::string>& codingFiles,
 }
 
 void addSamplingOptions(CLI::App& command, SamplingLine& line) {
-  auto* preset = command.add_option("--preset", line.preset,
-                                    "Errors: " + CLI::detail::join(presetNames(), ", ") + " [est]");
+  auto* preset = command.add_option("--preset", line.preset, "Kind of reads, by their errors")
+                     ->check(CLI::IsMember(presetNames()))
+                     ->capture_default_str();
   command
       .add_option("--rates", line.rates,
                   "Substitutions, insertions, deletions and unknown bases per base, as 0.01,0,0,0")
@@ -94,7 +89,7 @@ void addSamplingOptions(CLI::App& command, SamplingLine& line) {
 
 ReadSampling parseSampling(const CLI::App& command, const SamplingLine& line) {
   ReadSampling sampling;
-  sampling.errors = line.rates.empty() ? errorsOfPreset(line.preset) : parseRates(line.rates);
+  sampling.errors = line.rates.empty() ? *presetErrors(line.preset) : parseRates(line.rates);
   if (!line.fullLength) sampling.lengths = parseLengths(line.lengths);
   if (command.count("--read-count") > 0) sampling.reads = line.reads;
   sampling.perTranscript = line.perTranscript;

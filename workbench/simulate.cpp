@@ -1,10 +1,12 @@
 #include "workbench/simulate.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <memory>
 #include <string>
 #include <string_view>
 
+#include "core/letter_codes.h"
 #include "seqio/output_set.h"
 #include "simulation/truth_table.h"
 #include "workbench/file_options.h"
@@ -13,17 +15,27 @@
 namespace velto {
 namespace {
 
+// Letters of a read as its file has it.
+std::string lettersOf(const SimulatedRead& read) {
+  if (!read.reversed) return baseLetters(read.bases);
+  std::vector<short> codes = read.bases;
+  reverseComplement(codes);
+  return baseLetters(codes);
+}
+
 std::string fastaRecord(const SimulatedRead& read, const std::string& name) {
-  return ">" + name + " " + read.source->name + "\n" + baseLetters(read.bases) + "\n";
+  return ">" + name + " " + read.source->name + "\n" + lettersOf(read) + "\n";
 }
 
 std::string fastqRecord(const SimulatedRead& read, const std::string& name) {
   std::string qualities;
   for (const std::uint8_t phred : read.phred) qualities += static_cast<char>(phred + 33);
-  return "@" + name + " " + read.source->name + "\n" + baseLetters(read.bases) + "\n+\n" +
-         qualities + "\n";
+  if (read.reversed) std::reverse(qualities.begin(), qualities.end());
+  return "@" + name + " " + read.source->name + "\n" + lettersOf(read) + "\n+\n" + qualities + "\n";
 }
 
+constexpr char kPlus[] = "plus";
+constexpr char kBoth[] = "both";
 constexpr char kInformationOption[] = "--quality-information";
 
 // The options as they are written on the command line.
@@ -31,6 +43,7 @@ struct CommandLine {
   SimulateOptions options;
   SamplingLine sampling;
   double information = 0.0;
+  std::string strand = kPlus;
 };
 
 bool isFastqName(std::string_view path) {
@@ -62,6 +75,7 @@ void run(const CLI::App& command, CommandLine& line) {
   requireDistinctFiles(inputs, {options.readsPath, options.truthPath});
   options.fastq = options.fastq || isFastqName(options.readsPath);
   options.sampling = parseSampling(command, line.sampling);
+  options.sampling.bothStrands = line.strand == kBoth;
   chooseQualities(command, line, options.sampling.errors);
   simulate(options);
 }
@@ -74,13 +88,14 @@ void simulate(const SimulateOptions& options) {
   OutputFile* truth = options.truthPath.empty() ? nullptr : &outputs.add(options.truthPath);
   const std::vector<Transcript> transcripts =
       loadSources(options.codingFiles, options.noncodingFiles);
-  if (truth != nullptr) truth->write(truthHeader());
+  const Strands strands = options.sampling.bothStrands ? Strands::kNamed : Strands::kAllPlus;
+  if (truth != nullptr) truth->write(truthHeader(strands));
   const std::uint64_t count = readCount(options.sampling, transcripts.size());
   for (std::uint64_t index = 0; index < count; ++index) {
     const SimulatedRead read = sampleRead(options.sampling, transcripts, index);
     const std::string name = sampledReadName(index);
     reads.write(options.fastq ? fastqRecord(read, name) : fastaRecord(read, name));
-    if (truth != nullptr) truth->write(truthLine(truthOf(read, name)));
+    if (truth != nullptr) truth->write(truthLine(truthOf(read, name), strands));
   }
   outputs.commit();
 }
@@ -105,6 +120,11 @@ void addSimulateCommand(CLI::App& app) {
       ->add_option(kInformationOption, line->information,
                    "How much qualities tell about errors, 0 (all equal) to 1 [by preset]")
       ->check(CLI::Range(0.0, 1.0));
+  command
+      ->add_option("--strand", line->strand,
+                   "both: the reverse complement of every other read, at random")
+      ->check(CLI::IsMember({kPlus, kBoth}))
+      ->capture_default_str();
   command->add_option("--truth", options.truthPath, "Truth table, tab-separated")
       ->check(fileName());
   command->callback([command, line] { run(*command, *line); });

@@ -3,6 +3,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
@@ -133,6 +134,31 @@ TEST_F(Simulate, FastqHasTheBasesAndTheTruthOfFasta) {
   EXPECT_GT(values.size(), 5U);
 }
 
+TEST_F(Simulate, BothStrandsTurnSomeReadsWithTheirQualitiesAndNameTheStrand) {
+  const std::string options =
+      "simulate --per-transcript 20 --preset direct-rna --fastq --truth t.tsv coding.fa";
+  std::istringstream plus(run(options).out), both(run(options + " --strand both").out);
+  const std::string table = contents(path("t.tsv"));
+  EXPECT_EQ(table.substr(0, table.find('\n') + 1), truthHeader(Strands::kNamed));
+  std::istringstream text(table);
+  const std::vector<TruthRow> rows = readTruthTable(text, "t.tsv");
+  int reversed = 0;
+  for (const TruthRow& row : rows) {
+    std::string records[2][4];
+    for (std::string& line : records[0]) ASSERT_TRUE(std::getline(plus, line));
+    for (std::string& line : records[1]) ASSERT_TRUE(std::getline(both, line));
+    reversed += row.reversed;
+    if (row.reversed) {
+      std::reverse(records[1][1].begin(), records[1][1].end());
+      for (char& base : records[1][1]) base = "TGCAN"[std::string("ACGTN").find(base)];
+      std::reverse(records[1][3].begin(), records[1][3].end());
+    }
+    for (int i = 0; i < 4; ++i) EXPECT_EQ(records[0][i], records[1][i]);
+  }
+  EXPECT_GT(reversed, 2);
+  EXPECT_LT(reversed, 18);
+}
+
 TEST_F(Simulate, InformationOfQualitiesOverrulesThePreset) {
   const std::string options = "simulate --full-length coding.fa --fastq --seed 2 --preset ";
   EXPECT_EQ(run(options + "hifi --quality-information 0").out,
@@ -237,6 +263,7 @@ TEST_F(Simulate, WrongCommandLinesAreUsageErrors) {
                                 "simulate --seed -1 coding.fa",
                                 "simulate --per-transcript 0 coding.fa",
                                 "simulate --truth - coding.fa",
+                                "simulate --strand minus coding.fa",
                                 "simulate --quality-information 1 coding.fa",
                                 "simulate --fastq --quality-information 2 coding.fa",
                                 "simulate --fastq --quality-information nan coding.fa",
