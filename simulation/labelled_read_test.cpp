@@ -2,6 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <string>
+
 #include "seqio/input_error.h"
 #include "tests/support/temp_dir.h"
 
@@ -82,6 +85,37 @@ TEST_F(LabelledReads, WrittenReadsAndTruthReadBackAreTheSimulatedOnes) {
     EXPECT_EQ(loaded[i].bases, simulated[i].bases);
     EXPECT_EQ(truthLine(loaded[i].truth), truthLine(simulated[i].truth));
     EXPECT_EQ(loaded[i].truth.frames(), simulated[i].truth.frames());
+  }
+}
+
+TEST(LabelledRead, ExampleReadsBelongToTheirTruth) {
+  const auto reads = loadLabelled("examples/reads.fastq", "examples/truth.tsv");
+  ASSERT_EQ(reads.size(), 30U);
+  const auto count = [&](auto&& property) {
+    return std::count_if(reads.begin(), reads.end(), property);
+  };
+  EXPECT_EQ(count([](const LabelledRead& read) { return read.truth.reversed; }), 15);
+  EXPECT_EQ(count([](const LabelledRead& read) { return read.truth.isCoding(); }), 15);
+}
+
+// Stop codons within the intervals of a read, those that end an interval left out.
+int innerStops(const LabelledRead& read) {
+  const std::string letters = baseLetters(read.bases);
+  int stops = 0;
+  for (const CodingInterval& interval : read.truth.coding) {
+    int p = interval.first;
+    while (p % 3 != interval.frame) ++p;
+    for (; p + 5 <= interval.last; p += 3) {
+      const std::string codon = letters.substr(static_cast<std::size_t>(p), 3);
+      stops += codon == "TAA" || codon == "TAG" || codon == "TGA";
+    }
+  }
+  return stops;
+}
+
+TEST(LabelledRead, ExampleReadsHaveNoStopCodonInTheirFrames) {
+  for (const LabelledRead& read : loadLabelled("examples/reads.fastq", "examples/truth.tsv")) {
+    EXPECT_EQ(innerStops(read), 0) << read.truth.read;
   }
 }
 

@@ -44,11 +44,5 @@ TEST(TranscriptFile, MissingFileIsAnInputError) {
   EXPECT_THROW(loadTranscripts({"no/such/file.fa"}, TranscriptKind::kCoding), InputError);
 }
 
-TEST(TranscriptFile, EveryCodingRegionOfTheDevTranscriptsHoldsTogether) {
-  const TranscriptSet set = loadTranscripts({"data/human-mrna-dev.fa.gz"}, TranscriptKind::kCoding);
-  EXPECT_EQ(set.counts.accepted(), 418);
-  EXPECT_EQ(set.counts.refused(), 0);
-}
-
 }  // namespace
 }  // namespace velto

@@ -1,17 +1,19 @@
 #!/bin/sh
 # Prints the table of docs/human-model.md: a model directory judged on the human dev data.
 #
-#   tools/evaluate-human.sh [MODEL_DIRECTORY [VELTO]]     (default: param-human build/velto)
+#   tools/evaluate-human.sh DATA [MODEL_DIRECTORY [VELTO]]     (default: param-human build/velto)
+#
+# DATA holds human-mrna-dev.fa.gz and human-noncoding-dev.fa.gz, see data/README.md.
 #
 # Four fragments of each of 418 transcripts, each whole transcript once, and two fragments of each
 # of 800 non-coding transcripts; seed 1. The same bytes on every run.
 set -eu
 
-cd "$(dirname "$0")/.."
-model=${1:-param-human}
-velto=${2:-build/velto}
-coding=data/human-mrna-dev.fa.gz
-noncoding=data/human-noncoding-dev.fa.gz
+data=${1:?usage: tools/evaluate-human.sh DATA [MODEL_DIRECTORY [VELTO]]}
+model=${2:-param-human}
+velto=${3:-build/velto}
+coding=$data/human-mrna-dev.fa.gz
+noncoding=$data/human-noncoding-dev.fa.gz
 
 # One row: a name, then the options of the evaluation. The labels stand in columns 1 to 34 of the
 # text table, the values in 35 to 44.
