@@ -104,7 +104,6 @@ class TextDrawing {
     Ink ink;
   };
 
-  const DrawnRead& read_;
   const Prediction& p_;
   const int width_;  // of the lanes
   const LaneCurves curves_;
@@ -117,8 +116,7 @@ class TextDrawing {
 };
 
 TextDrawing::TextDrawing(const DrawnRead& read, const ReadTextOptions& options)
-    : read_(read),
-      p_(read.prediction),
+    : p_(read.prediction),
       width_(std::max(1, std::min(p_.length, options.columns - kMargin))),
       curves_(laneCurves(p_, width_)),
       runs_(calledRuns(p_, static_cast<double>(p_.length) / width_)),

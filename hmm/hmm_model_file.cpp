@@ -5,7 +5,10 @@
 #include <cmath>
 #include <cstdlib>
 #include <span>
+#include <type_traits>
 #include <utility>
+
+#include "core/plain_real.h"
 
 namespace velto {
 namespace {
@@ -21,6 +24,16 @@ constexpr float PathWeights::*kWeights[] = {&PathWeights::stop,           &PathW
 constexpr double ReadDecision::*kDecision[] = {&ReadDecision::constant, &ReadDecision::logOdds,
                                                &ReadDecision::codingBases,
                                                &ReadDecision::codingShare};
+
+template <class Number>
+bool readNumber(std::string_view field, Number& value) {
+  if constexpr (std::is_floating_point_v<Number>) {
+    return readPlainReal(field, value);
+  } else {
+    const auto [end, error] = std::from_chars(field.data(), field.data() + field.size(), value);
+    return error == std::errc() && end == field.data() + field.size();
+  }
+}
 
 // ---- 1. Writing
 
@@ -149,8 +162,7 @@ class Reader {
     const std::string_view field = nextField();
     if (field.size() > 1 && field[0] == '0' && field[1] != '.') fail("not a number");
     Number value{};
-    const auto [end, error] = std::from_chars(field.data(), field.data() + field.size(), value);
-    if (error != std::errc() || end != field.data() + field.size()) fail("not a number");
+    if (!readNumber(field, value)) fail("not a number");
     if (!(value >= least && value <= most)) fail("number out of range");
     return value;
   }

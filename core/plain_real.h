@@ -1,0 +1,13 @@
+// Real numbers of texts, read alike whatever the locale and the standard library.
+#pragma once
+
+#include <string_view>
+
+namespace velto {
+
+// Reads a whole field of digits, sign, point and exponent, as in "-1.5e-3"; false for any other
+// text, a leading plus sign or blank included, and for a number that is too large.
+bool readPlainReal(std::string_view field, float& value);
+bool readPlainReal(std::string_view field, double& value);
+
+}  // namespace velto

@@ -1,0 +1,28 @@
+#include "core/plain_real.h"
+
+#include <gtest/gtest.h>
+
+namespace velto {
+namespace {
+
+TEST(PlainReal, ReadsDecimalNotation) {
+  double value = 0.0;
+  EXPECT_TRUE(readPlainReal("-1.5e-3", value));
+  EXPECT_EQ(value, -0.0015);
+  EXPECT_TRUE(readPlainReal(".25", value));
+  EXPECT_EQ(value, 0.25);
+  float single = 0.0F;
+  EXPECT_TRUE(readPlainReal("0.1", single));
+  EXPECT_EQ(single, 0.1F);
+}
+
+TEST(PlainReal, RefusesAnyOtherText) {
+  double value = 0.0;
+  for (const char* field : {"", "+1", " 1", "1 ", "1,5", "0x1", "nan", "inf", "-", "1e", "1.2.3",
+                            "1e999", "--1"}) {
+    EXPECT_FALSE(readPlainReal(field, value)) << field;
+  }
+}
+
+}  // namespace
+}  // namespace velto
