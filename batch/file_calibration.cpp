@@ -76,13 +76,12 @@ std::string calibrationText(const Calibration& calibration) {
            percent(rates.substitution) + " substitutions";
   }
   if (calibration.codingShare) {
-    text += (text.empty() ? "" : "; ") + percent(*calibration.codingShare) + " of the reads code";
+    if (!text.empty()) text += "; ";
+    text += percent(*calibration.codingShare) + " of the reads code";
   }
-  if (calibration.reads > 0) {
-    text += "; learnt from " + std::to_string(calibration.reads) + " reads" +
-            (calibration.qualities.empty() ? "" : " and their qualities");
-  }
-  return text;
+  if (text.empty() || calibration.reads == 0) return text;
+  return text + "; learnt from " + std::to_string(calibration.reads) + " reads" +
+         (calibration.qualities.empty() ? "" : " and their qualities");
 }
 
 std::string calibrationJson(const Calibration& calibration) {

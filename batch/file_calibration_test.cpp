@@ -86,6 +86,11 @@ TEST(FileCalibration, IsToldInPercent) {
   rates.errorRates = BaseErrorRates{0.01, 0, 0};
   EXPECT_EQ(calibrationText(rates), "1.00 % insertions, 0.00 % deletions, 0.00 % substitutions");
   EXPECT_EQ(calibrationText({}), "");
+  Calibration tooFew;
+  tooFew.reads = 3;
+  EXPECT_EQ(calibrationText(tooFew), "");
+  tooFew.codingShare = 0.5;
+  EXPECT_EQ(calibrationText(tooFew), "50.00 % of the reads code; learnt from 3 reads");
 }
 
 TEST(ReadsOf, HaveQualitiesUnlessTheseAreToBeIgnored) {
