@@ -17,7 +17,7 @@ struct Call {
   std::string model;   // which of the decoder's models served; may be empty
   double score = 0.0;  // the decoder's own, more is better
   double probability = std::numeric_limits<double>::quiet_NaN();
-  int start = -1;                       // first base of the coding region; -1 unless coding
+  int start = -1;                       // first base of the region's first codon; -1 unless coding
   int stop = -1;                        // last base; may lie up to two bases behind the read
   std::vector<std::int8_t> frame;       // [base] 0 to 2, or -1; empty unless coding
   std::vector<Frameshift> frameshifts;  // by position

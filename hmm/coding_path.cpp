@@ -46,7 +46,7 @@ BestWay wayIntoFrame(const PathScores& scores, const FramePosterior& now, int i,
   const int deletedFrom = upFrame(f), inserted = kInserted0 + f;
   best.offer(scores[static_cast<std::size_t>(deletedFrom)] - kChangeCost, deletedFrom);
   best.offer(scores[static_cast<std::size_t>(inserted)], inserted);
-  best.offer((f == i % 3 ? kCodonReward * now.start : 0.0f) - kEndCost, kBefore);
+  if (f == i % 3) best.offer(kCodonReward * now.start - kEndCost, kBefore);
   best.score += now.frame[static_cast<std::size_t>(f)] - kCodingCost;
   return best;
 }

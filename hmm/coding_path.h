@@ -36,7 +36,8 @@ struct PathTrace {
   std::vector<std::array<std::int8_t, 8>> from;
 };
 
-// Sets start, stop, frame and frameshifts of the call to the best path with coding bases.
+// Sets start, stop, frame and frameshifts of the call to the best path with coding bases that begins
+// with a codon.
 // The posteriors are those of at least one base.
 void findCodingPath(std::span<const FramePosterior> posteriors, PathTrace& trace, Call& call);
 

@@ -29,10 +29,10 @@ Call callOf(const std::vector<FramePosterior>& posteriors) {
 }
 
 TEST(CodingPath, CallsTheBasesThatAreMoreLikelyCodingThanNot) {
-  const Call call = callOf(framesOf({-1, -1, 1, 1, 1, 1, -1, -1}));
+  const Call call = callOf(framesOf({-1, -1, 2, 2, 2, 2, -1, -1}));
   EXPECT_EQ(call.start, 2);
   EXPECT_EQ(call.stop, 5);
-  EXPECT_EQ(call.frame, (std::vector<std::int8_t>{-1, -1, 1, 1, 1, 1, -1, -1}));
+  EXPECT_EQ(call.frame, (std::vector<std::int8_t>{-1, -1, 2, 2, 2, 2, -1, -1}));
   EXPECT_TRUE(call.frameshifts.empty());
 }
 
@@ -77,9 +77,15 @@ TEST(CodingPath, ShortDisturbancesAreNotWorthAShift) {
 
 TEST(CodingPath, AStartCodonPullsTheBeginning) {
   auto posteriors = framesOf({1, 1, 1, 1, 1, 1, 1, 1, 1, 1});
-  EXPECT_EQ(callOf(posteriors).start, 0);
+  EXPECT_EQ(callOf(posteriors).start, 1);
   posteriors[4].start = 0.5f;  // base 4 begins a codon of frame 1
   EXPECT_EQ(callOf(posteriors).start, 4);
+}
+
+TEST(CodingPath, BeginsWithTheFirstWholeCodonOfAFragment) {
+  EXPECT_EQ(callOf(framesOf({0, 0, 0, 0, 0, 0})).start, 0);
+  EXPECT_EQ(callOf(framesOf({1, 1, 1, 1, 1, 1})).start, 1);
+  EXPECT_EQ(callOf(framesOf({2, 2, 2, 2, 2, 2})).start, 2);
 }
 
 TEST(CodingPath, AStopCodonPullsTheEnd) {
@@ -137,9 +143,7 @@ double bestByTrial(const std::vector<FramePosterior>& p) {
     const auto gain = [&](int f) { return now.frame[static_cast<std::size_t>(f)] - 0.35; };
     if (state == -1) {
       follow(i + 1, -1, score);
-      for (int f = 0; f < 3; ++f) {
-        follow(i + 1, f, score - 0.5 + gain(f) + (i % 3 == f ? 12.0 * now.start : 0.0));
-      }
+      follow(i + 1, i % 3, score - 0.5 + gain(i % 3) + 12.0 * now.start);
     } else if (state < 3) {
       follow(i + 1, state, score + gain(state));
       follow(i + 1, (state + 2) % 3, score - 0.5 + gain((state + 2) % 3));
@@ -163,7 +167,8 @@ double scoreOf(const Call& call, const std::vector<FramePosterior>& p) {
   }
   const auto start = static_cast<std::size_t>(call.start),
              stop = static_cast<std::size_t>(call.stop);
-  if (call.start % 3 == call.frame[start]) score += 12.0 * p[start].start;
+  EXPECT_EQ(call.start % 3, call.frame[start]);
+  score += 12.0 * p[start].start;
   if ((call.stop + 1) % 3 == call.frame[stop]) score += 12.0 * p[stop].stop;
   return score;
 }
