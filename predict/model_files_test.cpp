@@ -76,6 +76,10 @@ TEST_F(ModelFilesTest, DamagedCardIsNamedWithItsLine) {
   EXPECT_EQ(cardError(R"({"default": []})"), ": the member 'default' is of a wrong type");
 }
 
+TEST_F(ModelFilesTest, CardOfANewerFormatIsRefused) {
+  EXPECT_EQ(cardError(R"({"format": 2})"), ": is of a newer model format than this program's 1");
+}
+
 TEST_F(ModelFilesTest, CardOfMoreThan16MBIsRefused) {
   EXPECT_EQ(cardError(std::string((1 << 24) + 1, ' ')), ": is larger than 16 MB");
 }

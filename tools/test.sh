@@ -5,6 +5,6 @@ cd "$(dirname "$0")/.."
 
 build=${1:-build}
 [ $# -gt 0 ] && shift
-cmake -S . -B "$build" -G Ninja -DVELTO_WERROR=ON "$@"
+cmake -S . -B "$build" -G Ninja -DVELTO_WERROR=ON -DVELTO_BUILD_TESTS=ON "$@"
 cmake --build "$build" --parallel 2
 ctest --test-dir "$build" --output-on-failure --parallel 2

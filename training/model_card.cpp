@@ -7,6 +7,8 @@
 #include <nlohmann/json.hpp>
 #include <stdexcept>
 
+#include "predict/model_card.h"
+
 namespace velto {
 namespace {
 
@@ -44,7 +46,7 @@ std::string fileChecksum(const std::string& path) {
 }
 
 std::string modelCardText(const CardFacts& facts, std::span<const TrainedDecoder> decoders) {
-  Json card{{"format", 1},
+  Json card{{"format", kModelFormat},
             {"program", "velto " + facts.version},
             {"command", facts.command},
             {"seed", facts.seed},

@@ -11,6 +11,7 @@
 #include <utility>
 #include <vector>
 
+#include "predict/model_card.h"
 #include "seqio/output_file.h"
 #include "seqio/signal_cleanup.h"
 #include "workbench/check_model.h"
@@ -93,7 +94,8 @@ int main(int argc, char** argv) {
   velto::cleanUpAtSignals();
   std::signal(SIGPIPE, SIG_IGN);  // a closed pipe is an error of the write, not a signal
   CLI::App app("Coding regions and frameshifts of error-prone cDNA reads", "velto");
-  app.set_version_flag("--version", std::string("velto ") + VELTO_VERSION);
+  app.set_version_flag("--version", std::string("velto ") + VELTO_VERSION + ", model format " +
+                                        std::to_string(velto::kModelFormat));
   app.require_subcommand(1);
   velto::addScanCommand(app);
   velto::addShowCommand(app);

@@ -279,6 +279,12 @@ TEST_F(Simulate, WrongCommandLinesAreUsageErrors) {
   }
 }
 
+TEST_F(Simulate, VersionTellsTheModelFormatToo) {
+  const std::string version = run("--version").out;
+  EXPECT_EQ(version.rfind("velto ", 0), 0U);
+  EXPECT_NE(version.find(", model format 1\n"), std::string::npos) << version;
+}
+
 TEST_F(Simulate, HelpAndVersionSucceedOnStandardOutput) {
   for (const char* arguments : {"--help", "--version", "simulate --help"}) {
     const Outcome outcome = run(arguments);
