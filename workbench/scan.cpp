@@ -228,9 +228,11 @@ void addScanCommand(CLI::App& app) {
   command->add_flag("--quiet", line->quiet, "No counts at the end");
   command->add_flag("--progress", line->progress, "Show the progress on standard error");
   command->callback([line] {
+    std::vector<std::string> inputs = line->inputs;
+    inputs.push_back(line->calibration.file);
     std::vector<std::string> outputs = line->rowFiles;
     outputs.push_back(line->summary);
-    requireDistinctFiles(line->inputs, outputs);
+    requireDistinctFiles(inputs, outputs);
     scan(*line);
   });
 }

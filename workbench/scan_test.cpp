@@ -333,6 +333,7 @@ TEST_F(ScanTest, BadCalibrationsAreRefused) {
   EXPECT_EQ(missing.status, 1);
   EXPECT_EQ(missing.err, "velto: s.json: cannot be read\n");
   test::writeFile(work.file("s.json"), "{}");
+  EXPECT_EQ(scan({readsFile(), "--calibration", "s.json", "--summary", "s.json"}).status, 2);
   const ProcessResult empty = scan({readsFile(), "--calibration", "s.json"});
   EXPECT_EQ(empty.status, 1);
   EXPECT_EQ(empty.err, "velto: s.json: holds no calibration\n");
