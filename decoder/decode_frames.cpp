@@ -8,8 +8,15 @@
 namespace velto {
 namespace {
 
-void classifyByDoubles(const VotingRead& read, WindowClasses& classes) {
-  const WindowScores scores = scoreWindows(read.model, read.seq, read.length);
+void scoreWindows(const VotingRead& read, FrameScratch& scratch) {
+  if (read.tables.usable()) {
+    scoreWindows(read, scratch.vote, scratch.scores);
+  } else {
+    scratch.scores = scoreWindows(read.model, read.seq, read.length);
+  }
+}
+
+void classify(const WindowScores& scores, WindowClasses& classes) {
   for (int f = 0; f < 3; ++f) {
     classes.frame[f].clear();
     for (const double score : scores.frame[f]) {
@@ -30,13 +37,14 @@ TracedPath decodeSteps(const FrameModel& model, const std::vector<FrameStep>& st
   return traced;
 }
 
-TracedPath decodeFrames(const VotingRead& read, FrameScratch& scratch) {
+TracedPath decodeFrames(const VotingRead& read, bool wantScores, FrameScratch& scratch) {
   const FrameModel model{read.model.tables.malkovChain, read.model.windowWidth};
   const bool exact = read.tables.usable();
-  if (exact) {
-    classifyWindows(read, scratch.vote, scratch.classes);
+  if (wantScores || !exact) {
+    scoreWindows(read, scratch);
+    classify(scratch.scores, scratch.classes);
   } else {
-    classifyByDoubles(read, scratch.classes);
+    classifyWindows(read, scratch.vote, scratch.classes);
   }
   layOutSteps(read.codons, read.length, model.windowWidth, scratch.classes, scratch.steps);
   IntegerJudge byIntegers(read, scratch.vote);

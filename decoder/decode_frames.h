@@ -15,6 +15,7 @@ namespace velto {
 // Reusable for one read after another; for one thread at a time.
 struct FrameScratch {
   IntegerVote vote;
+  WindowScores scores;  // if wanted
   WindowClasses classes;
   std::vector<FrameStep> steps;
   FrameTrellis trellis;
@@ -32,8 +33,8 @@ struct FrameModel {
 TracedPath decodeSteps(const FrameModel& model, const std::vector<FrameStep>& steps,
                        TrialJudge& judge, FrameTrellis& trellis, std::vector<int>& path);
 
-// Fills scratch.path; the frame changes are placed if the score is above kLeastCodingScore. Score
-// and path are those of the named operations of the one-read program.
-TracedPath decodeFrames(const VotingRead& read, FrameScratch& scratch);
+// Fills scratch.path, and scratch.scores if wanted; the frame changes are placed if the score is
+// above kLeastCodingScore. Score and path are those of the named operations of the one-read program.
+TracedPath decodeFrames(const VotingRead& read, bool wantScores, FrameScratch& scratch);
 
 }  // namespace velto

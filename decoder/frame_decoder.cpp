@@ -16,13 +16,10 @@ struct ReadScratch : Decoder::Scratch {
   FrameScratch frames;
 };
 
-// The scores of all codon steps, spread over the bases.
-void fillScores(const VotingRead& read, Call& call) {
-  layout lay;
-  std::vector<double> frameScore[3];
-  const WindowScores scores = scoreWindows(read.model, read.seq, read.length);
-  layOutFrames(read.model, read.seq, read.length, scores, lay, frameScore);
-  for (int f = 0; f < 3; ++f) call.scores[f] = baseScores(frameScore[f], f, read.length);
+void fillBaseScores(const VotingRead& read, const WindowScores& scores, Call& call) {
+  std::vector<double> stepScores[3];
+  layOutScores(read.codons, read.length, read.model.windowWidth, scores, stepScores);
+  for (int f = 0; f < 3; ++f) call.scores[f] = baseScores(stepScores[f], f, read.length);
 }
 
 }  // namespace
@@ -49,11 +46,11 @@ void FrameDecoder::decode(const ReadView& read, const Wishes& wishes, Scratch& s
   space.codons.assign(seq, length);
   const VotingRead voting{model, tablesOf(readClass), seq, length, space.codons};
 
-  const TracedPath traced = decodeFrames(voting, space.frames);
+  const TracedPath traced = decodeFrames(voting, wishes.scores, space.frames);
   call.clear();
   call.model = readClass.name();
   callPath(space.frames.path, traced.score, length, call);
-  if (wishes.scores) fillScores(voting, call);
+  if (wishes.scores) fillBaseScores(voting, space.frames.scores, call);
 }
 
 }  // namespace velto

@@ -3,6 +3,7 @@
 
 #include <vector>
 
+#include "decoder/frame_scores.h"
 #include "decoder/path_recurrence.h"
 #include "model/coded_read.h"
 
@@ -17,5 +18,9 @@ struct WindowClasses {
 // The steps that layOutFrames and fillLeadingClasses lay out for a read of `length` bases.
 void layOutSteps(const CodedRead& codons, int length, int windowWidth, const WindowClasses& classes,
                  std::vector<FrameStep>& steps);
+
+// The scores of all steps, [frame][step], as layOutFrames lays them out.
+void layOutScores(const CodedRead& codons, int length, int windowWidth, const WindowScores& scores,
+                  std::vector<double> (&stepScores)[3]);
 
 }  // namespace velto

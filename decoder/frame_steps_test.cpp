@@ -57,6 +57,9 @@ TEST(FrameSteps, AreThoseOfTheLayoutForReadsOfAnyLength) {
           ASSERT_EQ(steps[i].atg[f], atg) << "step " << i << " frame " << f;
         }
       }
+      std::vector<double> stepScores[3];
+      layOutScores(codons, length, width, scores, stepScores);
+      for (int f = 0; f < 3; ++f) ASSERT_EQ(stepScores[f], frameScore[f]) << "frame " << f;
     }
   }
 }

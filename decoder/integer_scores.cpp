@@ -2,6 +2,7 @@
 
 #include <climits>
 
+#include "core/six_digits.h"
 #include "model/window_vote.h"
 
 namespace velto {
@@ -41,14 +42,19 @@ void sumWindows(const VotingRead& read, IntegerVote& vote, WindowSums& sums) {
 }
 
 void classifyWindows(const VotingRead& read, IntegerVote& vote, WindowClasses& classes) {
-  const auto score = [&](int f, size_t k, int sum) -> double {
-    if (sum != 0) return sum;
-    return scoreWindowPlain(read.model, read.seq, read.length, f + 3 * static_cast<int>(k));
-  };
   eachSum(
       read, vote, [&](int f, size_t windows) { classes.frame[f].resize(windows); },
       [&](int f, size_t k, int sum) {
-        classes.frame[f][k] = static_cast<signed char>(windowClass(score(f, k, sum)));
+        const double score = sum != 0 ? sum : vote.orderedSum();
+        classes.frame[f][k] = static_cast<signed char>(windowClass(score));
+      });
+}
+
+void scoreWindows(const VotingRead& read, IntegerVote& vote, WindowScores& scores) {
+  eachSum(
+      read, vote, [&](int f, size_t windows) { scores.frame[f].resize(windows); },
+      [&](int f, size_t k, int sum) {
+        scores.frame[f][k] = isRoundingEdge(sum) ? vote.orderedSum() : sum / kMillion;
       });
 }
 
@@ -95,7 +101,7 @@ int IntegerJudge::bestAmongEqual(const TrialWindow& window, const PairTables& pa
   beginTrials(window, pairs);
   for (int t = 0;; ++t) {
     if (vote_.sum() == best) {
-      const double score = scoreTrialPlain(read_.model, read_.seq, read_.length, window, t);
+      const double score = vote_.orderedSum();
       if (score > bestScore) {
         bestScore = score;
         place = t;

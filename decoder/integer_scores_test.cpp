@@ -5,6 +5,7 @@
 
 #include <cmath>
 
+#include "core/six_digits.h"
 #include "tests/support/reads.h"
 #include "tests/support/trained_models.h"
 
@@ -17,6 +18,7 @@ using test::Random;
 struct Tally {
   long windows = 0;
   long zeroSums = 0;  // windows whose integer sum did not decide
+  long edges = 0;     // windows whose integer sum does not tell the digits
   long placed = 0;    // paths changed by the placing
   long unusable = 0;  // models without integer tables
   long moving = 0;    // pair hypotheses that move with the counts of their amino acids
@@ -57,6 +59,31 @@ void expectSameClasses(const VotingRead& read, IntegerVote& vote, Tally& tally) 
   }
 }
 
+std::string sixDigits(double number) {
+  std::string text;
+  appendSixDigits(text, number);
+  return text;
+}
+
+void expectSameDigits(const VotingRead& read, IntegerVote& vote, Tally& tally) {
+  WindowScores scores;
+  scoreWindows(read, vote, scores);
+  const WindowScores plain = scoreWindowsPlain(read.model, read.seq, read.length);
+  for (int f = 0; f < 3; ++f) {
+    ASSERT_EQ(scores.frame[f].size(), plain.frame[f].size());
+    for (size_t k = 0; k < plain.frame[f].size(); ++k) {
+      const double score = scores.frame[f][k];
+      const double wanted = plain.frame[f][k];
+      ASSERT_NEAR(score, wanted, 1e-10);
+      ASSERT_EQ(sixDigits(score), sixDigits(wanted));
+      ASSERT_EQ(score > 0.0, wanted > 0.0);
+      if (!isRoundingEdge(static_cast<int>(std::lrint(wanted * kMillion)))) continue;
+      ASSERT_EQ(score, wanted);
+      ++tally.edges;
+    }
+  }
+}
+
 void expectSamePlaces(const VotingRead& read, IntegerVote& vote, Random& random, Tally& tally) {
   const int steps = read.length / 3;
   const std::vector<int> path = randomPath(random, steps);
@@ -92,6 +119,7 @@ void compare(Random& random, const ModelTables& tables, int width, int reads, Ta
     codons.assign(codes.data(), bases);
     const VotingRead read{model, votes, codes.data(), bases, codons};
     ASSERT_NO_FATAL_FAILURE(expectSameClasses(read, vote, tally));
+    ASSERT_NO_FATAL_FAILURE(expectSameDigits(read, vote, tally));
     ASSERT_NO_FATAL_FAILURE(expectSamePlaces(read, vote, random, tally));
   }
 }
@@ -116,6 +144,7 @@ TEST(IntegerScores, DecideAsTheDefinitionForTrainedModelsOfBothPriorForms) {
     ASSERT_NO_FATAL_FAILURE(compare(random, tables, width, 40, tally, &species));
   }
   EXPECT_GT(tally.windows, 50000);
+  EXPECT_GT(tally.edges, 1000);
   EXPECT_GT(tally.placed, 300);
   EXPECT_GT(tally.moving, 0);
   EXPECT_GT(tally.steadyModels, 0);

@@ -114,4 +114,31 @@ bool IntegerVote::isAbove(const MovingFeature& feature, unsigned pairCount, unsi
   return fp / rate(feature.first, first) / rate(feature.second, second) > feature.threshold;
 }
 
+// First which hypotheses are above, kind by kind without unforeseeable branches, then the sum.
+double IntegerVote::orderedSum() const {
+  bool above[kModelHypotheses];
+  for (const CodonRule& rule : tables_->codonRules()) {
+    // The operations of codonFeature.
+    const AcidCounts counts = acidCounts_[rule.acid];
+    const auto acids = static_cast<double>(counts >> kAcidByte);
+    const auto codons = static_cast<double>(counts >> (8 * rule.synonym) & 0xFF);
+    above[rule.order] = (acids == 0 ? rule.absent : codons / acids) > rule.threshold;
+  }
+  for (const AcidRule& rule : tables_->acidRules()) {
+    above[rule.order] = static_cast<int>(acidCounts_[rule.acid] >> kAcidByte) > rule.threshold;
+  }
+  for (const SteadyPairRule& rule : pairs_->steady) {
+    above[rule.order] = place_[rule.row] >= rule.leastPlace;
+  }
+  for (size_t i = 0; i < above_.size(); ++i) above[pairs_->movingOrder[i]] = above_[i] != 0;
+
+  double sum = 0.0;
+  const std::vector<double>& votes = tables_->orderedVotes();
+  for (size_t i = 0; i < votes.size(); ++i) {
+    const double vote[2] = {-votes[i], votes[i]};
+    sum += vote[above[i]];
+  }
+  return sum;
+}
+
 }  // namespace velto

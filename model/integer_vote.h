@@ -26,6 +26,9 @@ class IntegerVote {
   // The vote in millionths.
   int sum() const { return sum_; }
 
+  // The vote as the ordered sum of doubles, to the last bit that of voteSum.
+  double orderedSum() const;
+
  private:
   template <int kBy>
   int count(const CodedRead& read, int p);

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "core/six_digits.h"
 #include "model/window_vote.h"
 
 namespace velto {
@@ -12,7 +13,6 @@ namespace velto {
 
 namespace {
 
-constexpr double kMillion = 1e6;
 // Bound of the sum of all absolute weights in millionths: two such sums differ by less than an int
 // holds, and no window scores as low as kWorstTrialScore.
 constexpr double kMostWeight = 999e6;
@@ -26,6 +26,7 @@ VoteTables::VoteTables(const ModelView& model)
     : model_(model.tables), counts_(model.windowWidth / 3 + 1) {
   usable_ = readWeights();
   if (!usable_) return;
+  fillRules();
   fillCodonVotes();
   numberRows();
   pairTables_ = std::make_unique<LazyPairTables[]>(static_cast<size_t>(lengths()));
@@ -49,6 +50,28 @@ bool VoteTables::readWeights() {
     weight_[i] = static_cast<int>(millionths);
   }
   return true;
+}
+
+void VoteTables::fillRules() {
+  for (const size_t i : counted_) {
+    const fnlHypo& h = model_.fh[i];
+    const auto order = static_cast<std::uint16_t>(orderedVotes_.size());
+    int polarity = model_.pairAcidTrsld[i].polarity;
+    if (h.kind == kSingleAcidKind) {
+      const CountThreshold& t = model_.snglAcidTrsld[i];
+      polarity = t.polarity;
+      acidRules_.push_back({order, static_cast<std::uint8_t>(h.elem1), t.trsld});
+    } else if (h.kind == kCodonKind) {
+      const RealThreshold& t = model_.codonTrsld[i];
+      polarity = t.polarity;
+      const int acid = ReadData::CodonTable(h.elem1, h.elem2, h.elem3);
+      codonRules_.push_back(
+          {order, static_cast<std::uint8_t>(acid),
+           codonSynonyms()[static_cast<size_t>(16 * h.elem1 + 4 * h.elem2 + h.elem3)],
+           ReadData::BasicCodonRate(h.elem1, h.elem2, h.elem3), t.trsld});
+    }
+    orderedVotes_.push_back(polarity != 0 ? h.alpha : -h.alpha);
+  }
 }
 
 // ---- 2. Codons and single amino acids
@@ -216,8 +239,8 @@ std::unique_ptr<const PairTables> VoteTables::makePairTables(int length) const {
   tables->movedBy.resize(kPairGaps * 2 * kAminoAcids);
   const size_t counts = static_cast<size_t>(counts_);
   std::vector<int> votes(rowCount_ * counts);  // of the pair hypotheses that do not move
-  for (const size_t i : counted_) {
-    if (model_.fh[i].kind == kPairKind) addPair(i, length, *tables, votes);
+  for (size_t order = 0; order < counted_.size(); ++order) {
+    if (model_.fh[counted_[order]].kind == kPairKind) addPair(order, length, *tables, votes);
   }
   tables->step.resize(counts * PairTables::kCountStride);
   for (size_t row = 0; row < rowCount_; ++row) {
@@ -230,7 +253,10 @@ std::unique_ptr<const PairTables> VoteTables::makePairTables(int length) const {
   return tables;
 }
 
-void VoteTables::addPair(size_t i, int length, PairTables& tables, std::vector<int>& votes) const {
+void VoteTables::addPair(size_t order, int length, PairTables& tables,
+                         std::vector<int>& votes) const {
+  const size_t i = counted_[order];
+  const auto shortOrder = static_cast<std::uint16_t>(order);
   const fnlHypo& h = model_.fh[i];
   const RealThreshold& t = model_.pairAcidTrsld[i];
   const PairFeature feature(model_, i, length, counts_);
@@ -238,6 +264,8 @@ void VoteTables::addPair(size_t i, int length, PairTables& tables, std::vector<i
   const std::uint16_t rowOfPair = rows_[h.elem1][h.gap][h.elem2];
   if (feature.isSteady()) {
     const int least = feature.leastSteady();
+    tables.steady.push_back(
+        {shortOrder, rowOfPair, PairTables::place(0, static_cast<size_t>(least))});
     for (int count = 0; count < counts_; ++count) {
       votes[rowOfPair * static_cast<size_t>(counts_) + static_cast<size_t>(count)] +=
           count >= least ? vote : -vote;
@@ -249,6 +277,7 @@ void VoteTables::addPair(size_t i, int length, PairTables& tables, std::vector<i
   const std::uint8_t second = PairTables::memberElement(h.gap, 1, h.elem2);
   const auto index = static_cast<std::uint16_t>(tables.moving.size());
   tables.moving.push_back({rowOfPair, first, second, vote});
+  tables.movingOrder.push_back(shortOrder);
   tables.features.push_back({h.elem1, h.elem2, prior[0], length + prior[1], t.trsld});
   if (length >= 3 * codons() - 3) feature.appendLeast(tables.least);
   const bool above = feature.above(0, 0, 0);

@@ -46,6 +46,26 @@ struct MovingFeature {
   double threshold;
 };
 
+// The hypotheses one by one, for the ordered sum of doubles. `order` is the number among those that
+// are counted.
+struct CodonRule {
+  std::uint16_t order;
+  std::uint8_t acid;
+  std::uint8_t synonym;
+  double absent;  // share of the codon when the acid is absent
+  double threshold;
+};
+struct AcidRule {
+  std::uint16_t order;
+  std::uint8_t acid;
+  int threshold;
+};
+struct SteadyPairRule {
+  std::uint16_t order;
+  std::uint16_t row;         // of the pair count
+  std::uint16_t leastPlace;  // PairTables::place of the row's counts that are above, or beyond
+};
+
 // The pair votes for windows of one length in bases. Constant after construction.
 struct PairTables {
   // The place of a row's count in `step`: low counts, which most are, stand close together. The
@@ -58,7 +78,10 @@ struct PairTables {
   std::vector<int> step;  // [place]: vote change from the count to the next
   int emptySum = 0;       // votes of all pair hypotheses in a window without pairs
 
+  std::vector<SteadyPairRule> steady;
+
   std::vector<MovingPair> moving;
+  std::vector<std::uint16_t> movingOrder;           // [moving] number among the counted hypotheses
   std::vector<MovingFeature> features;              // [moving]
   std::vector<char> emptyAbove;                     // [moving] above in a window without pairs
   std::vector<std::vector<std::uint16_t>> movedBy;  // [memberElement]: indices of moving
@@ -92,6 +115,12 @@ class VoteTables {
   int codons() const { return counts_ - 1; }  // of a whole window
   int counts() const { return counts_; }      // entries per count: 0 to codons()
 
+  // The counted hypotheses in order: the vote of each when above, and the rules of those on codons
+  // and single amino acids; those of pairs stand in PairTables.
+  const std::vector<double>& orderedVotes() const { return orderedVotes_; }
+  const std::vector<CodonRule>& codonRules() const { return codonRules_; }
+  const std::vector<AcidRule>& acidRules() const { return acidRules_; }
+
   // Tables for windows of `length` bases; null for lengths no window of this model has.
   const PairTables* pairTables(int length) const;
 
@@ -117,10 +146,11 @@ class VoteTables {
   void fillCodonVotes();
   void addCodonHypothesis(size_t i);
   void addAcidHypothesis(size_t i);
+  void fillRules();
   void numberRows();
   int lengths() const;
   int* votesOfCodon(int acid, size_t synonym);
-  void addPair(size_t i, int length, PairTables& tables, std::vector<int>& votes) const;
+  void addPair(size_t order, int length, PairTables& tables, std::vector<int>& votes) const;
   std::unique_ptr<const PairTables> makePairTables(int length) const;
 
   struct LazyPairTables {
@@ -133,6 +163,9 @@ class VoteTables {
   bool usable_ = false;
   std::vector<size_t> counted_;  // hypotheses that vote, in order
   std::vector<int> weight_;      // [hypothesis] millionths, the vote when above
+  std::vector<double> orderedVotes_;
+  std::vector<CodonRule> codonRules_;
+  std::vector<AcidRule> acidRules_;
 
   // [acid][synonym]: begin of the codon's table in codonVotes_; 0, where a table of zeros stands,
   // for codons without hypotheses and numbers that no codon has.

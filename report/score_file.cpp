@@ -10,7 +10,7 @@ namespace velto {
 void writeScoreFile(std::ostream& out, const WebPredict& result) {
   std::vector<double> scores[3];
   for (int f = 0; f < 3; ++f) scores[f] = baseScores(result.frameScore[f], f, result.arrayLen);
-  writeScoreRows(out, result.seqArray, result.arrayLen, scores);
+  out << scoreRows(result.seqArray, result.arrayLen, scores);
 }
 
 int WebPredict::OutValLayout(int /*width*/, char* fileName) {

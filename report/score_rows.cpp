@@ -1,33 +1,47 @@
 #include "report/score_rows.h"
 
-#include <charconv>
+#include <bit>
+#include <cstdint>
 
+#include "core/six_digits.h"
 #include "model/read_data.h"
 
 namespace velto {
 namespace {
 
-// The text that a stream of the usual precision would write, made faster.
-void writeNumber(std::ostream& out, double number) {
-  constexpr int kPrecision = 6;
-  char text[32];
-  const std::to_chars_result end =
-      std::to_chars(text, text + sizeof text, number, std::chars_format::general, kPrecision);
-  out.write(text, end.ptr - text);
-}
+// The scores of one frame as text; most bases show the same score as the base before.
+class ScoreColumn {
+ public:
+  explicit ScoreColumn(const std::vector<double>& scores) : scores_(scores) {}
+
+  const std::string& text(std::size_t base) {
+    // Bit by bit, since 0 and -0 are not written alike.
+    const auto bits = std::bit_cast<std::uint64_t>(scores_[base]);
+    if (text_.empty() || bits != bits_) {
+      bits_ = bits;
+      text_ = ',';
+      appendSixDigits(text_, scores_[base]);
+    }
+    return text_;
+  }
+
+ private:
+  const std::vector<double>& scores_;  // [base]
+  std::uint64_t bits_ = 0;             // of the score asked for last
+  std::string text_;                   // of that score, behind a comma
+};
 
 }  // namespace
 
-void writeScoreRows(std::ostream& out, const short* seq, int length,
-                    const std::vector<double> (&scores)[3]) {
-  for (int i = 0; i < length; ++i) {
-    out << ReadData::outPutBase(seq[i]);
-    for (const std::vector<double>& ofFrame : scores) {
-      out << ',';
-      writeNumber(out, ofFrame[static_cast<std::size_t>(i)]);
-    }
-    out << '\n';
+std::string scoreRows(const short* seq, int length, const std::vector<double> (&scores)[3]) {
+  ScoreColumn columns[] = {ScoreColumn(scores[0]), ScoreColumn(scores[1]), ScoreColumn(scores[2])};
+  std::string rows;
+  for (std::size_t i = 0; i < static_cast<std::size_t>(length); ++i) {
+    rows += ReadData::outPutBase(seq[i]);
+    for (ScoreColumn& column : columns) rows += column.text(i);
+    rows += '\n';
   }
+  return rows;
 }
 
 }  // namespace velto

@@ -1,6 +1,5 @@
 #include "batch/formats/score_rows.h"
 
-#include <sstream>
 #include <vector>
 
 #include "batch/formats/read_name.h"
@@ -14,9 +13,8 @@ void appendScoreRows(const ScannedRead& read, Letters letters, std::string& text
   std::vector<short> codes;
   codeLetters(read.record.bases, letters, codes);
   if (read.prediction.strand == Strand::kMinus) reverseComplement(codes);
-  std::ostringstream rows;
-  writeScoreRows(rows, codes.data(), read.prediction.length, read.prediction.scores);
-  text += '>' + fastaName(read) + ' ' + symbolOf(read.prediction.strand) + '\n' + rows.str();
+  text += '>' + fastaName(read) + ' ' + symbolOf(read.prediction.strand) + '\n';
+  text += scoreRows(codes.data(), read.prediction.length, read.prediction.scores);
 }
 
 }  // namespace velto

@@ -121,7 +121,8 @@ struct Prediction {
   std::vector<std::int8_t> frame;
 
   // [frame][base] how well the base fits a codon of that frame, if wanted: the vote of the window
-  // centred on the codon (above 0 means coding, -10 that there is no window), or a probability.
+  // centred on the codon (above 0 means coding, -10 that there is no window), or a probability. A
+  // vote has the sign and the six digits of the one-read program's score, and is at most 1e-10 off.
   std::vector<double> scores[3];
 
   bool isCoding() const { return status == Status::kCoding; }
