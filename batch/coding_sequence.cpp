@@ -56,12 +56,16 @@ CodingSequence codingSequence(const Prediction& prediction, std::string_view let
   CodingSequence sequence;
   if (prediction.status != Prediction::Status::kCoding) return sequence;
   const std::vector<int> positions = correctedPositions(prediction);
-  for (size_t i = 0; i < positions.size(); ++i) {
-    const int position = positions[i];
-    sequence.bases += position == kLostBase ? 'N' : letters[static_cast<size_t>(position)];
-    if (position == kLostBase) continue;
-    appendBase(sequence.kept, position, i % 3);
-    if (isIntact(positions, i - i % 3)) appendBase(sequence.intact, position, i % 3);
+  sequence.bases.reserve(positions.size());
+  for (size_t codon = 0; codon < positions.size(); codon += 3) {
+    const bool intact = isIntact(positions, codon);
+    for (size_t place = 0; place < 3; ++place) {
+      const int position = positions[codon + place];
+      sequence.bases += position == kLostBase ? 'N' : letters[static_cast<size_t>(position)];
+      if (position == kLostBase) continue;
+      appendBase(sequence.kept, position, place);
+      if (intact) appendBase(sequence.intact, position, place);
+    }
   }
   if (sequence.bases.empty()) return sequence;
   sequence.protein = translate(sequence.bases, code);

@@ -8,6 +8,9 @@ std::vector<int> correctedPositions(const Prediction& prediction) {
   std::vector<int> positions;
   if (prediction.status != Prediction::Status::kCoding) return positions;
   const int end = std::min(prediction.stop + 1, prediction.length);
+  const auto most =
+      static_cast<std::size_t>(std::max(0, end - prediction.start)) + prediction.frameshifts.size();
+  positions.reserve(most);
   auto shift = prediction.frameshifts.begin();
   for (int p = prediction.start; p < end; ++p) {
     while (shift != prediction.frameshifts.end() && shift->position < p) ++shift;

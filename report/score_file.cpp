@@ -10,7 +10,9 @@ namespace velto {
 void writeScoreFile(std::ostream& out, const WebPredict& result) {
   std::vector<double> scores[3];
   for (int f = 0; f < 3; ++f) scores[f] = baseScores(result.frameScore[f], f, result.arrayLen);
-  out << scoreRows(result.seqArray, result.arrayLen, scores);
+  std::string rows;
+  appendScoreRows(result.seqArray, result.arrayLen, scores, rows);
+  out << rows;
 }
 
 int WebPredict::OutValLayout(int /*width*/, char* fileName) {

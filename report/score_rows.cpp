@@ -1,5 +1,6 @@
 #include "report/score_rows.h"
 
+#include <algorithm>
 #include <bit>
 #include <cstdint>
 
@@ -14,6 +15,7 @@ class ScoreColumn {
  public:
   explicit ScoreColumn(const std::vector<double>& scores) : scores_(scores) {}
 
+  // The score of a base, behind a comma.
   const std::string& text(std::size_t base) {
     // Bit by bit, since 0 and -0 are not written alike.
     const auto bits = std::bit_cast<std::uint64_t>(scores_[base]);
@@ -28,20 +30,25 @@ class ScoreColumn {
  private:
   const std::vector<double>& scores_;  // [base]
   std::uint64_t bits_ = 0;             // of the score asked for last
-  std::string text_;                   // of that score, behind a comma
+  std::string text_;                   // of that score
 };
 
 }  // namespace
 
-std::string scoreRows(const short* seq, int length, const std::vector<double> (&scores)[3]) {
+void appendScoreRows(const short* seq, int length, const std::vector<double> (&scores)[3],
+                     std::string& rows) {
   ScoreColumn columns[] = {ScoreColumn(scores[0]), ScoreColumn(scores[1]), ScoreColumn(scores[2])};
-  std::string rows;
+  char row[80];  // six digits, their sign, point and exponent three times
   for (std::size_t i = 0; i < static_cast<std::size_t>(length); ++i) {
-    rows += ReadData::outPutBase(seq[i]);
-    for (ScoreColumn& column : columns) rows += column.text(i);
-    rows += '\n';
+    char* end = row;
+    *end++ = ReadData::outPutBase(seq[i]);
+    for (ScoreColumn& column : columns) {
+      const std::string& text = column.text(i);
+      end = std::copy(text.begin(), text.end(), end);
+    }
+    *end++ = '\n';
+    rows.append(row, static_cast<std::size_t>(end - row));
   }
-  return rows;
 }
 
 }  // namespace velto

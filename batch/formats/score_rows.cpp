@@ -14,7 +14,7 @@ void appendScoreRows(const ScannedRead& read, Letters letters, std::string& text
   codeLetters(read.record.bases, letters, codes);
   if (read.prediction.strand == Strand::kMinus) reverseComplement(codes);
   text += '>' + fastaName(read) + ' ' + symbolOf(read.prediction.strand) + '\n';
-  text += scoreRows(codes.data(), read.prediction.length, read.prediction.scores);
+  appendScoreRows(codes.data(), read.prediction.length, read.prediction.scores, text);
 }
 
 }  // namespace velto
