@@ -3,6 +3,7 @@
 #include <climits>
 
 #include "core/six_digits.h"
+#include "model/ordered_sums.h"
 #include "model/window_vote.h"
 
 namespace velto {
@@ -51,11 +52,18 @@ void classifyWindows(const VotingRead& read, IntegerVote& vote, WindowClasses& c
 }
 
 void scoreWindows(const VotingRead& read, IntegerVote& vote, WindowScores& scores) {
+  OrderedSums ordered(read.tables);
   eachSum(
       read, vote, [&](int f, size_t windows) { scores.frame[f].resize(windows); },
       [&](int f, size_t k, int sum) {
-        scores.frame[f][k] = isRoundingEdge(sum) ? vote.orderedSum() : sum / kMillion;
+        double& score = scores.frame[f][k];
+        if (isRoundingEdge(sum)) {
+          ordered.take(vote, score);
+        } else {
+          score = sum / kMillion;
+        }
       });
+  ordered.finish();
 }
 
 void IntegerJudge::beginTrials(const TrialWindow& window, const PairTables& pairs) {

@@ -114,8 +114,16 @@ bool IntegerVote::isAbove(const MovingFeature& feature, unsigned pairCount, unsi
   return fp / rate(feature.first, first) / rate(feature.second, second) > feature.threshold;
 }
 
-// First which hypotheses are above, kind by kind without unforeseeable branches, then the sum.
 double IntegerVote::orderedSum() const {
+  double votes[kModelHypotheses];
+  writeVotes(votes, 1);
+  double sum = 0.0;
+  for (size_t i = 0; i < tables_->orderedVotes().size(); ++i) sum += votes[i];
+  return sum;
+}
+
+// First which hypotheses are above, kind by kind without unforeseeable branches, then their votes.
+void IntegerVote::writeVotes(double* votes, std::size_t stride) const {
   bool above[kModelHypotheses];
   for (const CodonRule& rule : tables_->codonRules()) {
     // The operations of codonFeature.
@@ -132,13 +140,11 @@ double IntegerVote::orderedSum() const {
   }
   for (size_t i = 0; i < above_.size(); ++i) above[pairs_->movingOrder[i]] = above_[i] != 0;
 
-  double sum = 0.0;
-  const std::vector<double>& votes = tables_->orderedVotes();
-  for (size_t i = 0; i < votes.size(); ++i) {
-    const double vote[2] = {-votes[i], votes[i]};
-    sum += vote[above[i]];
+  const std::vector<double>& whenAbove = tables_->orderedVotes();
+  for (size_t i = 0; i < whenAbove.size(); ++i) {
+    const double either[2] = {-whenAbove[i], whenAbove[i]};
+    votes[i * stride] = either[above[i]];
   }
-  return sum;
 }
 
 }  // namespace velto

@@ -1,6 +1,7 @@
 // The integer vote of one window whose codons come and go.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <vector>
 
@@ -28,6 +29,9 @@ class IntegerVote {
 
   // The vote as the ordered sum of doubles, to the last bit that of voteSum.
   double orderedSum() const;
+
+  // Writes the votes of the counted hypotheses in their order into votes[0], votes[stride], ...
+  void writeVotes(double* votes, std::size_t stride) const;
 
  private:
   template <int kBy>
