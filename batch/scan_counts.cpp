@@ -7,9 +7,11 @@
 
 namespace velto {
 
-void ScanCounts::add(const Prediction& prediction) {
+void ScanCounts::add(const Prediction& prediction, long long unknownBasesOfRead) {
   ++reads;
   bases += prediction.length;
+  unknownBases += unknownBasesOfRead;
+  if (2 * unknownBasesOfRead > prediction.length) ++mostlyUnknown;
   switch (prediction.status) {
     case Prediction::Status::kCoding:
       ++coding;
@@ -34,6 +36,8 @@ void ScanCounts::add(const ScanCounts& other) {
   shortReads += other.shortReads;
   emptyReads += other.emptyReads;
   bases += other.bases;
+  unknownBases += other.unknownBases;
+  mostlyUnknown += other.mostlyUnknown;
 }
 
 std::string countsText(const ScanCounts& counts, double seconds) {
@@ -46,6 +50,17 @@ std::string countsText(const ScanCounts& counts, double seconds) {
          std::to_string(counts.shortReads + counts.emptyReads) + " refused (" +
          std::to_string(counts.shortReads) + " short, " + std::to_string(counts.emptyReads) +
          " empty); " + std::to_string(counts.bases) + " bases; " + time + " s";
+}
+
+std::string unknownBasesWarning(const ScanCounts& counts) {
+  if (counts.mostlyUnknown == 0) return "";
+  char share[32];
+  std::snprintf(
+      share, sizeof share, "%.1f",
+      100.0 * static_cast<double>(counts.unknownBases) / static_cast<double>(counts.bases));
+  return std::to_string(counts.mostlyUnknown) + " of " + std::to_string(counts.reads) +
+         " reads have more unknown than known bases (" + share +
+         " % of all bases are unknown): masked sequence, or protein?";
 }
 
 std::string summaryJson(const ScanRun& run, const ScanCounts& counts) {
@@ -64,6 +79,7 @@ std::string summaryJson(const ScanRun& run, const ScanCounts& counts) {
   json["noncoding"] = counts.noncoding;
   json["refused"] = {{"short", counts.shortReads}, {"empty", counts.emptyReads}};
   json["bases"] = counts.bases;
+  json["unknown_bases"] = counts.unknownBases;
   json["seconds"] = run.seconds;
   return json.dump(2, ' ', false, nlohmann::ordered_json::error_handler_t::replace) + '\n';
 }

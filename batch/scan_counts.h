@@ -17,13 +17,19 @@ struct ScanCounts {
   long shortReads = 0;  // refused: 1 to 29 bases
   long emptyReads = 0;  // refused: no bases
   long long bases = 0;  // of all reads
+  long long unknownBases = 0;
+  long mostlyUnknown = 0;  // reads with more unknown than known bases
 
-  void add(const Prediction& prediction);
+  void add(const Prediction& prediction, long long unknownBasesOfRead);
   void add(const ScanCounts& other);
 };
 
 // One line for people.
 std::string countsText(const ScanCounts& counts, double seconds);
+
+// A line that tells of reads whose bases are mostly unknown, as those of protein and of masked
+// sequence are; "" if there are none.
+std::string unknownBasesWarning(const ScanCounts& counts);
 
 // The run as JSON: version, model directory, decoder, inputs, genetic code, calibration, threads,
 // counts, seconds.

@@ -19,12 +19,12 @@ Prediction prediction(Prediction::Status status, int length, Strand strand = Str
 ScanCounts counted() {
   using Status = Prediction::Status;
   ScanCounts counts;
-  counts.add(prediction(Status::kCoding, 100));
-  counts.add(prediction(Status::kCoding, 200));
-  counts.add(prediction(Status::kCoding, 300, Strand::kMinus));
-  counts.add(prediction(Status::kNoncoding, 400, Strand::kMinus));
-  counts.add(prediction(Status::kShort, 29));
-  counts.add(prediction(Status::kEmpty, 0));
+  counts.add(prediction(Status::kCoding, 100), 1);
+  counts.add(prediction(Status::kCoding, 200), 0);
+  counts.add(prediction(Status::kCoding, 300, Strand::kMinus), 0);
+  counts.add(prediction(Status::kNoncoding, 400, Strand::kMinus), 201);
+  counts.add(prediction(Status::kShort, 29), 29);
+  counts.add(prediction(Status::kEmpty, 0), 0);
   return counts;
 }
 
@@ -40,6 +40,17 @@ TEST(ScanCounts, OfTwoBatchesAddUp) {
   EXPECT_EQ(countsText(sum, 0.0),
             "12 reads: 6 coding (4 on the plus strand, 2 on the minus strand), 2 non-coding, 4 "
             "refused (2 short, 2 empty); 2058 bases; 0.00 s");
+}
+
+// More than half of the bases: 201 of 400 and 29 of 29; in all 231 of 1029 are 22.4 %.
+TEST(ScanCounts, OfReadsWithMostlyUnknownBasesWarn) {
+  EXPECT_EQ(
+      unknownBasesWarning(counted()),
+      "2 of 6 reads have more unknown than known bases (22.4 % of all bases are unknown): masked "
+      "sequence, or protein?");
+  ScanCounts half;
+  half.add(prediction(Prediction::Status::kCoding, 100), 50);
+  EXPECT_EQ(unknownBasesWarning(half), "");
 }
 
 TEST(SummaryJson, HoldsTheRunAndItsCounts) {
@@ -62,6 +73,7 @@ TEST(SummaryJson, HoldsTheRunAndItsCounts) {
   EXPECT_EQ(json["refused"]["short"], 1);
   EXPECT_EQ(json["refused"]["empty"], 1);
   EXPECT_EQ(json["bases"], 1029);
+  EXPECT_EQ(json["unknown_bases"], 231);
 }
 
 }  // namespace

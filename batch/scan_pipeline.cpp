@@ -12,6 +12,7 @@
 #include "batch/file_calibration.h"
 #include "batch/record_batches.h"
 #include "batch/repeated_names.h"
+#include "core/letter_codes.h"
 
 namespace velto {
 namespace {
@@ -122,7 +123,8 @@ class Scan {
       if (coding && prediction.score < options_.minScore.value_or(prediction.score)) {
         dropRegion(prediction);
       }
-      work->counts.add(prediction);
+      const std::string& bases = work->batch.records[i].bases;
+      work->counts.add(prediction, countUnknown(bases, options_.predict.letters));
       appendRead(*work, i, prediction);
     }
     work->batch.records.clear();

@@ -29,15 +29,26 @@ CodeTable foldedTable() {
   return table;
 }
 
+const CodeTable& tableOf(Letters letters) {
+  static const CodeTable exact = exactTable();
+  static const CodeTable folded = foldedTable();
+  return letters == Letters::kExact ? exact : folded;
+}
+
 }  // namespace
 
 void codeLetters(std::string_view bases, Letters letters, std::vector<short>& codes) {
-  static const CodeTable exact = exactTable();
-  static const CodeTable folded = foldedTable();
-  const CodeTable& table = letters == Letters::kExact ? exact : folded;
+  const CodeTable& table = tableOf(letters);
   codes.resize(bases.size());
   std::transform(bases.begin(), bases.end(), codes.begin(),
                  [&table](char letter) { return table[static_cast<unsigned char>(letter)]; });
+}
+
+long long countUnknown(std::string_view bases, Letters letters) {
+  const CodeTable& table = tableOf(letters);
+  return std::count_if(bases.begin(), bases.end(), [&table](char letter) {
+    return !isKnownBase(table[static_cast<unsigned char>(letter)]);
+  });
 }
 
 void reverseComplement(std::vector<short>& codes) {

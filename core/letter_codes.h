@@ -12,6 +12,9 @@ namespace velto {
 // Overwrites `codes` with the base codes of the letters.
 void codeLetters(std::string_view bases, Letters letters, std::vector<short>& codes);
 
+// How many of the letters are no base.
+long long countUnknown(std::string_view bases, Letters letters);
+
 // Turns base codes into those of the reverse complement, in place.
 void reverseComplement(std::vector<short>& codes);
 

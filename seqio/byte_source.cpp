@@ -28,7 +28,12 @@ int openDescriptor(const std::string& path) {
   return descriptor;
 }
 
+// A plain gzip member is known to be good only at its end, a BGZF block before it is handed out.
 [[noreturn]] void throwDamaged(const BGZF& file) {
+  if (file.is_gzip) {
+    throw ByteError(
+        "gzip data truncated or corrupt, here or earlier; do not use any result from this file");
+  }
   if (file.is_compressed) throw ByteError("compressed data truncated or corrupt");
   throw ByteError("cannot read: " + systemReason());
 }
@@ -53,12 +58,17 @@ int ByteSource::peek() {
   return kEnd;
 }
 
+std::string_view ByteSource::held() const {
+  const auto* block = static_cast<const char*>(file_->uncompressed_block);
+  return {block + file_->block_offset,
+          static_cast<std::size_t>(file_->block_length - file_->block_offset)};
+}
+
 // Asks for no more than the decompressed block holds: a request that reaches into a damaged block
 // loses its good part as well.
 std::size_t ByteSource::read(char* into, std::size_t size) {
   if (peek() == kEnd) return 0;
-  const auto held = static_cast<std::size_t>(file_->block_length - file_->block_offset);
-  const ssize_t count = bgzf_read(file_.get(), into, std::min(size, held));
+  const ssize_t count = bgzf_read(file_.get(), into, std::min(size, held().size()));
   if (count <= 0) throwDamaged(*file_);
   return static_cast<std::size_t>(count);
 }

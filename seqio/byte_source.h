@@ -5,6 +5,7 @@
 #include <memory>
 #include <stdexcept>
 #include <string>
+#include <string_view>
 
 struct BGZF;
 
@@ -27,8 +28,13 @@ class ByteSource {
   // The next byte, left in place, or kEnd. Throws ByteError.
   int peek();
 
+  // The bytes that are decompressed already and come next; after peek() none only at the end. Valid
+  // until the next call.
+  std::string_view held() const;
+
   // Copies at least one and at most `size` bytes into `into` (`size` > 0); 0 only at the end of a
-  // complete file. Throws ByteError, after all bytes before the damaged block were handed out.
+  // complete file. Throws ByteError, after all bytes before the damaged block were handed out. The
+  // bytes of a plain gzip member are handed out before its checksum, and wrong ones if it is damaged.
   std::size_t read(char* into, std::size_t size);
 
   // Throws ByteError if the file is BGZF and stopped without its end-of-file block. To be asked

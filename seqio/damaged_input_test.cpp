@@ -99,11 +99,17 @@ TEST_F(DamagedInputTest, BytesAfterTheLastGzipMemberAreAnError) {
 }
 
 TEST_F(DamagedInputTest, WrongChecksumIsAnError) {
-  for (std::string bytes : {gzip(kFasta), bgzfBlock(kFasta)}) {
+  const auto damaged = [](std::string bytes) {
     bytes[bytes.size() - 8] = static_cast<char>(bytes[bytes.size() - 8] ^ 1);
-    EXPECT_EQ(readBytes(bytes + bgzfBlock("")).error,
-              name() + ": record 1, line 1: compressed data truncated or corrupt");
-  }
+    return bytes;
+  };
+  const std::string here = name() + ": record 1, line 1: ";
+  EXPECT_EQ(readBytes(damaged(bgzfBlock(kFasta)) + bgzfBlock("")).error,
+            here + "compressed data truncated or corrupt");
+  EXPECT_EQ(
+      readBytes(damaged(gzip(kFasta))).error,
+      here +
+          "gzip data truncated or corrupt, here or earlier; do not use any result from this file");
 }
 
 // A BAM header that promises 4 GB of text or 2^32 references ends without taking that memory.

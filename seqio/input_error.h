@@ -1,16 +1,17 @@
-// The error of a file that cannot be read as sequence records.
+// The error of a file that cannot be read.
 #pragma once
 
-#include <stdexcept>
 #include <string>
+
+#include "velto/velto.h"
 
 namespace velto {
 
-// Its message reads "FILE: record N, line L: REASON".
-class InputError : public std::runtime_error {
+class InputError : public Error {
  public:
-  // `path` "-" is named "standard input"; a `record` or `line` of 0 is left out.
-  InputError(const std::string& path, long record, long line, const std::string& reason);
+  // `path` "-" is named "standard input"; a `record` or `line` of 0 is left out of the message.
+  InputError(const std::string& path, long record, long line, const std::string& reason)
+      : Error(path == "-" ? "standard input" : path, record, line, reason) {}
 };
 
 }  // namespace velto

@@ -18,20 +18,48 @@ int LineSplitter::peek() {
 }
 
 LineSplitter::Piece LineSplitter::take() {
-  if (begin_ == end_) refill();
+  if (begin_ == end_ && !refill()) return {{}, true};
+  if (ends_ == Ends::kNotSeen) return takeToFirstEnd();
+  return ends_ == Ends::kLineFeeds ? takeToLineFeed() : takeToCarriageReturn();
+}
+
+LineSplitter::Piece LineSplitter::takeToFirstEnd() {
+  const std::string_view held(buffer_.data() + begin_, end_ - begin_);
+  const std::size_t at = held.find_first_of("\r\n");
+  if (at == held.npos) return takeUntil(end_, end_, false);
+  if (held[at] == '\n') {
+    ends_ = Ends::kLineFeeds;
+  } else if (at + 1 < held.size()) {
+    ends_ = held[at + 1] == '\n' ? Ends::kLineFeeds : Ends::kCarriageReturns;
+  } else if (at > 0) {
+    return takeUntil(begin_ + at, begin_ + at, false);
+  } else if (!refill()) {
+    ends_ = Ends::kCarriageReturns;
+  }
+  return take();
+}
+
+LineSplitter::Piece LineSplitter::takeToLineFeed() {
   const char* bytes = buffer_.data();
-  const void* feed = begin_ < end_ ? std::memchr(bytes + begin_, '\n', end_ - begin_) : nullptr;
+  const void* feed = std::memchr(bytes + begin_, '\n', end_ - begin_);
   if (feed != nullptr) {
     const auto at = static_cast<std::size_t>(static_cast<const char*>(feed) - bytes);
     const bool carriageReturn = at > begin_ && bytes[at - 1] == '\r';
     return takeUntil(carriageReturn ? at - 1 : at, at + 1, true);
   }
-  if (begin_ == end_) return {{}, true};
   // A carriage return at the buffer's end may belong to a line feed not yet read.
   if (bytes[end_ - 1] != '\r') return takeUntil(end_, end_, false);
   if (end_ - begin_ > 1) return takeUntil(end_ - 1, end_ - 1, false);
-  if (refill()) return take();
+  if (refill()) return takeToLineFeed();
   return takeUntil(begin_, end_, true);
+}
+
+LineSplitter::Piece LineSplitter::takeToCarriageReturn() {
+  const char* bytes = buffer_.data();
+  const void* end = std::memchr(bytes + begin_, '\r', end_ - begin_);
+  if (end == nullptr) return takeUntil(end_, end_, false);
+  const auto at = static_cast<std::size_t>(static_cast<const char*>(end) - bytes);
+  return takeUntil(at, at + 1, true);
 }
 
 // Moves the bytes not yet taken (at most one carriage return) to the front and reads behind them.

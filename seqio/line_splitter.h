@@ -9,10 +9,13 @@
 
 namespace velto {
 
+// The first line's end decides for the whole file: a lone carriage return, as old Macs wrote it, or
+// a line feed, with or without a carriage return before it. The other byte is then part of its
+// line.
 class LineSplitter {
  public:
   struct Piece {
-    std::string_view text;  // without line feed and the carriage return before it
+    std::string_view text;  // without the bytes that end the line
     bool endsLine;          // true if the line (or the file) ends after it
   };
   static constexpr int kEnd = ByteSource::kEnd;
@@ -30,7 +33,12 @@ class LineSplitter {
   long line() const { return line_; }
 
  private:
+  enum class Ends { kNotSeen, kLineFeeds, kCarriageReturns };
+
   bool refill();
+  Piece takeToFirstEnd();
+  Piece takeToLineFeed();
+  Piece takeToCarriageReturn();
   Piece takeUntil(std::size_t textEnd, std::size_t next, bool endsLine);
 
   ByteSource bytes_;
@@ -38,6 +46,7 @@ class LineSplitter {
   std::size_t begin_ = 0;  // the bytes not yet taken are [begin_, end_) of buffer_
   std::size_t end_ = 0;
   long line_ = 1;
+  Ends ends_ = Ends::kNotSeen;
 };
 
 }  // namespace velto

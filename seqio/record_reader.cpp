@@ -4,6 +4,7 @@
 
 #include "seqio/bam_records.h"
 #include "seqio/byte_source.h"
+#include "seqio/foreign_format.h"
 #include "seqio/text_records.h"
 
 namespace velto {
@@ -26,7 +27,10 @@ int firstByte(const std::string& path, ByteSource& bytes) try {
 
 std::unique_ptr<RecordSource> openSource(const std::string& path, std::size_t maxBases) {
   ByteSource bytes = openBytes(path);
-  if (firstByte(path, bytes) == kFirstByteOfBam) {
+  const int first = firstByte(path, bytes);
+  const std::string foreign = foreignFormat(bytes.held());
+  if (!foreign.empty()) throw InputError(path, 1, 1, foreign);
+  if (first == kFirstByteOfBam) {
     return std::make_unique<BamRecords>(path, std::move(bytes), maxBases);
   }
   return std::make_unique<TextRecords>(path, std::move(bytes), maxBases);

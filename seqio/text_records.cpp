@@ -20,6 +20,12 @@ bool holds(std::string_view text, char byte) {
   return !text.empty() && std::memchr(text.data(), byte, text.size()) != nullptr;
 }
 
+// Any letter: those that are no base count as unknown bases.
+bool isSequenceLetter(char byte) {
+  const auto lower = static_cast<char>(byte | 0x20);
+  return (lower >= 'a' && lower <= 'z') || byte == '-' || byte == '*';
+}
+
 bool isSpace(char byte) { return byte == ' ' || byte == '\t'; }
 
 void appendWithoutSpaces(std::string& bases, std::string_view text) {
@@ -58,7 +64,7 @@ bool TextRecords::parseNext(Record& record) {
   if (marker_ == 0 && (marker == '>' || marker == '@')) marker_ = marker;
   record.number = number_;
   record.line = lines_.line();
-  if (marker != marker_) throwNoHeader(record.line, lines_.take().text);
+  if (marker != marker_) throwNoHeader(record.line);
   readHeader(record);
   record.qualities.clear();
   if (marker_ == '>') {
@@ -76,7 +82,7 @@ bool TextRecords::skipBlankLines() {
     if (byte != '\n' && byte != '\r' && byte != ' ' && byte != '\t') return true;
     const long line = lines_.line();
     const std::string_view text = lines_.take().text;
-    if (!isBlank(text)) throwNoHeader(line, text);
+    if (!isBlank(text)) throwNoHeader(line);
   }
   return false;
 }
@@ -87,6 +93,9 @@ void TextRecords::readHeader(Record& record) {
     if (header_.size() + text.size() > kMaxHeaderBytes) throwAt(record.line, "header too long");
     header_.append(text);
   });
+  if (header_.find_first_of("\r\n") != header_.npos) {
+    throwAt(record.line, "header with the line end of another system inside");
+  }
   const std::size_t blank = header_.find_first_of(" \t", 1);
   record.name = header_.substr(1, blank == header_.npos ? blank : blank - 1);
   record.description = blank == header_.npos ? std::string() : header_.substr(blank + 1);
@@ -134,7 +143,9 @@ void TextRecords::readFastqQualities(Record& record) {
 void TextRecords::appendBases(std::string& bases) {
   const long line = lines_.line();
   eachPiece([&](std::string_view text) {
+    const std::size_t old = bases.size();
     appendWithoutSpaces(bases, text);
+    checkLetters(std::string_view(bases).substr(old), line);
     if (bases.size() > maxBases_) {
       throwAt(line, "sequence longer than " + std::to_string(maxBases_) + " bases");
     }
@@ -157,10 +168,18 @@ std::size_t TextRecords::appendQualities(std::vector<std::uint8_t>& qualities, s
   return count;
 }
 
-void TextRecords::throwNoHeader(long line, std::string_view start) const {
+void TextRecords::checkLetters(std::string_view bases, long line) const {
+  const auto odd = std::find_if_not(bases.begin(), bases.end(), isSequenceLetter);
+  if (odd == bases.end()) return;
+  const auto code = static_cast<unsigned char>(*odd);
+  const bool isPrintable = code > ' ' && code < 0x7f;
+  const std::string what =
+      isPrintable ? "'" + std::string(1, *odd) + "'" : "byte " + std::to_string(code);
+  throwAt(line, what + " within a sequence, where only letters, '-' and '*' may stand");
+}
+
+void TextRecords::throwNoHeader(long line) const {
   if (marker_ == '@') throwAt(line, "FASTQ record does not start with '@'");
-  if (start.substr(0, 4) == "CRAM") throwAt(line, "CRAM is not read; convert it to BAM or FASTQ");
-  if (start.substr(0, 2) == "\x1f\x8b") throwAt(line, "gzip header truncated");
   throwAt(line, "neither FASTA ('>'), FASTQ ('@') nor BAM");
 }
 

@@ -29,10 +29,11 @@ class TextRecords : public RecordSource {
   void readFastqBases(Record& record);
   void readFastqQualities(Record& record);
   void appendBases(std::string& bases);
+  void checkLetters(std::string_view bases, long line) const;
   std::size_t appendQualities(std::vector<std::uint8_t>& qualities, std::size_t most);
   template <typename Use>
   void eachPiece(Use use);
-  [[noreturn]] void throwNoHeader(long line, std::string_view start) const;
+  [[noreturn]] void throwNoHeader(long line) const;
   [[noreturn]] void throwAt(long line, const std::string& reason) const;
 
   const std::string path_;

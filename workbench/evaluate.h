@@ -23,8 +23,8 @@ struct EvaluateOptions {
   int threads = 0;        // 0: as many as there are processors
 };
 
-// Evaluates and writes the tables to standard output, and JSON and plots where asked. Throws
-// InputError, OutputError or std::runtime_error.
+// Evaluates and writes the tables to standard output, and JSON and plots where asked.
+// Throws Error.
 void evaluate(const EvaluateOptions& options);
 
 void addEvaluateCommand(CLI::App& app);

@@ -3,10 +3,10 @@
 #include <iostream>
 #include <iterator>
 #include <optional>
-#include <stdexcept>
 #include <string_view>
 
 #include "simulation/transcript_file.h"
+#include "velto/velto.h"
 #include "workbench/parse_number.h"
 
 namespace velto {
@@ -61,7 +61,7 @@ std::vector<Transcript> loadSources(const std::vector<std::string>& codingFiles,
   std::vector<Transcript> transcripts;
   append(codingFiles, TranscriptKind::kCoding, transcripts);
   append(noncodingFiles, TranscriptKind::kNoncoding, transcripts);
-  if (transcripts.empty()) throw std::runtime_error("no usable transcript in the input");
+  if (transcripts.empty()) throw Error("no usable transcript in the input");
   return transcripts;
 }
 

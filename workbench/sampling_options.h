@@ -28,7 +28,7 @@ void addSamplingOptions(CLI::App& command, SamplingLine& line);
 ReadSampling parseSampling(const CLI::App& command, const SamplingLine& line);
 
 // The accepted records of both kinds, coding ones first. Refused records are counted on standard
-// error. Throws InputError when a file cannot be read, std::runtime_error when nothing is left.
+// error. Throws InputError when a file cannot be read, Error when nothing is left.
 std::vector<Transcript> loadSources(const std::vector<std::string>& codingFiles,
                                     const std::vector<std::string>& noncodingFiles);
 

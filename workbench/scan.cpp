@@ -174,6 +174,8 @@ void scan(const CommandLine& line) {
   }
   outputs.files.commit();
   if (line.progress) ProgressLine::clear();
+  const std::string warning = unknownBasesWarning(result.counts);
+  if (!warning.empty()) std::cerr << "velto: warning: " << warning << "\n";
   if (!line.quiet) tell(result, seconds);
 }
 
@@ -222,6 +224,7 @@ void addScanCommand(CLI::App& app) {
   command
       ->add_option("--min-probability", line->minProbability,
                    "Report no coding region below this probability")
+      ->check(finiteNumber())
       ->check(CLI::Range(0.0, 1.0));
   addCalibrationOptions(*command, line->calibration);
   command->add_flag("--exact-case", line->exactCase, "Only upper-case A, C, G, T are bases");

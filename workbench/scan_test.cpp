@@ -200,6 +200,24 @@ TEST_F(ScanTest, CountsAddUp) {
   EXPECT_EQ(rowsOf(result.out).size(), 5U);
 }
 
+// Of the twenty letters of the protein five are A or G: 30 unknown ones in all, then 60 and 50 of 200.
+// twice.
+TEST_F(ScanTest, ProteinAndMaskedReadsAreWarnedAboutAndCounted) {
+  const std::string protein = "MKLVFFAEDVGSNKGAIIGLMKLVFFAEDVGSNKGAIIGL";
+  const ProcessResult result =
+      scan({"-", "--quiet", "--summary", "s.json"},
+           ">p\n" + protein + "\n>n\n" + std::string(60, 'N') + "\n>half\n" + std::string(50, 'N') +
+               std::string(50, 'A') + "\n");
+  EXPECT_EQ(result.status, 0);
+  EXPECT_EQ(
+      result.err,
+      "velto: warning: 2 of 3 reads have more unknown than known bases (70.0 % of all bases are "
+      "unknown): masked sequence, or protein?\n");
+  EXPECT_EQ(nlohmann::json::parse(file("s.json"))["unknown_bases"], 140);
+  EXPECT_EQ(rowsOf(result.out).size(), 3U);
+  EXPECT_EQ(scan({readsFile(), "--quiet"}).err, "");
+}
+
 TEST_F(ScanTest, ReadsAreFoundOnEitherStrandAndCountedByStrand) {
   // Every third read of one file is on its other strand, all reads of the other file are turned.
   std::string mixed;
@@ -560,6 +578,7 @@ TEST_F(ScanTest, BadCommandLinesHaveStatus2) {
   }
   for (const char* score : {"nan", "inf", "1e999", "x", ""}) {
     EXPECT_EQ(scan({readsFile(), "--min-score", score}).status, 2) << score;
+    EXPECT_EQ(scan({readsFile(), "--min-probability", score}).status, 2) << score;
   }
   EXPECT_EQ(filesInWork(), 0U);
 }
