@@ -5,6 +5,9 @@
 #include <array>
 #include <cstdint>
 #include <span>
+#include <vector>
+
+#include "velto/velto.h"
 
 namespace velto {
 
@@ -15,15 +18,20 @@ struct BaseRates {
   float substitution = 0.0f;  // that it stands in place of another
 };
 
-constexpr int kQualityBins = 8;
+constexpr std::size_t kQualityBins = 8;
 
 // Rates used before a file was looked at, and for a single read.
-constexpr BaseRates kDefaultRates = {0.004f, 0.0056f, 0.0096f};
+constexpr BaseErrorRates kDefaultRates = {0.004, 0.0056, 0.0096};
 
 // The rates of a file's bases. An insertion and a substitution go by the base's own quality, a
 // deletion by the lower one of the two beside the gap.
 struct FileRates {
-  BaseRates mean = kDefaultRates;
+  FileRates() : FileRates(kDefaultRates, {}) {}
+
+  // Bins beyond kQualityBins, which no sample gives, count as the last of them.
+  FileRates(const BaseErrorRates& meanRates, std::span<const QualityBin> bins);
+
+  BaseRates mean;
   bool byQuality = false;                       // false: every base has the mean rates
   std::array<std::uint8_t, 256> binOf{};        // [Phred value] bin, ascending with quality
   std::array<BaseRates, kQualityBins> ofBin{};  // where byQuality

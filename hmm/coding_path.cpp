@@ -86,7 +86,7 @@ double confidenceOf(std::span<const FramePosterior> posteriors, Frameshift::Kind
   for (int i = first; i <= last; ++i) {
     const FramePosterior& p = posteriors[static_cast<std::size_t>(i)];
     sum += (kind == Frameshift::Kind::kInsertion ? p.inserted
-                                                : p.deleted)[static_cast<std::size_t>(frame)];
+                                                 : p.deleted)[static_cast<std::size_t>(frame)];
   }
   return std::min(sum, 1.0f);
 }

@@ -80,8 +80,8 @@ struct Mixture {
 EmissionRow mixed(const EmissionRow& probability, const Factors& factor, const Mixture& mixture) {
   EmissionRow kinds;
   for (std::size_t k = 0; k < kinds.size(); ++k) {
-    kinds[k] = mixture.right[k] * probability[k] * factor[k] +
-               (1.0f - probability[k]) * mixture.wrong[k];
+    kinds[k] =
+        mixture.right[k] * probability[k] * factor[k] + (1.0f - probability[k]) * mixture.wrong[k];
   }
   return kinds;
 }
@@ -117,6 +117,14 @@ void indexStartContexts(std::span<const short> codes, std::vector<StartContext>&
   }
 }
 
+float afterStartShare(const BaseRates& rates) {
+  constexpr float kErrorFree = 0.01f;    // in mRNAs
+  constexpr float kOtherFrame = 0.25f;   // in another frame of a 5' UTR
+  constexpr float kOpenStretch = 40.0f;  // bases between start codon and the stop codon before it
+  const float shifts = kOpenStretch * (rates.insertion + rates.deletion);
+  return kErrorFree + kOtherFrame * (shifts / (1.0f + shifts));
+}
+
 float startWeight(const HmmModel& model, const PathWeights& weights, std::span<const short> codes,
                   int i, StartContext context, float substitution) {
   if (!isCodon(codes, i)) return 0.0f;
@@ -143,6 +151,7 @@ void emit(const HmmModel& model, const PathWeights& weights, const ReadView& rea
   const std::size_t length = read.codes.size();
   emissions.resize(length);
   const CodonWeights codons = weighCodons(model, weights, rates.mean.substitution);
+  const std::array<float, kStartContexts> contextShare = {1.0f, 1.0f, afterStartShare(rates.mean)};
   Mixture mixture(rates.mean.substitution);
   int gcClass = 0;
   for (std::size_t i = 0; i < length; ++i) {
@@ -159,7 +168,7 @@ void emit(const HmmModel& model, const PathWeights& weights, const ReadView& rea
       out.stop = codons.stop[codon];
       if (codons.start[codon] > 0.0f) {
         out.start = weights.start[contexts[i]] * codons.start[codon] *
-                    kozakRatio(model, read.codes, static_cast<int>(i));
+                    kozakRatio(model, read.codes, static_cast<int>(i)) * contextShare[contexts[i]];
       }
     }
     out.insertion = known ? 0.25f * base.insertion : base.insertion;

@@ -21,10 +21,8 @@ std::vector<BaseEmission> emissionsOf(const ReadView& read, const FileRates& rat
   return emissions;
 }
 
-FileRates ratesOf(float insertion, float deletion, float substitution) {
-  FileRates rates;
-  rates.mean = {insertion, deletion, substitution};
-  return rates;
+FileRates ratesOf(double insertion, double deletion, double substitution) {
+  return FileRates({insertion, deletion, substitution}, {});
 }
 
 TEST(Emissions, ContextsFillUpWithCodesOfTheirOwn) {
@@ -38,7 +36,7 @@ TEST(Emissions, ContextsFillUpWithCodesOfTheirOwn) {
 
 TEST(Emissions, SubstitutionIsAMixture) {
   const auto codes = codesOf("AT");
-  const auto e = emissionsOf({codes, {}}, ratesOf(0.01f, 0.02f, 0.03f));
+  const auto e = emissionsOf({codes, {}}, ratesOf(0.01, 0.02, 0.03));
   EXPECT_NEAR(e[0].kind[kPhase0], 0.97 * 0.7 + 0.3 * 0.01, 1e-6);
   EXPECT_NEAR(e[0].kind[kPhase1], 0.97 * 0.1 + 0.9 * 0.01, 1e-6);
   EXPECT_NEAR(e[0].kind[kUtr5], 0.25, 1e-6);
@@ -49,7 +47,7 @@ TEST(Emissions, SubstitutionIsAMixture) {
 
 TEST(Emissions, FactorsWeighErrorFreeBasesOnly) {
   const auto codes = codesOf("A");
-  const auto e = emissionsOf({codes, {}}, ratesOf(0, 0, 0.03f), {{2, 3, 4, 5, 6, 7}});
+  const auto e = emissionsOf({codes, {}}, ratesOf(0, 0, 0.03), {{2, 3, 4, 5, 6, 7}});
   EXPECT_NEAR(e[0].kind[kPhase0], 2 * 0.97 * 0.7 + 0.3 * 0.01, 1e-6);
   EXPECT_NEAR(e[0].kind[kUtr5], 5 * 0.25, 1e-6);
   EXPECT_NEAR(e[0].kind[kNoncodingRead], 7 * 0.25, 1e-6);
@@ -57,7 +55,7 @@ TEST(Emissions, FactorsWeighErrorFreeBasesOnly) {
 
 TEST(Emissions, UnknownBaseIsAnyBase) {
   const auto codes = codesOf("N");
-  const auto e = emissionsOf({codes, {}}, ratesOf(0.01f, 0.02f, 0.03f), {{2, 3, 4, 5, 6, 7}});
+  const auto e = emissionsOf({codes, {}}, ratesOf(0.01, 0.02, 0.03), {{2, 3, 4, 5, 6, 7}});
   for (std::size_t kind = 0; kind < kEmissionKinds; ++kind) {
     EXPECT_EQ(e[0].kind[kind], static_cast<float>(kind + 2));
   }
@@ -83,6 +81,15 @@ TEST(Emissions, LastStartOrStopInFrameIsTheContext) {
   EXPECT_EQ(std::vector<int>(contexts.begin(), contexts.end()), expected);
 }
 
+TEST(Emissions, StartsBehindAnotherAreRareWhereErrorsAre) {
+  EXPECT_FLOAT_EQ(afterStartShare({0.0f, 0.0f, 0.1f}), 0.01f);
+  EXPECT_FLOAT_EQ(afterStartShare({0.01f, 0.015f, 0.0f}), 0.01f + 0.125f);
+  const auto codes = codesOf("ATGATG");
+  const auto e = emissionsOf({codes, {}}, ratesOf(0.01, 0.015, 0.0));
+  EXPECT_NEAR(e[0].start, 0.05, 1e-5);
+  EXPECT_NEAR(e[3].start, 0.01 * 0.135, 1e-6);
+}
+
 TEST(Emissions, StartWeightCountsTheBasesAround) {
   HmmModel model = toyModel();
   model.kozak[6][0] = 3.0f;  // A at -3
@@ -104,11 +111,8 @@ TEST(Emissions, StopWeightIsASumOverTheStops) {
 }
 
 TEST(Emissions, QualitiesChooseTheRates) {
-  FileRates rates = ratesOf(0.01f, 0.01f, 0.01f);
-  rates.byQuality = true;
-  rates.binOf[30] = 1;
-  rates.ofBin[0] = {0.04f, 0.05f, 0.06f};
-  rates.ofBin[1] = {0.001f, 0.002f, 0.003f};
+  const QualityBin bins[] = {{20, {4, 5, 6}}, {255, {0.1, 0.2, 0.3}}};
+  const FileRates rates({0.01, 0.01, 0.01}, bins);
   const auto codes = codesOf("AAA");
   const std::vector<std::uint8_t> phred = {30, 2, 30};
   const auto e = emissionsOf({codes, phred}, rates);

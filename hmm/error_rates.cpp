@@ -16,7 +16,7 @@ namespace {
 constexpr std::size_t kMostReads = 300;
 constexpr double kCodingLogOdds = 3.0;  // reads below tell nothing about coding bases
 
-constexpr BaseRates kFirstGuess = {0.005f, 0.007f, 0.010f};
+constexpr BaseErrorRates kFirstGuess = {0.005, 0.007, 0.010};
 
 // The kinds of errors, in the order of BaseRates.
 enum ErrorKind { kInserted, kDeleted, kSubstituted };
@@ -41,48 +41,53 @@ double acceleratedStep(double expected, double old) {
   return old * static_cast<double>(powerOfTwo(static_cast<float>(std::clamp(power, -20.0, 20.0))));
 }
 
-float cut(double rate, double least, double most) {
-  return static_cast<float>(std::clamp(rate, least, most));
-}
+double substitutionFor(double indels) { return std::clamp(indels, 0.001, 0.013); }
 
-float substitutionFor(double indels) { return cut(indels, 0.001, 0.013); }
+// Coding regions that do not look like one pass for this many errors in error-free reads.
+constexpr double kMisfit = 3e-5;
+constexpr double kLeastRate = 1e-6;
 
 // The network sharpens posteriors, while the rates learnt without it absorb what the tables do not
 // explain: fewer errors are left for it. Where errors are frequent, they are real.
 double shareKept(double indels) { return 0.8 + 0.2 * std::clamp((indels - 0.03) / 0.03, 0.0, 1.0); }
 
+// The kinds of errors, in the order of ErrorKind.
+constexpr double BaseErrorRates::*kRateOf[kErrorKinds] = {
+    &BaseErrorRates::insertion, &BaseErrorRates::deletion, &BaseErrorRates::substitution};
+
 class Learner {
  public:
-  Learner(const HmmModel& model, std::span<const ReadView> sample)
+  Learner(const HmmModel& model, const BaseErrorRates& first, std::span<const ReadView> sample)
       : model_(model), scale_(sample), sample_(spread(sample)) {
-    rates_.mean = kFirstGuess;
-    setQualities();
+    learnt_.mean = first;
+    multipliers_.fill(scale_.statedMultipliers());
+    fillBins();
   }
 
-  FileRates learn() {
-    const int rounds = scale_.tells() ? 6 : 4;
+  LearntRates learn() {
+    const int rounds = hasQualities() ? 6 : 4;
     for (int round = 0; round < rounds; ++round) {
       const ExpectedErrors errors = expectedErrors();
       if (errors.codingBases <= 0.0) break;
       updateMean(errors);
       updateQualities(errors);
     }
-    const double kept = shareKept(rates_.mean.insertion + rates_.mean.deletion);
-    rates_.mean.insertion = static_cast<float>(kept * rates_.mean.insertion);
-    rates_.mean.deletion = static_cast<float>(kept * rates_.mean.deletion);
-    rates_.mean.substitution = substitutionFor(rates_.mean.insertion + rates_.mean.deletion);
-    fillBins();
-    return rates_;
+    BaseErrorRates& mean = learnt_.mean;
+    const double kept = shareKept(mean.insertion + mean.deletion);
+    mean.insertion = std::max(kLeastRate, kept * mean.insertion - kMisfit);
+    mean.deletion = std::max(kLeastRate, kept * mean.deletion - kMisfit);
+    mean.substitution = substitutionFor(mean.insertion + mean.deletion);
+    return learnt_;
   }
 
-  FileRates learnQualities(const BaseRates& mean) {
-    rates_.mean = mean;
-    fillBins();
-    for (int round = 0; round < 6 && scale_.tells(); ++round) updateQualities(expectedErrors());
-    return rates_;
+  LearntRates learnQualities() {
+    for (int round = 0; round < 6 && hasQualities(); ++round) updateQualities(expectedErrors());
+    return learnt_;
   }
 
  private:
+  bool hasQualities() const { return !scale_.bins().empty(); }
+
   static std::vector<ReadView> spread(std::span<const ReadView> sample) {
     const std::size_t count = std::min(kMostReads, sample.size());
     std::vector<ReadView> chosen;
@@ -90,22 +95,17 @@ class Learner {
     return chosen;
   }
 
-  void setQualities() {
-    rates_.byQuality = scale_.tells();
-    if (!rates_.byQuality) return;
-    rates_.binOf = scale_.binOf();
-    multipliers_.fill(scale_.statedMultipliers());
-    fillBins();
-  }
-
   void fillBins() {
-    if (!rates_.byQuality) return;
-    for (std::size_t b = 0; b < kQualityBins; ++b) {
-      rates_.ofBin[b].insertion = cut(rates_.mean.insertion * multipliers_[kInserted][b], 0, 0.06);
-      rates_.ofBin[b].deletion = cut(rates_.mean.deletion * multipliers_[kDeleted][b], 0, 0.12);
-      rates_.ofBin[b].substitution =
-          cut(rates_.mean.substitution * multipliers_[kSubstituted][b], 1e-5, 0.3);
+    learnt_.qualities.clear();
+    for (std::size_t b = 0; b < scale_.bins().size(); ++b) {
+      QualityBin bin;
+      bin.most = scale_.bins()[b];
+      for (std::size_t kind = 0; kind < kErrorKinds; ++kind) {
+        bin.factors.*kRateOf[kind] = multipliers_[kind][b];
+      }
+      learnt_.qualities.push_back(bin);
     }
+    rates_ = FileRates(learnt_.mean, learnt_.qualities);
   }
 
   ExpectedErrors expectedErrors() {
@@ -157,14 +157,15 @@ class Learner {
     const auto rate = [&](ErrorKind kind, double old) {
       return acceleratedStep((errors.total(kind) + 0.1) / (errors.codingBases + 1000.0), old);
     };
-    rates_.mean.insertion = cut(rate(kInserted, rates_.mean.insertion), 1e-5, 0.04);
-    rates_.mean.deletion = cut(rate(kDeleted, rates_.mean.deletion), 1e-5, 0.06);
-    rates_.mean.substitution = substitutionFor(rates_.mean.insertion + rates_.mean.deletion);
+    BaseErrorRates& mean = learnt_.mean;
+    mean.insertion = std::clamp(rate(kInserted, mean.insertion), 1e-5, 0.04);
+    mean.deletion = std::clamp(rate(kDeleted, mean.deletion), 1e-5, 0.06);
+    mean.substitution = substitutionFor(mean.insertion + mean.deletion);
     fillBins();
   }
 
   void updateQualities(const ExpectedErrors& errors) {
-    if (!rates_.byQuality) return;
+    if (!hasQualities()) return;
     for (std::size_t kind = 0; kind < kErrorKinds; ++kind) {
       scale_.refine(errors.events[kind], errors.modelled[kind], multipliers_[kind]);
     }
@@ -175,20 +176,21 @@ class Learner {
   const QualityScale scale_;
   const std::vector<ReadView> sample_;
   std::array<BinMultipliers, kErrorKinds> multipliers_{};
-  FileRates rates_;
+  LearntRates learnt_;
+  FileRates rates_;  // of learnt_
   ReadLattice lattice_;
 };
 
 }  // namespace
 
-FileRates learnErrorRates(const HmmModel& model, std::span<const ReadView> sample) {
-  if (sample.size() < kLeastReadsForRates) return FileRates{};
-  return Learner(model, sample).learn();
+LearntRates learnErrorRates(const HmmModel& model, std::span<const ReadView> sample) {
+  if (sample.size() < kLeastReadsForRates) return learnQualityRates(model, kDefaultRates, sample);
+  return Learner(model, kFirstGuess, sample).learn();
 }
 
-FileRates learnQualityRates(const HmmModel& model, const BaseRates& mean,
-                            std::span<const ReadView> sample) {
-  return Learner(model, sample).learnQualities(mean);
+LearntRates learnQualityRates(const HmmModel& model, const BaseErrorRates& mean,
+                              std::span<const ReadView> sample) {
+  return Learner(model, mean, sample).learnQualities();
 }
 
 }  // namespace velto

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <span>
+#include <vector>
 
 #include "core/read_view.h"
 #include "hmm/base_rates.h"
@@ -9,17 +10,22 @@
 
 namespace velto {
 
-// Fewer reads tell nothing: the default rates are taken.
+// Fewer reads tell nothing about the mean rates.
 constexpr std::size_t kLeastReadsForRates = 20;
 
-// Learns insertion, deletion and substitution rates by expectation maximisation on up to 300 reads
-// spread over the sample, those that look coding by the count tables alone. Where the reads have
-// qualities that differ, their bins get rates of their own. The result depends on the arguments
-// alone.
-FileRates learnErrorRates(const HmmModel& model, std::span<const ReadView> sample);
+struct LearntRates {
+  BaseErrorRates mean;
+  std::vector<QualityBin> qualities;  // empty: they tell nothing
+};
 
-// The same with these mean rates, however many reads: only what qualities say is learnt.
-FileRates learnQualityRates(const HmmModel& model, const BaseRates& mean,
-                            std::span<const ReadView> sample);
+// Learns insertion, deletion and substitution rates by expectation maximisation on up to 300 reads
+// spread over the sample, those that look coding by the count tables alone; fewer than
+// kLeastReadsForRates reads have the default rates. Where the reads have qualities that differ,
+// their bins get rates of their own. The result depends on the arguments alone.
+LearntRates learnErrorRates(const HmmModel& model, std::span<const ReadView> sample);
+
+// The same with these mean rates: only what qualities say is learnt.
+LearntRates learnQualityRates(const HmmModel& model, const BaseErrorRates& mean,
+                              std::span<const ReadView> sample);
 
 }  // namespace velto

@@ -16,32 +16,32 @@ ToyReads readsOf(int count, const ToyReads::Errors& errors) {
 // Of what the reads hold, a share is kept for the network: 0.8 where errors are rare.
 TEST(ErrorRates, FindsTheRatesOfReads) {
   const ToyReads reads = readsOf(300, {0.004, 0.008});
-  const FileRates rates = learnErrorRates(toyModel(), reads.views());
+  const LearntRates rates = learnErrorRates(toyModel(), reads.views());
   EXPECT_NEAR(rates.mean.insertion, 0.8 * 0.004, 0.0008);
   EXPECT_NEAR(rates.mean.deletion, 0.8 * 0.008, 0.0012);
-  EXPECT_FLOAT_EQ(rates.mean.substitution, rates.mean.insertion + rates.mean.deletion);
-  EXPECT_FALSE(rates.byQuality);
+  EXPECT_DOUBLE_EQ(rates.mean.substitution, rates.mean.insertion + rates.mean.deletion);
+  EXPECT_TRUE(rates.qualities.empty());
 }
 
 TEST(ErrorRates, FrequentErrorsAreKeptWhole) {
   const ToyReads reads = readsOf(300, {0.03, 0.05});
-  const FileRates rates = learnErrorRates(toyModel(), reads.views());
+  const LearntRates rates = learnErrorRates(toyModel(), reads.views());
   EXPECT_NEAR(rates.mean.insertion, 0.03, 0.008);
   EXPECT_NEAR(rates.mean.deletion, 0.05, 0.01);
-  EXPECT_FLOAT_EQ(rates.mean.substitution, 0.013f);
+  EXPECT_EQ(rates.mean.substitution, 0.013);
 }
 
 TEST(ErrorRates, CleanReadsHaveNextToNone) {
   const ToyReads reads = readsOf(300, {});
-  const FileRates rates = learnErrorRates(toyModel(), reads.views());
+  const LearntRates rates = learnErrorRates(toyModel(), reads.views());
   EXPECT_LT(rates.mean.insertion, 1e-4);
   EXPECT_LT(rates.mean.deletion, 1e-4);
-  EXPECT_FLOAT_EQ(rates.mean.substitution, 0.001f);
+  EXPECT_EQ(rates.mean.substitution, 0.001);
 }
 
 TEST(ErrorRates, FewReadsKeepTheDefaults) {
   const ToyReads reads = readsOf(19, {});
-  const FileRates rates = learnErrorRates(toyModel(), reads.views());
+  const LearntRates rates = learnErrorRates(toyModel(), reads.views());
   EXPECT_EQ(rates.mean.insertion, kDefaultRates.insertion);
   EXPECT_EQ(rates.mean.deletion, kDefaultRates.deletion);
 }
@@ -49,9 +49,9 @@ TEST(ErrorRates, FewReadsKeepTheDefaults) {
 TEST(ErrorRates, ReadsThatDoNotCodeTellNothing) {
   ToyReads reads(3);
   for (int i = 0; i < 100; ++i) reads.addEven(300);
-  const FileRates rates = learnErrorRates(toyModel(), reads.views());
-  EXPECT_FLOAT_EQ(rates.mean.insertion, 0.8f * 0.005f);
-  EXPECT_FLOAT_EQ(rates.mean.deletion, 0.8f * 0.007f);
+  const LearntRates rates = learnErrorRates(toyModel(), reads.views());
+  EXPECT_NEAR(rates.mean.insertion, 0.8 * 0.005, 5e-5);
+  EXPECT_NEAR(rates.mean.deletion, 0.8 * 0.007, 5e-5);
 }
 
 TEST(ErrorRates, EmptyAndUnknownReadsAreHarmless) {
@@ -59,34 +59,34 @@ TEST(ErrorRates, EmptyAndUnknownReadsAreHarmless) {
   for (std::size_t r = 20; r < 40; ++r) codes[r].assign(r - 19, kUnknownBase);
   std::vector<ReadView> views;
   for (const auto& read : codes) views.push_back({read, {}});
-  EXPECT_GT(learnErrorRates(toyModel(), views).mean.insertion, 0.0f);
+  EXPECT_GT(learnErrorRates(toyModel(), views).mean.insertion, 0.0);
   EXPECT_EQ(learnErrorRates(toyModel(), {}).mean.insertion, kDefaultRates.insertion);
 }
 
 TEST(ErrorRates, DoubtfulBasesGetTheErrors) {
   const ToyReads reads = readsOf(300, {0.006, 0.008, 0.1, 8, 40});
-  const FileRates rates = learnErrorRates(toyModel(), reads.views(true));
-  ASSERT_TRUE(rates.byQuality);
-  const BaseRates& low = rates.ofBin[rates.binOf[8]];
-  const BaseRates& high = rates.ofBin[rates.binOf[40]];
+  const LearntRates rates = learnErrorRates(toyModel(), reads.views(true));
+  ASSERT_EQ(rates.qualities.size(), 2U);
+  const BaseErrorRates &low = rates.qualities[0].factors, &high = rates.qualities[1].factors;
+  EXPECT_EQ(rates.qualities[0].most, 8);
+  EXPECT_EQ(rates.qualities[1].most, 255);
   EXPECT_GT(low.insertion, 10 * high.insertion);
   EXPECT_GT(low.deletion, 5 * high.deletion);
-  EXPECT_LE(low.insertion, 0.06f);
-  EXPECT_LE(low.deletion, 0.12f);
+  EXPECT_NEAR(0.1 * low.insertion + 0.9 * high.insertion, 1.0, 0.06);
 }
 
 TEST(ErrorRates, EqualQualitiesAreOff) {
   const ToyReads reads = readsOf(100, {0.006, 0.008, 0.1, 20, 20});
-  EXPECT_FALSE(learnErrorRates(toyModel(), reads.views(true)).byQuality);
+  EXPECT_TRUE(learnErrorRates(toyModel(), reads.views(true)).qualities.empty());
 }
 
 TEST(ErrorRates, GivenRatesStayAndQualitiesAreLearnt) {
   const ToyReads reads = readsOf(300, {0.006, 0.008, 0.1, 8, 40});
-  const FileRates rates = learnQualityRates(toyModel(), {0.01f, 0.02f, 0.03f}, reads.views(true));
-  EXPECT_EQ(rates.mean.insertion, 0.01f);
-  EXPECT_EQ(rates.mean.deletion, 0.02f);
-  EXPECT_EQ(rates.mean.substitution, 0.03f);
-  EXPECT_GT(rates.ofBin[rates.binOf[8]].insertion, rates.ofBin[rates.binOf[40]].insertion);
+  const LearntRates rates = learnQualityRates(toyModel(), {0.01, 0.02, 0.03}, reads.views(true));
+  EXPECT_EQ(rates.mean.insertion, 0.01);
+  EXPECT_EQ(rates.mean.deletion, 0.02);
+  EXPECT_EQ(rates.mean.substitution, 0.03);
+  EXPECT_GT(rates.qualities[0].factors.insertion, rates.qualities[1].factors.insertion);
 }
 
 }  // namespace

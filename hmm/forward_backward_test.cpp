@@ -12,11 +12,7 @@
 namespace velto {
 namespace {
 
-FileRates testRates() {
-  FileRates rates;
-  rates.mean = {0.03f, 0.05f, 0.04f};
-  return rates;
-}
+FileRates testRates() { return FileRates({0.03, 0.05, 0.04}, {}); }
 
 // Every path of a read, one state after the other, straight from the drawing of the states.
 class AllPaths {

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
+#include <iterator>
 #include <numeric>
 #include <utility>
 #include <vector>
@@ -9,6 +11,7 @@
 #include "hmm/coding_path.h"
 #include "hmm/error_rates.h"
 #include "hmm/float_math.h"
+#include "hmm/hmm_model_file.h"
 #ifdef VELTO_HIGHWAY
 #include "hmm/lattice_lanes.h"
 #endif
@@ -47,27 +50,45 @@ std::vector<std::size_t> longestFirst(std::span<const ReadView> reads) {
 // What turns posteriors into those given that the read codes.
 float givenCoding(const Call& call) { return static_cast<float>(1.0 / logisticOf(call.score)); }
 
-ReadView withoutQualities(const ReadView& read) { return {read.codes, {}}; }
+std::shared_ptr<const HmmModel> loadModel(const FileSource& files) {
+  const auto in = files.open(kHmmModelFile);
+  const std::string text{std::istreambuf_iterator<char>(*in), {}};
+  const auto model = std::make_shared<HmmModel>();
+  const HmmFileStatus status = readHmmModel(text, *model);
+  if (!status.regular()) {
+    throw ModelError(files.path(kHmmModelFile) + ":" + std::to_string(status.line) + ": " +
+                     status.reason);
+  }
+  return model;
+}
+
+void fillScores(const std::vector<FramePosterior>& frames, double probability, Call& call) {
+  for (std::size_t f = 0; f < 3; ++f) {
+    call.scores[f].clear();
+    for (const FramePosterior& base : frames) {
+      call.scores[f].push_back(std::min(1.0, static_cast<double>(base.frame[f])) * probability);
+    }
+  }
+}
 
 }  // namespace
 
-HmmDecoder::HmmDecoder(std::shared_ptr<const HmmModel> model, HmmOptions options)
-    : model_(std::move(model)),
-      options_(options),
-      codingShare_(options.codingShare.value_or(model_->decision.codingShare)) {
-  if (options_.errorRates) rates_.mean = *options_.errorRates;
-}
+HmmDecoder::HmmDecoder(const FileSource& files) : HmmDecoder(loadModel(files)) {}
+
+HmmDecoder::HmmDecoder(std::shared_ptr<const HmmModel> model)
+    : model_(std::move(model)), codingShare_(model_->decision.codingShare) {}
 
 std::unique_ptr<Decoder::Scratch> HmmDecoder::scratch() const {
   return std::make_unique<HmmScratch>();
 }
 
-void HmmDecoder::decode(const ReadView& read, const Wishes&, Scratch& scratch, Call& call) const {
+void HmmDecoder::decode(const ReadView& read, const Wishes& wishes, Scratch& scratch,
+                        Call& call) const {
   auto& own = static_cast<HmmScratch&>(scratch);
   own.lattice.run(*model_, rates_, read, true);
-  if (!decide(own.lattice.evidence(), call)) return;
+  if (!decide(own.lattice.evidence(), wishes, call)) return;
   framePosteriors(own.lattice.posteriors, givenCoding(call), own.frames);
-  findCodingPath(own.frames, own.trace, call);
+  finish(own.frames, wishes, own.trace, call);
 }
 
 #ifdef VELTO_HIGHWAY
@@ -89,9 +110,9 @@ void HmmDecoder::decodeAll(std::span<const ReadView> reads, const Wishes& wishes
     own.lanes.run(model_->weights, std::span(own.emissions).first(group.size()));
     for (std::size_t lane = 0; lane < group.size(); ++lane) {
       Call& call = calls[group[lane]];
-      if (!decide(own.lanes.evidence(lane), call)) continue;
+      if (!decide(own.lanes.evidence(lane), wishes, call)) continue;
       own.lanes.framePosteriors(lane, givenCoding(call), own.frames);
-      findCodingPath(own.frames, own.trace, call);
+      finish(own.frames, wishes, own.trace, call);
     }
   }
 }
@@ -102,24 +123,47 @@ void HmmDecoder::decodeAll(std::span<const ReadView> reads, const Wishes& wishes
 }
 #endif
 
-bool HmmDecoder::decide(const ReadEvidence& evidence, Call& call) const {
+bool HmmDecoder::decide(const ReadEvidence& evidence, const Wishes& wishes, Call& call) const {
   const ReadDecision& decision = model_->decision;
   call.clear();
   call.score = evidence.logOdds;
   call.probability =
       withShare(codingProbability(decision, evidence), decision.codingShare, codingShare_);
-  call.coding = call.probability >= options_.minProbability;
-  return call.coding;
+  const double least = std::isnan(wishes.minProbability) ? kMinProbability : wishes.minProbability;
+  call.coding = call.probability >= least;
+  return call.coding || wishes.scores;
 }
 
-std::shared_ptr<const Decoder> HmmDecoder::fitted(std::span<const ReadView> sample) const {
-  std::vector<ReadView> reads(sample.begin(), sample.end());
-  if (!options_.useQualities)
-    std::transform(reads.begin(), reads.end(), reads.begin(), withoutQualities);
+void HmmDecoder::finish(const std::vector<FramePosterior>& frames, const Wishes& wishes,
+                        PathTrace& trace, Call& call) {
+  if (call.coding) findCodingPath(frames, trace, call);
+  if (wishes.scores) fillScores(frames, call.probability, call);
+}
+
+Calibration HmmDecoder::learn(std::span<const ReadView> sample, const Calibration& known) const {
+  Calibration learnt = known;
+  learnt.reads = static_cast<int>(sample.size());
+  if (!known.errorRates || known.qualities.empty()) {
+    const LearntRates rates = known.errorRates
+                                  ? learnQualityRates(*model_, *known.errorRates, sample)
+                                  : learnErrorRates(*model_, sample);
+    const bool tells = known.errorRates || sample.size() >= kLeastReadsForRates;
+    if (tells) learnt.errorRates = rates.mean;
+    if (known.qualities.empty()) learnt.qualities = rates.qualities;
+  }
+  if (!known.codingShare && sample.size() >= kLeastReadsForShare) {
+    HmmDecoder fitted(*this);
+    fitted.rates_ = FileRates(learnt.errorRates.value_or(kDefaultRates), learnt.qualities);
+    learnt.codingShare = fitted.learnShare(sample);
+  }
+  return learnt;
+}
+
+std::shared_ptr<const Decoder> HmmDecoder::calibrated(const Calibration& calibration) const {
   const auto fitted = std::make_shared<HmmDecoder>(*this);
-  fitted->rates_ = options_.errorRates ? learnQualityRates(*model_, *options_.errorRates, reads)
-                                       : learnErrorRates(*model_, reads);
-  if (!options_.codingShare) fitted->codingShare_ = fitted->learnShare(reads);
+  fitted->rates_ = FileRates(calibration.errorRates.value_or(kDefaultRates), calibration.qualities);
+  fitted->codingShare_ =
+      std::clamp(calibration.codingShare.value_or(model_->decision.codingShare), 0.001, 0.999);
   return fitted;
 }
 

@@ -2,30 +2,27 @@
 #pragma once
 
 #include <memory>
-#include <optional>
+#include <vector>
 
 #include "core/decoder.h"
+#include "core/file_source.h"
 #include "hmm/base_rates.h"
+#include "hmm/coding_path.h"
 #include "hmm/hmm_model.h"
 #include "hmm/read_decision.h"
 
 namespace velto {
 
-// What a user may set.
-struct HmmOptions {
-  double minProbability = kMinProbability;  // of a read that is called coding
-  std::optional<BaseRates> errorRates;      // mean rates; nothing: learnt from the file
-  std::optional<double> codingShare;        // share of coding reads; nothing: learnt from the file
-  bool useQualities = true;
-};
-
 // Score of a call: natural logarithm of the odds that the read codes, as the model itself sees
-// them; the higher one of two strands is right. Probability: calibrated, and for this file's share
-// of coding reads. Confidence of a frameshift: posterior of such a shift within eight bases, given
-// that the read codes.
+// them; the higher one of two strands is right. Probability: calibrated, and for the file's share
+// of coding reads. Scores: posterior of each frame times that probability. Confidence of a
+// frameshift: posterior of such a shift within eight bases, given that the read codes.
 class HmmDecoder : public Decoder {
  public:
-  explicit HmmDecoder(std::shared_ptr<const HmmModel> model, HmmOptions options = {});
+  // Reads kHmmModelFile. Throws ModelError naming file, line and reason.
+  explicit HmmDecoder(const FileSource& files);
+
+  explicit HmmDecoder(std::shared_ptr<const HmmModel> model);
 
   std::unique_ptr<Scratch> scratch() const override;
   void decode(const ReadView& read, const Wishes& wishes, Scratch& scratch,
@@ -35,21 +32,24 @@ class HmmDecoder : public Decoder {
   void decodeAll(std::span<const ReadView> reads, const Wishes& wishes, Scratch& scratch,
                  std::span<Call> calls) const override;
 
-  // This decoder with error rates learnt from the sample, and from up to 1000 reads the share of
-  // coding reads.
-  std::shared_ptr<const Decoder> fitted(std::span<const ReadView> sample) const;
+  // Learns error rates from up to 300 reads and the share of coding reads from up to 1000; too
+  // few reads leave them unknown.
+  Calibration learn(std::span<const ReadView> sample, const Calibration& known) const override;
 
-  const FileRates& rates() const { return rates_; }
-  double codingShare() const { return codingShare_; }
+  // What is unknown has default values: those of a single read.
+  std::shared_ptr<const Decoder> calibrated(const Calibration& calibration) const override;
 
  private:
   double learnShare(std::span<const ReadView> sample) const;
 
-  // Sets all of the call but the path; true if a path is wanted.
-  bool decide(const ReadEvidence& evidence, Call& call) const;
+  // Sets all of the call but path and scores; true if one of them is wanted.
+  bool decide(const ReadEvidence& evidence, const Wishes& wishes, Call& call) const;
+
+  // Adds path and scores from the posteriors given that the read codes.
+  static void finish(const std::vector<FramePosterior>& frames, const Wishes& wishes,
+                     PathTrace& trace, Call& call);
 
   std::shared_ptr<const HmmModel> model_;
-  HmmOptions options_;
   FileRates rates_;
   double codingShare_;
 };

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "hmm/hmm_model_file.h"
 #include "hmm/toy_reads.h"
 
 namespace velto {
@@ -9,9 +10,9 @@ namespace {
 
 std::shared_ptr<const HmmModel> sharedToy() { return std::make_shared<HmmModel>(toyModel()); }
 
-Call decoded(const Decoder& decoder, const ReadView& read) {
+Call decoded(const Decoder& decoder, const ReadView& read, const Wishes& wishes = {}) {
   Call call;
-  decoder.decode(read, {}, *decoder.scratch(), call);
+  decoder.decode(read, wishes, *decoder.scratch(), call);
   return call;
 }
 
@@ -76,24 +77,46 @@ TEST(HmmDecoder, FindsAnExtraBase) {
 TEST(HmmDecoder, ThresholdDecides) {
   ToyReads reads(5);
   reads.addEven(300);
-  HmmOptions options;
-  options.minProbability = 0.0;
-  const Call call = decoded(HmmDecoder(sharedToy(), options), reads.views()[0]);
+  reads.addCoding(100, {});
+  const HmmDecoder decoder(sharedToy());
+  Wishes wishes;
+  wishes.minProbability = 0.0;
+  const Call call = decoded(decoder, reads.views()[0], wishes);
   EXPECT_TRUE(call.coding);
   EXPECT_GE(call.start, 0);
-  options.minProbability = 1.1;
+  wishes.minProbability = 1.1;
+  EXPECT_FALSE(decoded(decoder, reads.views()[1], wishes).coding);
+}
+
+TEST(HmmDecoder, ScoresArePosteriorsOfTheFrames) {
+  ToyReads reads(5);
   reads.addCoding(100, {});
-  EXPECT_FALSE(decoded(HmmDecoder(sharedToy(), options), reads.views()[1]).coding);
+  reads.addEven(300);
+  Wishes wishes;
+  wishes.scores = true;
+  for (const ReadView& read : reads.views()) {
+    const Call call = decoded(HmmDecoder(sharedToy()), read, wishes);
+    ASSERT_EQ(call.scores[2].size(), 300U);
+    for (std::size_t i = 0; i < 300; ++i) {
+      const double sum = call.scores[0][i] + call.scores[1][i] + call.scores[2][i];
+      EXPECT_GE(sum, 0.0);
+      EXPECT_LE(sum, call.probability + 1e-4);
+    }
+    if (call.coding) {
+      EXPECT_GT(call.scores[0][150], 0.9);
+    }
+  }
 }
 
 TEST(HmmDecoder, ReadsOfAnyLengthAndOfUnknownBasesAreDecoded) {
-  HmmOptions options;
-  options.minProbability = 0.0;
-  const HmmDecoder decoder(sharedToy(), options);
+  Wishes wishes;
+  wishes.minProbability = 0.0;
+  wishes.scores = true;
+  const HmmDecoder decoder(sharedToy());
   for (int length = 1; length <= 40; ++length) {
     for (const short code : {kUnknownBase, short{0}, short{3}}) {
       const std::vector<short> codes(static_cast<std::size_t>(length), code);
-      const Call call = decoded(decoder, {codes, {}});
+      const Call call = decoded(decoder, {codes, {}}, wishes);
       EXPECT_TRUE(call.coding);
       EXPECT_GE(call.probability, 0.0);
       EXPECT_LE(call.probability, 1.0);
@@ -121,50 +144,76 @@ TEST(HmmDecoder, ScratchCarriesNothingOver) {
 TEST(HmmDecoder, CalibrationLearnsRatesAndShare) {
   ToyReads reads(7);
   for (int i = 0; i < 100; ++i) reads.addCoding(150, {0.01, 0.02});
-  const HmmDecoder plain(sharedToy());
-  const auto fitted = std::dynamic_pointer_cast<const HmmDecoder>(plain.fitted(reads.views()));
-  ASSERT_NE(fitted, nullptr);
-  EXPECT_GT(fitted->rates().mean.deletion, 0.01f);
-  EXPECT_GT(fitted->codingShare(), 0.85);
-  EXPECT_EQ(plain.rates().mean.deletion, kDefaultRates.deletion);
+  const HmmDecoder decoder(sharedToy());
+  const Calibration learnt = decoder.learn(reads.views(), {});
+  EXPECT_EQ(learnt.reads, 100);
+  ASSERT_TRUE(learnt.errorRates.has_value());
+  EXPECT_GT(learnt.errorRates->deletion, 0.01);
+  ASSERT_TRUE(learnt.codingShare.has_value());
+  EXPECT_GT(*learnt.codingShare, 0.85);
+  EXPECT_TRUE(learnt.qualities.empty());
 }
 
-TEST(HmmDecoder, TinyFilesKeepTheDefaults) {
-  for (const int count : {0, 1, 10}) {
+TEST(HmmDecoder, CalibratedDecodingDiffers) {
+  ToyReads reads(7);
+  reads.addCoding(20, {});
+  const HmmDecoder decoder(sharedToy());
+  Calibration calibration;
+  const double plain = decoded(decoder, reads.views()[0]).probability;
+  EXPECT_EQ(decoded(*decoder.calibrated(calibration), reads.views()[0]).probability, plain);
+  calibration.codingShare = 0.1;
+  EXPECT_LT(decoded(*decoder.calibrated(calibration), reads.views()[0]).probability, plain);
+  calibration.codingShare.reset();
+  calibration.errorRates = BaseErrorRates{0.05, 0.05, 0.05};
+  EXPECT_NE(decoded(*decoder.calibrated(calibration), reads.views()[0]).probability, plain);
+}
+
+TEST(HmmDecoder, TinyFilesLearnNothing) {
+  for (const int count : {0, 1, 10, 19}) {
     ToyReads reads(7);
-    for (int i = 0; i < count; ++i) reads.addCoding(150, {});
-    const HmmDecoder plain(sharedToy());
-    const auto fitted =
-        std::dynamic_pointer_cast<const HmmDecoder>(plain.fitted(reads.views()));
-    ASSERT_NE(fitted, nullptr);
-    EXPECT_EQ(fitted->rates().mean.insertion, kDefaultRates.insertion);
-    EXPECT_EQ(fitted->codingShare(), plain.codingShare());
+    for (int i = 0; i < count; ++i) reads.addCoding(50, {});
+    const Calibration learnt = HmmDecoder(sharedToy()).learn(reads.views(), {});
+    EXPECT_FALSE(learnt.errorRates.has_value()) << count;
+    EXPECT_FALSE(learnt.codingShare.has_value()) << count;
   }
 }
 
-TEST(HmmDecoder, GivenRatesAndShareStay) {
+TEST(HmmDecoder, FiftyReadsTellRatesAndShare) {
   ToyReads reads(7);
-  for (int i = 0; i < 100; ++i) reads.addCoding(150, {0.01, 0.02});
-  HmmOptions options;
-  options.errorRates = BaseRates{0.001f, 0.002f, 0.003f};
-  options.codingShare = 0.3;
-  const HmmDecoder plain(sharedToy(), options);
-  const auto fitted = std::dynamic_pointer_cast<const HmmDecoder>(plain.fitted(reads.views()));
-  EXPECT_EQ(fitted->rates().mean.insertion, 0.001f);
-  EXPECT_EQ(fitted->codingShare(), 0.3);
+  for (int i = 0; i < 50; ++i) reads.addCoding(50, {});
+  const Calibration learnt = HmmDecoder(sharedToy()).learn(reads.views(), {});
+  EXPECT_TRUE(learnt.errorRates.has_value());
+  EXPECT_TRUE(learnt.codingShare.has_value());
 }
 
-TEST(HmmDecoder, QualitiesCanBeLeftOut) {
-  ToyReads reads(8);
-  for (int i = 0; i < 100; ++i) reads.addCoding(150, {0.01, 0.01, 0.1, 5, 40});
-  HmmOptions options;
-  const auto with = std::dynamic_pointer_cast<const HmmDecoder>(
-      HmmDecoder(sharedToy(), options).fitted(reads.views(true)));
-  EXPECT_TRUE(with->rates().byQuality);
-  options.useQualities = false;
-  const auto without = std::dynamic_pointer_cast<const HmmDecoder>(
-      HmmDecoder(sharedToy(), options).fitted(reads.views(true)));
-  EXPECT_FALSE(without->rates().byQuality);
+TEST(HmmDecoder, WhatIsKnownStays) {
+  ToyReads reads(7);
+  for (int i = 0; i < 100; ++i) reads.addCoding(150, {0.01, 0.02, 0.1, 5, 40});
+  Calibration known;
+  known.errorRates = BaseErrorRates{0.001, 0.002, 0.003};
+  known.codingShare = 0.3;
+  const Calibration learnt = HmmDecoder(sharedToy()).learn(reads.views(true), known);
+  EXPECT_EQ(learnt.errorRates->insertion, 0.001);
+  EXPECT_EQ(learnt.codingShare, 0.3);
+  EXPECT_EQ(learnt.qualities.size(), 2U);
+}
+
+MemorySource sourceOf(const std::string& text) {
+  return MemorySource(std::map<std::string, std::string>{{kHmmModelFile, text}});
+}
+
+TEST(HmmDecoder, ModelsAreReadFromTheirFile) {
+  const HmmDecoder decoder(sourceOf(hmmModelText(toyModel())));
+  ToyReads reads(5);
+  reads.addCoding(100, {});
+  expectSame(decoded(decoder, reads.views()[0]),
+             decoded(HmmDecoder(sharedToy()), reads.views()[0]));
+  try {
+    HmmDecoder damaged(sourceOf("VELTO posterior model 1\n\n"));
+    FAIL();
+  } catch (const ModelError& error) {
+    EXPECT_EQ(std::string(error.what()), "hmm/posterior.txt:2: missing number");
+  }
 }
 
 // Reads in lanes, in an order that is not that of their lengths, too long ones among them.

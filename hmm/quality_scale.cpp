@@ -28,21 +28,21 @@ QualityScale::QualityScale(std::span<const ReadView> sample) {
     for (const std::uint8_t phred : read.phred) count[phred] += 1.0;
     total += static_cast<double>(read.phred.size());
   }
-  tells_ = std::count_if(count.begin(), count.end(), [](double n) { return n > 0.0; }) > 1;
-  if (!tells_) return;
+  if (std::count_if(count.begin(), count.end(), [](double n) { return n > 0.0; }) < 2) return;
   double below = 0.0;
+  auto end = kBinEnds.begin();  // of the bin that is being filled
   for (std::size_t phred = 0; phred < count.size(); ++phred) {
+    if (count[phred] == 0.0) continue;
     const double rank = std::min(1.0, (below + 0.5 * count[phred]) / total);
-    const auto bin = static_cast<std::size_t>(
-        std::lower_bound(kBinEnds.begin(), kBinEnds.end(), rank) - kBinEnds.begin());
-    binOf_[phred] = static_cast<std::uint8_t>(bin);
-    share_[bin] += count[phred] / total;
-    error_[bin] += count[phred] / total * errorProbability(phred);
+    if (most_.empty() || rank > *end) most_.push_back(0);
+    while (rank > *end) ++end;
+    most_.back() = static_cast<std::uint8_t>(phred);
+    share_[most_.size() - 1] += count[phred] / total;
+    error_[most_.size() - 1] += count[phred] / total * errorProbability(phred);
     below += count[phred];
   }
-  for (std::size_t b = 0; b < kQualityBins; ++b) {
-    if (share_[b] > 0.0) error_[b] /= share_[b];
-  }
+  most_.back() = 255;
+  for (std::size_t b = 0; b < most_.size(); ++b) error_[b] /= share_[b];
 }
 
 BinMultipliers QualityScale::statedMultipliers() const {
@@ -50,7 +50,7 @@ BinMultipliers QualityScale::statedMultipliers() const {
   for (std::size_t b = 0; b < kQualityBins; ++b) mean += share_[b] * error_[b];
   BinMultipliers multipliers;
   for (std::size_t b = 0; b < kQualityBins; ++b) {
-    multipliers[b] = share_[b] > 0.0 ? std::sqrt(error_[b] / mean) : 1.0;
+    multipliers[b] = b < most_.size() ? std::sqrt(error_[b] / mean) : 1.0;
   }
   normalise(multipliers);
   return multipliers;
@@ -74,7 +74,7 @@ void QualityScale::refine(const BinSums& expected, const BinSums& modelled,
 void QualityScale::normalise(BinMultipliers& multipliers) const {
   double mean = 0.0;
   for (std::size_t b = 0; b < kQualityBins; ++b) mean += share_[b] * multipliers[b];
-  for (double& m : multipliers) m /= mean;
+  for (std::size_t b = 0; b < most_.size(); ++b) multipliers[b] /= mean;
 }
 
 }  // namespace velto

@@ -4,25 +4,26 @@
 #include <array>
 #include <cstdint>
 #include <span>
+#include <vector>
 
 #include "core/read_view.h"
 #include "hmm/base_rates.h"
 
 namespace velto {
 
-using BinSums = std::array<double, kQualityBins>;
+using BinSums = std::array<double, kQualityBins>;  // [bin]
 
 // Multipliers of the rates of one kind of error, [bin]; their mean over the bases is 1.
 using BinMultipliers = std::array<double, kQualityBins>;
 
-// The quality values of a sample in bins of given shares of its bases.
+// The quality values of a sample in bins of given shares of its bases, none of them empty.
 class QualityScale {
  public:
   explicit QualityScale(std::span<const ReadView> sample);
 
-  // Whether the sample has qualities that differ.
-  bool tells() const { return tells_; }
-  const std::array<std::uint8_t, 256>& binOf() const { return binOf_; }
+  // Highest quality value of each bin, ascending, the last 255. Empty where the sample has no
+  // qualities or all are alike: they tell nothing.
+  const std::vector<std::uint8_t>& bins() const { return most_; }
 
   // A first guess: the square root of what the qualities themselves say.
   BinMultipliers statedMultipliers() const;
@@ -35,8 +36,7 @@ class QualityScale {
  private:
   void normalise(BinMultipliers& multipliers) const;
 
-  bool tells_ = false;
-  std::array<std::uint8_t, 256> binOf_{};
+  std::vector<std::uint8_t> most_;
   BinSums share_{};  // of the bases
   BinSums error_{};  // mean error probability stated by the qualities
 };

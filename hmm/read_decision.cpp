@@ -44,10 +44,9 @@ double withShare(double probability, double calibrationShare, double share) {
 }
 
 double learnCodingShare(std::span<const double> probabilities, double calibrationShare) {
-  constexpr std::size_t kLeastReads = 50;
   constexpr double kPriorReads = 20.0;
   constexpr int kRounds = 50;
-  if (probabilities.size() < kLeastReads) return calibrationShare;
+  if (probabilities.size() < kLeastReadsForShare) return calibrationShare;
   double share = calibrationShare;
   for (int round = 0; round < kRounds; ++round) {
     double sum = kPriorReads * calibrationShare;

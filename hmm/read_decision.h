@@ -32,9 +32,12 @@ double codingProbability(const ReadDecision& decision, const ReadEvidence& evide
 // The same in a file with another share.
 double withShare(double probability, double calibrationShare, double share);
 
+// Fewer reads tell nothing about the share of coding reads.
+constexpr std::size_t kLeastReadsForShare = 50;
+
 // Share of coding reads of a file from the probabilities of a sample of its reads under the
 // calibration's share, by expectation maximisation; within 0.03 and 0.97. The calibration's share
-// counts as twenty reads more, and for fewer than fifty reads is taken as it is.
+// counts as twenty reads more, and for fewer than kLeastReadsForShare reads is taken as it is.
 double learnCodingShare(std::span<const double> probabilities, double calibrationShare);
 
 }  // namespace velto

@@ -3,6 +3,8 @@
 #include <algorithm>
 
 #include "decoder/frame_decoder.h"
+#include "hmm/hmm_decoder.h"
+#include "hmm/hmm_model_file.h"
 #include "predict/model_card.h"
 #include "velto/velto.h"
 
@@ -16,6 +18,7 @@ std::shared_ptr<const Decoder> load(const FileSource& files) {
 
 constexpr DecoderEntry kDecoders[] = {
     {"vote", "paramater32/paramL0G0-ex0.txt", load<FrameDecoder>},
+    {"hmm", kHmmModelFile, load<HmmDecoder>},
 };
 
 using Entries = std::vector<const DecoderEntry*>;

@@ -116,10 +116,10 @@ std::string cardOf(const TrainedHmm& trained) {
 
 HmmPlan standardHmmPlan(double codingBases) {
   constexpr double kManyBases = 14e6;
-  constexpr double kMostSteps = 6000.0;
+  constexpr double kMostSteps = 7000.0;
   const double share = std::min(1.0, codingBases / kManyBases);
   HmmPlan plan;
-  plan.network.shape = {4, 32, {}};
+  plan.network.shape = {4, 48, {}};
   for (int offset = -8; offset <= 12; offset += 2) plan.network.shape.offsets.push_back(offset);
   plan.network.steps = std::max(200, static_cast<int>(kMostSteps * std::pow(share, 0.65)));
   plan.calibrationReads = std::max<std::size_t>(500, static_cast<std::size_t>(3000.0 * share));

@@ -74,8 +74,7 @@ double NetworkGradient::add(const LabelledLattice& labelled, const Parameters& p
   runNetwork(labelled, parameters);
   HmmModel const& tables = labelled.tables;
   const PathWeights weights = pathWeights(parameters.data() + layout_.pathFactor());
-  FileRates rates;
-  rates.mean = labelled.rates;
+  const FileRates rates(labelled.rates, {});
   emit(tables, weights, labelled.read, rates, fiveMers_, contexts_, blocks_, factors_, emissions_);
   const LatticeView anyPath{weights, emissions_}, truePaths{weights, emissions_, labelled.masks};
   runForward(anyPath, forward_);
@@ -165,8 +164,9 @@ Factors NetworkGradient::outputGradient(const LabelledLattice& labelled, std::si
   const EmissionRow& row = labelled.tables.emission(gcClass, fiveMers_[i]);
   for (int k = 0; k < 3; ++k) {
     const auto phase = static_cast<std::size_t>(k);
-    const float share =
-        isKnown ? errorFreeShare(row, k, factors_[i][phase], labelled.rates.substitution) : 1.0f;
+    const float share = isKnown ? errorFreeShare(row, k, factors_[i][phase],
+                                                 static_cast<float>(labelled.rates.substitution))
+                                : 1.0f;
     slope[phase] = share * (known[kC0 + phase] - all[kC0 + phase]);
   }
   slope[kUtr5] = known[kU5] - all[kU5];

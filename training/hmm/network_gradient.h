@@ -13,7 +13,7 @@ namespace velto {
 struct LabelledLattice {
   ReadView read;
   std::span<const StateMask> masks;  // the true states
-  BaseRates rates;
+  BaseErrorRates rates;
   const HmmModel& tables;          // its count tables; other parts are not read
   std::span<const float> dropout;  // [unit] factor of each hidden unit; all 1 when judging
 };

@@ -25,7 +25,7 @@ struct Example {
   }
 
   double likelihood(const Parameters& at, Parameters* gradient = nullptr) {
-    const LabelledLattice labelled{{read.bases, {}}, masks, {0.01f, 0.01f, 0.02f}, tables, dropout};
+    const LabelledLattice labelled{{read.bases, {}}, masks, {0.01, 0.01, 0.02}, tables, dropout};
     return NetworkGradient(shape).add(labelled, at, gradient);
   }
 

@@ -33,11 +33,12 @@ Vector solve(std::array<Vector, 3> a, Vector b) {
   return b;
 }
 
-ReadMixture calibrationMixture(const ErrorRates& rates) {
+ReadMixture calibrationMixture(const ErrorModel& errors) {
   ReadMixture mixture;
   mixture.coding = 0.58;
   mixture.utr3 = 0.11;
-  mixture.profiles = {{rates, 1.0}};
+  mixture.wholeShare = 0.0;
+  mixture.profiles = {{errors, 1.0}};
   return mixture;
 }
 
@@ -50,7 +51,8 @@ std::vector<DecisionCase> casesOf(const HmmModel& model, const ReadDrawer& drawe
     drawn[k] = drawer.draw(seed, k).read;
     views[k].codes = drawn[k].bases;
   });
-  const FileRates rates = learnErrorRates(model, views);
+  const LearntRates learnt = learnErrorRates(model, views);
+  const FileRates rates(learnt.mean, learnt.qualities);
   std::vector<DecisionCase> cases(count);
   tbb::parallel_for(std::size_t{0}, count, [&](std::size_t k) {
     ReadLattice lattice;
@@ -95,7 +97,7 @@ ReadDecision calibrateDecision(const HmmModel& model, const TranscriptPool& pool
   std::vector<DecisionCase> cases;
   std::uint64_t number = 0;
   for (const char* preset : {"est", "est", "mild", "clean"}) {
-    const ReadDrawer drawer({&pool}, calibrationMixture(presetErrors(preset).value().rates));
+    const ReadDrawer drawer({&pool}, calibrationMixture(presetErrors(preset).value()));
     const std::vector<DecisionCase> more =
         casesOf(model, drawer, readsPerProfile, Random::split(seed, number++).next());
     cases.insert(cases.end(), more.begin(), more.end());

@@ -1,6 +1,7 @@
 #include "training/hmm/training_reads.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "core/base_code.h"
 
@@ -58,13 +59,27 @@ void markStop(const SimulatedRead& read, std::vector<StateMask>& masks) {
   }
 }
 
+// Errors per base of the reads of a model, as the decoder counts them.
+BaseErrorRates ratesOf(const ErrorModel& errors) {
+  const double inserted = errors.rates.insertion / (1.0 - errors.insertionExtension);
+  const double deleted = errors.rates.deletion / (1.0 - errors.deletionExtension);
+  return {std::clamp(inserted, kLeastIndels, 0.04), std::clamp(deleted, kLeastIndels, 0.06),
+          std::clamp(errors.rates.substitution, kLeastSubstitutions, 0.02)};
+}
+
 }  // namespace
 
 ReadMixture standardMixture() {
+  constexpr std::pair<const char*, double> kPresets[] = {
+      {"est", 0.38},        {"mild", 0.17},        {"clean", 0.05},      {"nanopore", 0.12},
+      {"sanger-est", 0.08}, {"nanopore-r9", 0.05}, {"direct-rna", 0.04}, {"hifi", 0.03}};
   ReadMixture mixture;
-  mixture.profiles = {{{0.012, 0.005, 0.007, 0.002}, 0.45}, {{0.008, 0.0015, 0.0025, 0.002}, 0.20},
-                      {{0.004, 0.0005, 0.0005, 0.0}, 0.10}, {{0.0, 0.0, 0.0, 0.0}, 0.05},
-                      {{0.015, 0.010, 0.020, 0.0}, 0.15},   {{0.03, 0.025, 0.04, 0.0}, 0.05}};
+  for (const auto& [name, share] : kPresets) {
+    mixture.profiles.push_back({presetErrors(name).value(), share});
+  }
+  ErrorModel few;
+  few.rates = {0.004, 0.0005, 0.0005, 0.0};
+  mixture.profiles.push_back({few, 0.08});
   return mixture;
 }
 
@@ -91,25 +106,21 @@ TrainingRead ReadDrawer::draw(std::uint64_t seed, std::uint64_t k) const {
   const Fragment fragment = isUtr3     ? drawUtr3(transcript, random)
                             : isCoding ? drawCoding(transcript, random)
                                        : sampleFragment(transcript, mixture_.lengths, random);
-  ErrorModel errors;
-  errors.rates = drawProfile(random).rates;
-  const ErrorRates& rates = errors.rates;
+  const ErrorModel& errors = drawErrorModel(random);
   TrainingRead drawn;
   drawn.read = simulateRead(transcript, fragment, errors, random);
   drawn.fold = source.fold;
-  drawn.rates = {static_cast<float>(std::max(rates.insertion, kLeastIndels)),
-                 static_cast<float>(std::max(rates.deletion, kLeastIndels)),
-                 static_cast<float>(std::max(rates.substitution, kLeastSubstitutions))};
+  drawn.rates = ratesOf(errors);
   return drawn;
 }
 
-const ReadProfile& ReadDrawer::drawProfile(Random& random) const {
+const ErrorModel& ReadDrawer::drawErrorModel(Random& random) const {
   double left = random.real();
   for (const ReadProfile& profile : mixture_.profiles) {
-    if (left < profile.share) return profile;
+    if (left < profile.share) return profile.errors;
     left -= profile.share;
   }
-  return mixture_.profiles.back();
+  return mixture_.profiles.back().errors;
 }
 
 const ReadDrawer::Source& ReadDrawer::drawSource(const std::vector<Source>& sources,

@@ -12,19 +12,19 @@
 
 namespace velto {
 
-// A kind of sequencer: how often it errs, and how large a share of the reads it made.
+// A kind of sequencer: how it errs, and how large a share of the reads it made.
 struct ReadProfile {
-  ErrorRates rates;
+  ErrorModel errors;
   double share;
 };
 
 // What reads the network is trained on. The shares of kinds of reads, and of profiles, sum up to 1;
 // what `coding` and `utr3` leave is the share of reads of non-coding transcripts.
 struct ReadMixture {
-  double coding = 0.60;     // with at least kLeastCodingBases coding bases
-  double utr3 = 0.09;       // wholly behind the coding region
-  double wholeShare = 0.0;  // of the coding reads: whole transcripts
-  int longestWhole = 4000;  // bases of a transcript that is read as a whole
+  double coding = 0.60;      // with at least kLeastCodingBases coding bases
+  double utr3 = 0.09;        // wholly behind the coding region
+  double wholeShare = 0.15;  // of the coding reads: whole transcripts
+  int longestWhole = 5000;   // bases of a transcript that is read as a whole
   FragmentLengths lengths{300, 800};
   std::vector<ReadProfile> profiles;
 };
@@ -33,7 +33,7 @@ ReadMixture standardMixture();
 
 struct TrainingRead {
   SimulatedRead read;
-  BaseRates rates;       // with which the model reads it
+  BaseErrorRates rates;  // with which the model reads it
   std::size_t fold = 0;  // that its transcript belongs to
 };
 
@@ -51,7 +51,7 @@ class ReadDrawer {
     std::size_t fold;
   };
 
-  const ReadProfile& drawProfile(Random& random) const;
+  const ErrorModel& drawErrorModel(Random& random) const;
   const Source& drawSource(const std::vector<Source>& sources, Random& random) const;
   Fragment drawCoding(const Transcript& transcript, Random& random) const;
   Fragment drawUtr3(const Transcript& transcript, Random& random) const;

@@ -131,11 +131,11 @@ TEST(TrainingReads, DrawsDependOnSeedAndNumberAlone) {
 TEST(TrainingReads, RatesOfTheModelHaveFloors) {
   const Species species;
   ReadMixture mixture = standardMixture();
-  mixture.profiles = {{{0.0, 0.0, 0.0, 0.0}, 1.0}};
+  mixture.profiles = {{ErrorModel{}, 1.0}};
   const TrainingRead drawn = ReadDrawer(species.folds(), mixture).draw(1, 1);
-  EXPECT_EQ(drawn.rates.insertion, 5e-5f);
-  EXPECT_EQ(drawn.rates.deletion, 5e-5f);
-  EXPECT_EQ(drawn.rates.substitution, 0.001f);
+  EXPECT_EQ(drawn.rates.insertion, 5e-5);
+  EXPECT_EQ(drawn.rates.deletion, 5e-5);
+  EXPECT_EQ(drawn.rates.substitution, 0.001);
 }
 
 TEST(TrainingReads, WholeTranscriptsAreDrawnWhereWanted) {

@@ -1,0 +1,35 @@
+#include "hmm/base_rates.h"
+
+namespace velto {
+namespace {
+
+// Not a number counts as the least.
+float cut(double rate, double least, double most) {
+  return static_cast<float>(rate > least ? std::min(rate, most) : least);
+}
+
+// Rates beyond these leave no likely path.
+BaseRates usableRates(const BaseErrorRates& rates) {
+  return {cut(rates.insertion, 0.0, 0.06), cut(rates.deletion, 0.0, 0.12),
+          cut(rates.substitution, 1e-5, 0.3)};
+}
+
+}  // namespace
+
+FileRates::FileRates(const BaseErrorRates& meanRates, std::span<const QualityBin> bins)
+    : mean(usableRates(meanRates)), byQuality(!bins.empty()) {
+  const std::size_t count = std::min(bins.size(), kQualityBins);
+  for (std::size_t b = 0; b < count; ++b) {
+    const BaseErrorRates& factors = bins[b].factors;
+    ofBin[b] =
+        usableRates({meanRates.insertion * factors.insertion, meanRates.deletion * factors.deletion,
+                     meanRates.substitution * factors.substitution});
+  }
+  std::size_t bin = 0;
+  for (std::size_t phred = 0; phred < binOf.size(); ++phred) {
+    while (bin + 1 < count && phred > bins[bin].most) ++bin;
+    binOf[phred] = static_cast<std::uint8_t>(bin);
+  }
+}
+
+}  // namespace velto
