@@ -36,17 +36,36 @@ std::string_view gencodeGene(std::string_view name) {
   return name.substr(begin, name.find('|', begin) - begin);
 }
 
-std::string_view groupOf(std::string_view name, std::string_view description) {
+struct Group {
+  std::string_view name;
+  std::string_view word;  // of static storage; empty: none
+};
+
+// The first word that begins with "chr"; a null view when there is none.
+std::string_view chromosomeWord(std::string_view description) {
+  while (!description.empty()) {
+    const std::string_view rest = fieldAfter(description, kBlanks, "chr");
+    if (rest.data() == nullptr) break;
+    if (rest.substr(0, 7) != "omosome") return {rest.data() - 3, rest.size() + 3};
+    description.remove_prefix(static_cast<std::size_t>(rest.data() - description.data()));
+  }
+  return {};
+}
+
+Group groupOf(std::string_view name, std::string_view description) {
   if (isGencode(name)) {
     const std::string_view gene = gencodeGene(name);
-    return gene.empty() ? name.substr(0, name.find('|')) : gene;
+    return {gene.empty() ? name.substr(0, name.find('|')) : gene, "GENCODE gene"};
   }
-  const std::string_view chromosome = fieldAfter(description, kBlanks, "chr");
-  if (!chromosome.empty()) {
-    return std::string_view(chromosome.data() - 3, chromosome.size() + 3);
+  const std::string_view chromosome = chromosomeWord(description);
+  if (!chromosome.empty()) return {chromosome, "chr"};
+  for (const char* word : {"gene=", "geneID=", "gene_id=", "gene:", "gene_name="}) {
+    const std::string_view gene = fieldAfter(description, kBlanks, word);
+    if (!gene.empty()) return {gene, word};
   }
-  const std::string_view gene = fieldAfter(description, kBlanks, "gene=");
-  return gene.empty() ? name : gene;
+  const std::string_view place = fieldAfter(description, kBlanks, "loc:");
+  const std::string_view sequence = place.substr(0, place.find_first_of("|("));
+  return sequence.empty() ? Group{name, ""} : Group{sequence, "loc:"};
 }
 
 // Text of the coding region; a null view when the header has none.
@@ -157,7 +176,9 @@ ParsedTranscript parseTranscript(std::string_view name, std::string_view descrip
   ParsedTranscript parsed;
   Transcript& t = parsed.transcript;
   t.name = isGencode(name) ? name.substr(0, name.find('|')) : name;
-  t.group = groupOf(name, description);
+  const Group group = groupOf(name, description);
+  t.group = group.name;
+  t.groupWord = group.word;
   t.bases = baseCodes(letters);
   parsed.refusal = placeRegion(regionText(name, description), kind, t);
   return parsed;

@@ -10,8 +10,10 @@
 namespace velto {
 
 struct Transcript {
-  std::string name;          // first word of the header; of a GENCODE header the transcript's id
-  std::string group;         // unit of held-back splits, see parseTranscript
+  std::string name;   // first word of the header; of a GENCODE header the transcript's id
+  std::string group;  // unit of held-back splits, see parseTranscript
+  std::string_view
+      groupWord;             // word of the header that gave the group; empty: none, it is the name
   std::vector<short> bases;  // base codes A 0, T 1, G 2, C 3, unknown -1
   int cdsStart = -1;         // 0-based first base of the start codon; -1 without coding region
   int cdsStop = -1;          // 0-based last base of the stop codon; -1 without coding region
@@ -57,7 +59,9 @@ struct ParsedTranscript {
 // unknown base, which a coding region may hold. The coding region, through the stop codon and
 // 1-based inclusive, is the word `CDS=a-b` of the description or the field `|CDS:a-b|` of the name.
 // The group is the first of: the gene id of a GENCODE name (`ENST..|ENSG..|...`), a word of the
-// description that begins with "chr", the gene of a word `gene=NAME`, the name.
+// description that begins with "chr" (but not Ensembl's `chromosome:...`, which ends in a place),
+// the gene of a word `gene=`, `geneID=`, `gene_id=`, `gene:` or `gene_name=`, the sequence of a
+// word `loc:SEQUENCE|...` as gffread writes it, the name.
 ParsedTranscript parseTranscript(std::string_view name, std::string_view description,
                                  std::string_view letters, TranscriptKind kind);
 

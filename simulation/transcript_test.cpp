@@ -40,8 +40,28 @@ TEST(Transcript, GroupIsTheChromosomeThenTheGeneThenTheName) {
   };
   EXPECT_EQ(group("gene=BRCA1 chr17"), "chr17");
   EXPECT_EQ(group("gene=BRCA1"), "BRCA1");
+  EXPECT_EQ(group("geneID=g7 gene_name=x"), "g7");
+  EXPECT_EQ(group("gene_id=g8"), "g8");
+  EXPECT_EQ(group("CDS=1-3 gene_name=BRCA2 loc:2|1-9|+"), "BRCA2");
+  EXPECT_EQ(group("cdna chromosome:GRCz11:9:1:22:1 gene:ENSDARG01.2 gene_biotype:x"),
+            "ENSDARG01.2");
+  EXPECT_EQ(group("chromosome:1:2 chr3"), "chr3");
+  EXPECT_EQ(group("loc:NC_4.1|100-200|- segs:1-9"), "NC_4.1");
+  EXPECT_EQ(group("loc:chr4(+)100-200"), "chr4");
+  EXPECT_EQ(group("gene= chromosome:1"), "n");
   EXPECT_EQ(group("some words"), "n");
   EXPECT_EQ(group(""), "n");
+}
+
+TEST(Transcript, KnowsTheWordThatGaveTheGroup) {
+  const auto word = [](const char* name, const char* description) {
+    return parseTranscript(name, description, "A", TranscriptKind::kNoncoding).transcript.groupWord;
+  };
+  EXPECT_EQ(word("ENST1|ENSG2|", ""), "GENCODE gene");
+  EXPECT_EQ(word("n", "chrX"), "chr");
+  EXPECT_EQ(word("n", "gene:a"), "gene:");
+  EXPECT_EQ(word("n", "loc:a|1-2|+"), "loc:");
+  EXPECT_EQ(word("n", "words"), "");
 }
 
 TEST(Transcript, PipesOfOtherDatabasesStayInTheName) {

@@ -10,6 +10,7 @@
 #include "simulation/transcript_file.h"
 #include "training/model_directory_writer.h"
 #include "training/trainer.h"
+#include "training/transcript_groups.h"
 #include "workbench/file_options.h"
 
 namespace velto {
@@ -54,9 +55,10 @@ std::string commandText(const TrainOptions& options) {
 }  // namespace
 
 void train(const TrainOptions& options) {
-  const TranscriptSet coding = load(options.codingFiles, TranscriptKind::kCoding, "coding");
-  const TranscriptSet noncoding =
-      load(options.noncodingFiles, TranscriptKind::kNoncoding, "non-coding");
+  TranscriptSet coding = load(options.codingFiles, TranscriptKind::kCoding, "coding");
+  TranscriptSet noncoding = load(options.noncodingFiles, TranscriptKind::kNoncoding, "non-coding");
+  const std::string groups = groupTranscripts(coding.transcripts, noncoding.transcripts);
+  if (!options.quiet) std::cerr << "velto: " << groups << "\n";
   OutputDirectory output(options.outputPath);
   TrainingJob job{coding.transcripts, noncoding.transcripts};
   job.seed = options.seed;
