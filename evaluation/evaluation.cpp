@@ -1,33 +1,24 @@
 #include "evaluation/evaluation.h"
 
-#include <tbb/global_control.h>
-#include <tbb/info.h>
 #include <tbb/parallel_for.h>
-#include <tbb/task_arena.h>
 
 #include <unordered_map>
 
 namespace velto {
 namespace {
 
-ReadEvaluation evaluateRead(const LabelledRead& read, const CallRead& predict) {
-  const CalledRead called = predict(read);
+ReadEvaluation evaluateRead(const LabelledRead& read, const PredictRead& predict) {
+  const Prediction called = predict(read);
   return {countRead(read.truth, called), shiftDistances(read.truth, called, kDistanceReach)};
 }
 
 }  // namespace
 
 std::vector<ReadEvaluation> evaluateReads(const std::vector<LabelledRead>& reads,
-                                          const CallRead& predict, int threads) {
+                                          const PredictRead& predict) {
   std::vector<ReadEvaluation> evaluations(reads.size());
-  const int used = threads > 0 ? threads : tbb::info::default_concurrency();
-  const tbb::global_control most(tbb::global_control::max_allowed_parallelism,
-                                 static_cast<std::size_t>(used));
-  tbb::task_arena arena(used);
-  arena.execute([&] {
-    tbb::parallel_for(std::size_t{0}, reads.size(),
-                      [&](std::size_t i) { evaluations[i] = evaluateRead(reads[i], predict); });
-  });
+  tbb::parallel_for(std::size_t{0}, reads.size(),
+                    [&](std::size_t i) { evaluations[i] = evaluateRead(reads[i], predict); });
   return evaluations;
 }
 

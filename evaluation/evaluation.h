@@ -19,13 +19,13 @@ struct ReadEvaluation {
   std::vector<int> shiftDistances;  // bases, see shiftDistances; reach kDistanceReach
 };
 
-// Calls a read; used by several threads at once.
-using CallRead = std::function<CalledRead(const LabelledRead& read)>;
+// Predicts a read; used by several threads at once.
+using PredictRead = std::function<Prediction(const LabelledRead& read)>;
 
-// Evaluates every read; the result, in the order of the reads, is the same for any number of
-// threads. 0 threads: as many as there are processors.
+// Evaluates every read with all threads of the calling arena; the result, in the order of the
+// reads, does not depend on their number.
 std::vector<ReadEvaluation> evaluateReads(const std::vector<LabelledRead>& reads,
-                                          const CallRead& predict, int threads);
+                                          const PredictRead& predict);
 
 EvaluationCounts totalOf(const std::vector<ReadEvaluation>& evaluations);
 

@@ -13,24 +13,10 @@ void add(ShiftCounts& sum, const ShiftCounts& other) {
   for (int r = 0; r < kReaches; ++r) sum.matched[r] += other.matched[r];
 }
 
-void countBases(const std::vector<signed char>& known, const std::vector<signed char>& called,
-                EvaluationCounts& counts) {
-  counts.bases = static_cast<long>(known.size());
-  for (size_t p = 0; p < known.size(); ++p) {
-    const bool isCoding = known[p] >= 0;
-    const bool isCalled = called[p] >= 0;
-    counts.coding += isCoding;
-    counts.called += isCalled;
-    counts.both += isCoding && isCalled;
-    counts.neither += !isCoding && !isCalled;
-    counts.inFrame += isCoding && known[p] == called[p];
-  }
-}
-
-std::vector<int> positionsOf(const std::vector<FrameShift>& shifts, bool insertion) {
+std::vector<int> positionsOf(const Prediction& called, Frameshift::Kind kind) {
   std::vector<int> positions;
-  for (const FrameShift& shift : shifts) {
-    if (shift.insertion == insertion) positions.push_back(shift.position);
+  for (const Frameshift& shift : called.frameshifts) {
+    if (shift.kind == kind) positions.push_back(shift.position);
   }
   return positions;
 }
@@ -45,8 +31,9 @@ std::vector<int> positionsOf(const TruthRow& truth) {
   return merged(truth.insertions, truth.deletions);
 }
 
-std::vector<int> positionsOf(const CalledRead& called) {
-  return merged(positionsOf(called.shifts, true), positionsOf(called.shifts, false));
+std::vector<int> positionsOf(const Prediction& called) {
+  return merged(positionsOf(called, Frameshift::Kind::kInsertion),
+                positionsOf(called, Frameshift::Kind::kDeletion));
 }
 
 ShiftCounts countShifts(const std::vector<int>& known, const std::vector<int>& called) {
@@ -59,35 +46,27 @@ ShiftCounts countShifts(const std::vector<int>& known, const std::vector<int>& c
   return counts;
 }
 
-void countEnds(const TruthRow& truth, const CalledRead& called, EvaluationCounts& counts) {
-  const bool startExact = truth.startExact && called.start == truth.start;
-  const bool stopExact = truth.stopExact && called.stop == truth.stop;
-  counts.startsInside = truth.startExact;
+void countEnds(const RegionTruth& truth, int start, int stop, EvaluationCounts& counts) {
+  const bool startExact = truth.startInside && start == truth.start;
+  const bool stopExact = truth.stopInside && stop == truth.stop;
+  counts.startsInside = truth.startInside;
   counts.startsExact = startExact;
-  counts.stopsInside = truth.stopExact;
+  counts.stopsInside = truth.stopInside;
   counts.stopsExact = stopExact;
-  counts.bothInside = truth.startExact && truth.stopExact;
+  counts.bothInside = truth.startInside && truth.stopInside;
   counts.bothExact = startExact && stopExact;
 }
 
 }  // namespace
 
 EvaluationCounts& EvaluationCounts::operator+=(const EvaluationCounts& other) {
-  static constexpr long EvaluationCounts::*kMembers[] = {&EvaluationCounts::reads,
-                                                         &EvaluationCounts::noncodingReads,
-                                                         &EvaluationCounts::noncodingCalled,
-                                                         &EvaluationCounts::bases,
-                                                         &EvaluationCounts::coding,
-                                                         &EvaluationCounts::called,
-                                                         &EvaluationCounts::both,
-                                                         &EvaluationCounts::neither,
-                                                         &EvaluationCounts::inFrame,
-                                                         &EvaluationCounts::startsInside,
-                                                         &EvaluationCounts::startsExact,
-                                                         &EvaluationCounts::stopsInside,
-                                                         &EvaluationCounts::stopsExact,
-                                                         &EvaluationCounts::bothInside,
-                                                         &EvaluationCounts::bothExact};
+  static constexpr long EvaluationCounts::*kMembers[] = {
+      &EvaluationCounts::reads,           &EvaluationCounts::noncodingReads,
+      &EvaluationCounts::noncodingCalled, &EvaluationCounts::startsInside,
+      &EvaluationCounts::startsExact,     &EvaluationCounts::stopsInside,
+      &EvaluationCounts::stopsExact,      &EvaluationCounts::bothInside,
+      &EvaluationCounts::bothExact};
+  ConfusionCounts::operator+=(other);
   for (const auto member : kMembers) this->*member += other.*member;
   add(shifts, other.shifts);
   add(insertions, other.insertions);
@@ -95,20 +74,30 @@ EvaluationCounts& EvaluationCounts::operator+=(const EvaluationCounts& other) {
   return *this;
 }
 
-EvaluationCounts countRead(const TruthRow& truth, const CalledRead& called) {
+EvaluationCounts countRegion(const RegionTruth& truth, std::span<const std::int8_t> frame,
+                             int start, int stop) {
   EvaluationCounts counts;
+  static_cast<ConfusionCounts&>(counts) = countBases(truth.frame, frame);
   counts.reads = 1;
-  counts.noncodingReads = !truth.isCoding();
-  counts.noncodingCalled = !truth.isCoding() && called.isCoding();
-  countBases(truth.frames(), called.frame, counts);
-  counts.insertions = countShifts(truth.insertions, positionsOf(called.shifts, true));
-  counts.deletions = countShifts(truth.deletions, positionsOf(called.shifts, false));
-  counts.shifts = countShifts(positionsOf(truth), positionsOf(called));
-  countEnds(truth, called, counts);
+  counts.noncodingReads = truth.start < 0;
+  counts.noncodingCalled = truth.start < 0 && start >= 0;
+  countEnds(truth, start, stop, counts);
   return counts;
 }
 
-std::vector<int> shiftDistances(const TruthRow& truth, const CalledRead& called, int reach) {
+EvaluationCounts countRead(const TruthRow& truth, const Prediction& called) {
+  const std::vector<signed char> frame = truth.frames();
+  EvaluationCounts counts =
+      countRegion({frame, truth.start, truth.stop, truth.startExact, truth.stopExact}, called.frame,
+                  called.start, called.stop);
+  counts.insertions =
+      countShifts(truth.insertions, positionsOf(called, Frameshift::Kind::kInsertion));
+  counts.deletions = countShifts(truth.deletions, positionsOf(called, Frameshift::Kind::kDeletion));
+  counts.shifts = countShifts(positionsOf(truth), positionsOf(called));
+  return counts;
+}
+
+std::vector<int> shiftDistances(const TruthRow& truth, const Prediction& called, int reach) {
   std::vector<int> distances;
   for (const ShiftMatch& match : matchShifts(positionsOf(truth), positionsOf(called), reach)) {
     distances.push_back(match.distance());

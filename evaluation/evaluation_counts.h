@@ -1,10 +1,12 @@
 // What is counted of a prediction against the truth; all figures of an evaluation are ratios of it.
 #pragma once
 
+#include <span>
 #include <vector>
 
-#include "evaluation/called_read.h"
+#include "core/confusion_counts.h"
 #include "simulation/truth_table.h"
+#include "velto/velto.h"
 
 namespace velto {
 
@@ -19,19 +21,11 @@ struct ShiftCounts {
   long matched[kReaches] = {};  // pairs within each of kShiftReaches
 };
 
-// Counts of one read or of many. A base is truly coding, or called, when it belongs to a codon:
-// inserted bases are neither.
-struct EvaluationCounts {
+// Counts of one read or of many.
+struct EvaluationCounts : ConfusionCounts {
   long reads = 0;
   long noncodingReads = 0;   // without any coding base
   long noncodingCalled = 0;  // of these, with a call
-
-  long bases = 0;
-  long coding = 0;   // truly coding bases
-  long called = 0;   // called bases
-  long both = 0;     // truly coding and called
-  long neither = 0;  // not coding and not called
-  long inFrame = 0;  // of `both`, those whose called frame is the true one
 
   ShiftCounts shifts;      // matched whatever their kind
   ShiftCounts insertions;  // matched among themselves
@@ -47,10 +41,24 @@ struct EvaluationCounts {
   EvaluationCounts& operator+=(const EvaluationCounts& other);
 };
 
-// Counts of one read, whose truth and prediction must have the same length.
-EvaluationCounts countRead(const TruthRow& truth, const CalledRead& called);
+// What is known of the coding region of a read; a view.
+struct RegionTruth {
+  std::span<const std::int8_t> frame;  // per base, as SimulatedRead::frame
+  int start;                           // first coding base; -1 when there is none
+  int stop;                            // last coding base; -1 likewise
+  bool startInside;                    // the start codon stands whole in the read
+  bool stopInside;                     // the stop codon likewise
+};
+
+// Counts of one read, but for its frameshifts. `frame`, `start` and `stop` are those of a
+// prediction of the read.
+EvaluationCounts countRegion(const RegionTruth& truth, std::span<const std::int8_t> frame,
+                             int start, int stop);
+
+// All counts of one read; `called` is a prediction of it along the read as it is.
+EvaluationCounts countRead(const TruthRow& truth, const Prediction& called);
 
 // Called minus true position of every pair when shifts of any kind are matched within `reach`.
-std::vector<int> shiftDistances(const TruthRow& truth, const CalledRead& called, int reach);
+std::vector<int> shiftDistances(const TruthRow& truth, const Prediction& called, int reach);
 
 }  // namespace velto

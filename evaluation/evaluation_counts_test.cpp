@@ -5,6 +5,9 @@
 namespace velto {
 namespace {
 
+constexpr auto kInsertion = Frameshift::Kind::kInsertion;
+constexpr auto kDeletion = Frameshift::Kind::kDeletion;
+
 // A read of 12 bases whose bases 2 to 8 are coding in frame 2, with both ends whole.
 TruthRow truth() {
   TruthRow row;
@@ -24,15 +27,15 @@ TruthRow noncoding(int length) {
   return row;
 }
 
-CalledRead uncalled(int length) {
-  CalledRead called;
+Prediction uncalled(int length) {
+  Prediction called;
   called.frame.assign(static_cast<size_t>(length), -1);
   return called;
 }
 
 // Bases first to last called in this frame.
-CalledRead called(int length, int first, int last, int frame) {
-  CalledRead read = uncalled(length);
+Prediction called(int length, int first, int last, int frame) {
+  Prediction read = uncalled(length);
   for (int p = first; p <= last; ++p) {
     read.frame[static_cast<size_t>(p)] = static_cast<signed char>(frame);
   }
@@ -48,7 +51,7 @@ TEST(EvaluationCounts, BasesAreCountedByTruthAndCall) {
   EXPECT_EQ(counts.coding, 7);
   EXPECT_EQ(counts.called, 6);
   EXPECT_EQ(counts.both, 4);
-  EXPECT_EQ(counts.neither, 3);
+  EXPECT_EQ(counts.neither(), 3);
   EXPECT_EQ(counts.inFrame, 4);
 }
 
@@ -62,14 +65,14 @@ TEST(EvaluationCounts, InsertedBasesAreNeitherCodingNorCalled) {
   TruthRow row = truth();
   row.coding = {{2, 4, 2}, {6, 8, 0}};
   row.insertions = {5};
-  CalledRead read = called(12, 2, 8, 2);
+  Prediction read = called(12, 2, 8, 2);
   read.frame = {-1, -1, 2, 2, 2, -1, 0, 0, 0, -1, -1, -1};
-  read.shifts = {{5, true}};
+  read.frameshifts = {{kInsertion, 5}};
   const EvaluationCounts counts = countRead(row, read);
   EXPECT_EQ(counts.coding, 6);
   EXPECT_EQ(counts.called, 6);
   EXPECT_EQ(counts.inFrame, 6);
-  EXPECT_EQ(counts.neither, 6);
+  EXPECT_EQ(counts.neither(), 6);
 }
 
 TEST(EvaluationCounts, CallOfANoncodingReadIsCounted) {
@@ -126,8 +129,8 @@ TruthRow shifted(const std::vector<int>& insertions, const std::vector<int>& del
 }
 
 TEST(EvaluationCounts, ShiftsAreMatchedWithinFifteenAndWithinThirtyBases) {
-  CalledRead read = called(300, 0, 299, 0);
-  read.shifts = {{65, true}, {130, true}, {231, true}};
+  Prediction read = called(300, 0, 299, 0);
+  read.frameshifts = {{kInsertion, 65}, {kInsertion, 130}, {kInsertion, 231}};
   const EvaluationCounts counts = countRead(shifted({50, 100, 200}, {}), read);
   EXPECT_EQ(counts.shifts.known, 3);
   EXPECT_EQ(counts.shifts.called, 3);
@@ -136,8 +139,8 @@ TEST(EvaluationCounts, ShiftsAreMatchedWithinFifteenAndWithinThirtyBases) {
 }
 
 TEST(EvaluationCounts, ByKindOnlyShiftsOfTheSameKindMatch) {
-  CalledRead read = called(300, 0, 299, 0);
-  read.shifts = {{52, false}, {101, false}};
+  Prediction read = called(300, 0, 299, 0);
+  read.frameshifts = {{kDeletion, 52}, {kDeletion, 101}};
   const EvaluationCounts counts = countRead(shifted({50}, {100}), read);
   EXPECT_EQ(counts.shifts.matched[0], 2);
   EXPECT_EQ(counts.insertions.known, 1);
@@ -149,15 +152,15 @@ TEST(EvaluationCounts, ByKindOnlyShiftsOfTheSameKindMatch) {
 }
 
 TEST(EvaluationCounts, DistancesAreCalledMinusTruePositions) {
-  CalledRead read = called(300, 0, 299, 0);
-  read.shifts = {{40, true}, {107, false}, {280, true}};
+  Prediction read = called(300, 0, 299, 0);
+  read.frameshifts = {{kInsertion, 40}, {kDeletion, 107}, {kInsertion, 280}};
   const TruthRow row = shifted({50}, {100});
   EXPECT_EQ(shiftDistances(row, read, 60), (std::vector<int>{-10, 7}));
 }
 
 TEST(EvaluationCounts, SumAddsEveryCount) {
-  CalledRead read = called(12, 2, 8, 2);
-  read.shifts = {{5, true}};
+  Prediction read = called(12, 2, 8, 2);
+  read.frameshifts = {{kInsertion, 5}};
   TruthRow row = truth();
   row.insertions = {5};
   row.deletions = {6};
@@ -171,7 +174,7 @@ TEST(EvaluationCounts, SumAddsEveryCount) {
   EXPECT_EQ(sum.coding, 14);
   EXPECT_EQ(sum.called, 20);
   EXPECT_EQ(sum.both, 14);
-  EXPECT_EQ(sum.neither, 13);
+  EXPECT_EQ(sum.neither(), 13);
   EXPECT_EQ(sum.inFrame, 14);
   EXPECT_EQ(sum.shifts.known, 4);
   EXPECT_EQ(sum.shifts.called, 2);

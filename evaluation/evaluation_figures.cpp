@@ -1,7 +1,5 @@
 #include "evaluation/evaluation_figures.h"
 
-#include "core/class_correlation.h"
-
 namespace velto {
 namespace {
 
@@ -44,18 +42,7 @@ FigureValue precisionOf(const EvaluationCounts& counts) {
 }
 
 FigureValue correlationOf(const EvaluationCounts& counts) {
-  FigureValue figure{std::nullopt, 0, counts.bases};
-  const auto tp = static_cast<double>(counts.both);
-  const auto tn = static_cast<double>(counts.neither);
-  const auto coding = static_cast<double>(counts.coding);
-  const auto called = static_cast<double>(counts.called);
-  const auto bases = static_cast<double>(counts.bases);
-  const double sums[4] = {coding, bases - coding, called, bases - called};
-  for (const double sum : sums) {
-    if (sum <= 0.0) return figure;
-  }
-  figure.value = classCorrelation(tp * tn, (coding - tp) * (called - tp), sums);
-  return figure;
+  return {counts.correlation(), 0, counts.bases};
 }
 
 FigureValue frameSensitivityOf(const EvaluationCounts& counts) {

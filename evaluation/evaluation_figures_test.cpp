@@ -16,7 +16,6 @@ EvaluationCounts example() {
   counts.coding = 40;
   counts.called = 30;
   counts.both = 24;
-  counts.neither = 54;
   counts.inFrame = 18;
   counts.shifts = {8, 5, {2, 4}};
   counts.insertions = {3, 4, {1, 2}};
@@ -86,7 +85,6 @@ TEST(EvaluationFigures, CorrelationIsOneForTheTruthAndMinusOneForItsOpposite) {
   EvaluationCounts same;
   same.bases = 10;
   same.coding = same.called = same.both = 4;
-  same.neither = 6;
   EXPECT_DOUBLE_EQ(*correlationOf(same).value, 1.0);
   EvaluationCounts opposite;
   opposite.bases = 10;
@@ -98,7 +96,7 @@ TEST(EvaluationFigures, CorrelationIsOneForTheTruthAndMinusOneForItsOpposite) {
 TEST(EvaluationFigures, CorrelationHoldsWhereProductsPassThirtyTwoBits) {
   EvaluationCounts counts = example();
   const double small = *correlationOf(counts).value;
-  for (long* n : {&counts.bases, &counts.coding, &counts.called, &counts.both, &counts.neither}) {
+  for (long* n : {&counts.bases, &counts.coding, &counts.called, &counts.both, &counts.inFrame}) {
     *n *= 1'000'000;
   }
   EXPECT_NEAR(*correlationOf(counts).value, small, 1e-12);
@@ -106,7 +104,6 @@ TEST(EvaluationFigures, CorrelationHoldsWhereProductsPassThirtyTwoBits) {
 
 TEST(EvaluationFigures, CorrelationIsUndefinedWhenNothingIsCalled) {
   EvaluationCounts counts = example();
-  counts.neither += counts.called - counts.both;
   counts.called = counts.both = 0;
   EXPECT_FALSE(correlationOf(counts).value);
   EXPECT_TRUE(sensitivityOf(counts).value);

@@ -1,9 +1,9 @@
 // The JSON of an evaluation.
 #include <nlohmann/json.hpp>
 
-#include "model/read_class.h"
 #include "evaluation/evaluation_figures.h"
 #include "evaluation/evaluation_report.h"
+#include "model/read_class.h"
 
 namespace velto {
 namespace {
@@ -48,7 +48,7 @@ Json classesJson(const std::vector<EvaluationCounts>& byClass) {
 }
 
 Json modelJson(const ModelEvaluation& model) {
-  Json json = {{"directory", model.directory}};
+  Json json = {{"directory", model.directory}, {"decoder", model.decoder}};
   json.update(countsJson(model.total));
   json["classes"] = classesJson(model.byClass);
   json["shift_distances"] = model.shiftDistances;

@@ -3,10 +3,10 @@
 
 #include <algorithm>
 
-#include "model/read_class.h"
 #include "evaluation/evaluation.h"
 #include "evaluation/evaluation_figures.h"
 #include "evaluation/svg_chart.h"
+#include "model/read_class.h"
 
 namespace velto {
 namespace {
@@ -40,7 +40,9 @@ std::vector<std::string> headingOf(const std::string& title, const EvaluationRep
   std::vector<std::string> heading = {title};
   for (std::size_t m = 0; m < report.models.size(); ++m) {
     const std::string name = report.models.size() == 1 ? "model" : kModelNames[m];
-    heading.push_back(name + ": " + report.models[m].directory);
+    const ModelEvaluation& model = report.models[m];
+    heading.push_back(name + ": " + model.directory +
+                      (model.decoder.empty() ? "" : ", decoder " + model.decoder));
   }
   return heading;
 }

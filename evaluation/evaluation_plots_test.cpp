@@ -4,8 +4,8 @@
 
 #include <vector>
 
-#include "model/read_class.h"
 #include "evaluation/svg_chart.h"
+#include "model/read_class.h"
 
 namespace velto {
 namespace {
@@ -52,7 +52,6 @@ EvaluationCounts counts(long found) {
   c.bases = 100;
   c.coding = 40;
   c.called = c.both = c.inFrame = found;
-  c.neither = 60;
   return c;
 }
 

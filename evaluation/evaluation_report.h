@@ -18,6 +18,7 @@ struct RatePoint {
 
 struct ModelEvaluation {
   std::string directory;
+  std::string decoder;  // its name
   EvaluationCounts total;
   std::vector<EvaluationCounts> byClass;  // [readClassIndex]
   std::vector<RatePoint> byRate;          // ascending; empty when it was not asked for

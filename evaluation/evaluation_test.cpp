@@ -1,6 +1,8 @@
 #include "evaluation/evaluation.h"
 
 #include <gtest/gtest.h>
+#include <tbb/global_control.h>
+#include <tbb/task_arena.h>
 
 namespace velto {
 namespace {
@@ -15,15 +17,15 @@ std::vector<LabelledRead> codingReads(const std::vector<std::string>& transcript
     read.truth.coding = {{0, length - 1, 0}};
     read.truth.start = 0;
     read.truth.stop = length - 1;
-    read.bases.assign(static_cast<std::size_t>(length), 2);
+    read.bases.assign(static_cast<std::size_t>(length), 'G');
     reads.push_back(read);
   }
   return reads;
 }
 
 // Calls as many bases, in the right frame, as the transcript's name has letters.
-CalledRead callNameLength(const LabelledRead& read) {
-  CalledRead called;
+Prediction callNameLength(const LabelledRead& read) {
+  Prediction called;
   called.frame.assign(read.bases.size(), -1);
   for (std::size_t p = 0; p < read.truth.transcript.size(); ++p) called.frame[p] = 0;
   called.start = 0;
@@ -35,8 +37,11 @@ TEST(Evaluation, ResultsStandInTheOrderOfTheReadsAtAnyNumberOfThreads) {
   std::vector<std::string> names;
   for (int i = 0; i < 200; ++i) names.push_back(std::string(static_cast<std::size_t>(i % 7), 'x'));
   const std::vector<LabelledRead> reads = codingReads(names, 9);
-  for (const int threads : {0, 1, 2, 8}) {
-    const auto evaluations = evaluateReads(reads, callNameLength, threads);
+  for (const int threads : {1, 2, 8}) {
+    const tbb::global_control most(tbb::global_control::max_allowed_parallelism,
+                                   static_cast<std::size_t>(threads));
+    const auto evaluations =
+        tbb::task_arena(threads).execute([&] { return evaluateReads(reads, callNameLength); });
     ASSERT_EQ(evaluations.size(), reads.size());
     for (std::size_t i = 0; i < reads.size(); ++i) {
       EXPECT_EQ(evaluations[i].counts.inFrame, static_cast<long>(i % 7));
@@ -48,7 +53,7 @@ TEST(Evaluation, TotalsAreSumsOverAllReadsOverTranscriptsAndOverClasses) {
   std::vector<LabelledRead> reads = codingReads({"bb", "a", "bb"}, 9);
   const std::vector<LabelledRead> longReads = codingReads({"a"}, 600);
   reads.insert(reads.end(), longReads.begin(), longReads.end());
-  const auto evaluations = evaluateReads(reads, callNameLength, 1);
+  const auto evaluations = evaluateReads(reads, callNameLength);
   EXPECT_EQ(totalOf(evaluations).reads, 4);
   EXPECT_EQ(totalOf(evaluations).inFrame, 2 + 1 + 2 + 1);
   const auto byTranscript = totalsByTranscript(reads, evaluations);

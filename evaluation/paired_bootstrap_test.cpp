@@ -14,7 +14,6 @@ EvaluationCounts transcript(long found) {
   counts.bases = 20;
   counts.coding = 10;
   counts.called = counts.both = counts.inFrame = found;
-  counts.neither = 10;
   return counts;
 }
 

@@ -4,7 +4,6 @@
 #include <unordered_map>
 #include <utility>
 
-#include "core/base_code.h"
 #include "core/letter_codes.h"
 #include "seqio/record_reader.h"
 #include "seqio/text_input.h"
@@ -12,11 +11,9 @@
 namespace velto {
 
 ReadClass LabelledRead::readClass() const {
-  const auto gcBases = std::count_if(bases.begin(), bases.end(), [](short base) {
-    return base == baseCode('G') || base == baseCode('C');
-  });
-  const auto length = static_cast<int>(bases.size());
-  return classifyRead(length, length == 0 ? 0.0 : static_cast<double>(gcBases) * 100.0 / length);
+  std::vector<short> codes;
+  codeLetters(bases, Letters::kFolded, codes);
+  return classifyRead(static_cast<int>(codes.size()), gcPercent(codes));
 }
 
 std::vector<LabelledRead> simulateLabelled(const ReadSampling& sampling,
@@ -26,12 +23,18 @@ std::vector<LabelledRead> simulateLabelled(const ReadSampling& sampling,
   for (std::uint64_t index = 0; index < count; ++index) {
     SimulatedRead read = sampleRead(sampling, transcripts, index);
     TruthRow truth = truthOf(read, sampledReadName(index));
-    reads.push_back({std::move(truth), std::move(read.bases)});
+    reads.push_back({std::move(truth), baseLetters(read.bases), {}});
   }
   return reads;
 }
 
 namespace {
+
+// To the other strand.
+void turn(LabelledRead& read) {
+  read.bases = predictedLetters(read.bases, Strand::kMinus, Letters::kFolded);
+  std::reverse(read.qualities.begin(), read.qualities.end());
+}
 
 std::vector<TruthRow> loadTruth(const std::string& path) {
   TextInput input(path);
@@ -87,8 +90,9 @@ std::vector<LabelledRead> loadLabelled(const std::string& readsPath, const std::
   std::vector<LabelledRead> reads;
   Record record;
   while (records.next(record)) {
-    reads.push_back({rows.take(record, readsPath), baseCodes(record.bases)});
-    if (reads.back().truth.reversed) reverseComplement(reads.back().bases);
+    TruthRow row = rows.take(record, readsPath);
+    reads.push_back({std::move(row), std::move(record.bases), std::move(record.qualities)});
+    if (reads.back().truth.reversed) turn(reads.back());
   }
   rows.checkAllTaken(readsPath);
   return reads;

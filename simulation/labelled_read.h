@@ -1,7 +1,7 @@
 // Reads with known truth: simulated, or read from a FASTA file and its truth table.
 #pragma once
 
-#include <cstddef>
+#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -13,7 +13,8 @@ namespace velto {
 
 struct LabelledRead {
   TruthRow truth;
-  std::vector<short> bases;  // base codes, truth.length of them, along the transcript's strand
+  std::string bases;                    // letters, truth.length of them, along the transcript's strand
+  std::vector<std::uint8_t> qualities;  // Phred value per base; empty: not known
 
   // Class by length and share of G and C, as the predictor sees it. Class of an empty read: 0 % GC.
   ReadClass readClass() const;

@@ -38,9 +38,9 @@ TEST_F(LabelledReads, RowsAreFoundByNameInAnyOrder) {
   const auto reads = load(">b x\nACGT\n>a\nacgn\n", row("a") + row("b"));
   ASSERT_EQ(reads.size(), 2U);
   EXPECT_EQ(reads[0].truth.read, "b");
-  EXPECT_EQ(reads[0].bases, (std::vector<short>{0, 3, 2, 1}));
+  EXPECT_EQ(reads[0].bases, "ACGT");
   EXPECT_EQ(reads[1].truth.read, "a");
-  EXPECT_EQ(reads[1].bases, (std::vector<short>{0, 3, 2, -1}));
+  EXPECT_EQ(reads[1].bases, "acgn");
 }
 
 TEST_F(LabelledReads, ReadsAndRowsThatDoNotBelongTogetherAreRefusedByName) {
@@ -76,7 +76,7 @@ TEST_F(LabelledReads, WrittenReadsAndTruthReadBackAreTheSimulatedOnes) {
   const std::vector<LabelledRead> simulated = simulateLabelled(sampling, transcripts);
   std::string fasta, rows;
   for (const LabelledRead& read : simulated) {
-    fasta += ">" + read.truth.read + "\n" + baseLetters(read.bases) + "\n";
+    fasta += ">" + read.truth.read + "\n" + read.bases + "\n";
     rows += truthLine(read.truth);
   }
   const std::vector<LabelledRead> loaded = load(fasta, rows);
@@ -121,7 +121,7 @@ TEST(LabelledRead, ExampleReadsHaveNoStopCodonInTheirFrames) {
 
 TEST(LabelledRead, UnknownBasesCountInTheShareOfGc) {
   LabelledRead read;
-  read.bases = {2, 3, -1, 0};  // 50 %; without the unknown base it were 67 %
+  read.bases = "GCNA";  // 50 %; without the unknown base it were 67 %
   EXPECT_EQ(read.readClass().gcId, 1);
   read.bases.clear();
   EXPECT_EQ(read.readClass().name(), "96L0G0");

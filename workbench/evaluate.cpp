@@ -6,25 +6,19 @@
 #include <sstream>
 #include <system_error>
 
-#include "evaluation/evaluation.h"
 #include "evaluation/evaluation_plots.h"
 #include "evaluation/evaluation_report.h"
-#include "evaluation/model_predictor.h"
+#include "evaluation/model_evaluation.h"
 #include "evaluation/rate_series.h"
 #include "seqio/output_set.h"
 #include "workbench/file_options.h"
 #include "workbench/sampling_options.h"
+#include "workbench/threads.h"
 
 namespace velto {
 namespace {
 
 // ---- 1. Reads
-
-// Reads with alike error rates, all of them or those of one share of the indel rates.
-struct ReadSet {
-  std::vector<LabelledRead> reads;
-  bool isWhole;  // the reads that were asked for
-};
 
 std::vector<ReadSet> simulatedSets(const EvaluateOptions& options) {
   const std::vector<Transcript> transcripts =
@@ -47,41 +41,26 @@ std::vector<ReadSet> readSets(const EvaluateOptions& options) {
 
 // ---- 2. Models
 
-struct Evaluated {
-  ModelEvaluation model;
-  std::vector<EvaluationCounts> byTranscript;
-};
-
-void keepWhole(const ReadSet& set, const std::vector<ReadEvaluation>& evaluations,
-               Evaluated& result) {
-  result.model.total = totalOf(evaluations);
-  result.model.byClass = totalsByClass(set.reads, evaluations);
-  result.byTranscript = totalsByTranscript(set.reads, evaluations);
-  for (const ReadEvaluation& evaluation : evaluations) {
-    result.model.shiftDistances.insert(result.model.shiftDistances.end(),
-                                       evaluation.shiftDistances.begin(),
-                                       evaluation.shiftDistances.end());
+JudgedModel judge(const std::string& directory, const std::string& decoder,
+                  const std::vector<ReadSet>& sets, const EvaluateOptions& options) {
+  RateSeries series = RateSeries::kNone;
+  if (!options.plotsPath.empty()) {
+    series = options.readsPath.empty() ? RateSeries::kSets : RateSeries::kReads;
   }
+  const Predictor predictor(directory, decoder);
+  JudgedModel judged =
+      withThreads(options.threads, [&] { return judgeModel(predictor, sets, series); });
+  judged.evaluation.directory = directory;
+  judged.evaluation.decoder = predictor.decoder();
+  return judged;
 }
 
-Evaluated evaluateModel(const std::string& directory, const std::vector<ReadSet>& sets,
-                        const EvaluateOptions& options) {
-  const ModelPredictor models(directory);
-  const CallRead predict = [&](const LabelledRead& read) { return models.predict(read.bases); };
-  Evaluated result;
-  result.model.directory = directory;
-  for (const ReadSet& set : sets) {
-    const std::vector<ReadEvaluation> evaluations =
-        evaluateReads(set.reads, predict, options.threads);
-    if (set.isWhole) keepWhole(set, evaluations, result);
-    if (options.plotsPath.empty()) continue;
-    if (options.readsPath.empty()) {
-      result.model.byRate.push_back(ratePoint(totalOf(evaluations)));
-    } else {
-      result.model.byRate = ratePointsOfReads(evaluations);
-    }
-  }
-  return result;
+bool comparesTwo(const EvaluateOptions& options) {
+  return !options.compareDirectory.empty() || !options.compareDecoder.empty();
+}
+
+const std::string& secondDirectory(const EvaluateOptions& options) {
+  return options.compareDirectory.empty() ? options.modelDirectory : options.compareDirectory;
 }
 
 // ---- 3. Output
@@ -105,11 +84,13 @@ std::string lengthsText(const ReadSampling& sampling) {
          std::to_string(sampling.lengths->longest);
 }
 
-std::vector<std::pair<std::string, std::string>> inputOf(const EvaluateOptions& options) {
-  std::vector<std::pair<std::string, std::string>> input = {{"model", options.modelDirectory}};
-  if (!options.compareDirectory.empty()) {
-    input.front().first = "first model";
-    input.emplace_back("second model", options.compareDirectory);
+std::vector<std::pair<std::string, std::string>> inputOf(const std::vector<ModelEvaluation>& models,
+                                                         const EvaluateOptions& options) {
+  std::vector<std::pair<std::string, std::string>> input;
+  for (std::size_t m = 0; m < models.size(); ++m) {
+    const std::string which = models.size() == 1 ? "" : (m == 0 ? "first " : "second ");
+    input.emplace_back(which + "model", models[m].directory);
+    input.emplace_back(which + "decoder", models[m].decoder);
   }
   if (!options.readsPath.empty()) {
     input.emplace_back("reads file", options.readsPath);
@@ -222,16 +203,17 @@ void evaluate(const EvaluateOptions& options) {
   openOutputs(options, outputs);
   const std::vector<ReadSet> sets = readSets(options);
   EvaluationReport report;
-  report.input = inputOf(options);
-  const Evaluated first = evaluateModel(options.modelDirectory, sets, options);
+  const JudgedModel first = judge(options.modelDirectory, options.decoder, sets, options);
   report.transcripts = static_cast<long>(first.byTranscript.size());
-  report.models.push_back(first.model);
-  if (!options.compareDirectory.empty()) {
-    const Evaluated second = evaluateModel(options.compareDirectory, sets, options);
-    report.models.push_back(second.model);
+  report.models.push_back(first.evaluation);
+  if (comparesTwo(options)) {
+    const JudgedModel second =
+        judge(secondDirectory(options), options.compareDecoder, sets, options);
+    report.models.push_back(second.evaluation);
     report.differences =
         pairedBootstrap(first.byTranscript, second.byTranscript, options.sampling.seed);
   }
+  report.input = inputOf(report.models, options);
   writeReport(report, outputs);
 }
 
@@ -240,8 +222,11 @@ void addEvaluateCommand(CLI::App& app) {
   const auto line = std::make_shared<CommandLine>();
   EvaluateOptions& options = line->options;
   command->add_option("-d,--model", options.modelDirectory, "Model directory")->required();
+  command->add_option("--decoder", options.decoder, "Decoder [the model's default one]");
   command->add_option("--compare", options.compareDirectory,
                       "Second model directory, judged by the same reads");
+  command->add_option("--compare-decoder", options.compareDecoder,
+                      "Decoder of the second model, by default of the same directory");
   command->add_option("--reads", options.readsPath, "Labelled reads; needs --truth")
       ->check(fileName());
   command->add_option("--truth", options.truthPath, "Their truth table, from velto simulate")

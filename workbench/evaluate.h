@@ -12,7 +12,10 @@ namespace velto {
 
 struct EvaluateOptions {
   std::string modelDirectory;
-  std::string compareDirectory;  // empty: one model
+  std::string decoder;           // empty: the model's default one
+  std::string compareDirectory;  // empty: the same directory if there is a second decoder, else
+                                 // one model
+  std::string compareDecoder;    // empty: the second model's default one
   std::string readsPath;         // empty: reads are simulated
   std::string truthPath;
   std::vector<std::string> codingFiles;

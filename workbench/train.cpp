@@ -1,6 +1,5 @@
 #include "workbench/train.h"
 
-#include <tbb/global_control.h>
 #include <unistd.h>
 
 #include <iostream>
@@ -12,6 +11,7 @@
 #include "training/trainer.h"
 #include "training/transcript_groups.h"
 #include "workbench/file_options.h"
+#include "workbench/threads.h"
 
 namespace velto {
 namespace {
@@ -40,6 +40,12 @@ std::string joined(const std::vector<std::string>& files) {
   return text;
 }
 
+std::vector<TrainedDecoder> trainAll(const TrainingJob& job) {
+  std::vector<TrainedDecoder> decoders;
+  for (const Trainer& trainer : trainers()) decoders.push_back(trainer.train(job));
+  return decoders;
+}
+
 void remark(const std::vector<TrainedDecoder>& decoders) {
   for (const TrainedDecoder& decoder : decoders) {
     for (const std::string& line : decoder.remarks) std::cerr << "velto: " << line << "\n";
@@ -65,13 +71,8 @@ void train(const TrainOptions& options) {
   if (!options.quiet && isatty(STDERR_FILENO) != 0) {
     job.progress = [](const std::string& line) { std::cerr << "velto: " << line << "\n"; };
   }
-  std::unique_ptr<tbb::global_control> limit;
-  if (options.threads > 0) {
-    limit = std::make_unique<tbb::global_control>(tbb::global_control::max_allowed_parallelism,
-                                                  static_cast<std::size_t>(options.threads));
-  }
-  std::vector<TrainedDecoder> decoders;
-  for (const Trainer& trainer : trainers()) decoders.push_back(trainer.train(job));
+  const std::vector<TrainedDecoder> decoders =
+      withThreads(options.threads, [&job] { return trainAll(job); });
   if (!options.quiet) remark(decoders);
   const CardFacts facts{VELTO_VERSION,       commandText(options),   options.seed,
                         options.codingFiles, options.noncodingFiles, coding.counts,
