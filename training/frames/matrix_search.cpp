@@ -9,7 +9,7 @@
 
 #include "core/random.h"
 #include "decoder/coding_region.h"
-#include "decoder/frame_path.h"
+#include "decoder/decode_frames.h"
 #include "decoder/frame_scores.h"
 #include "decoder/layout.h"
 #include "decoder/shift_placement.h"
@@ -18,20 +18,17 @@
 namespace velto {
 namespace {
 
-constexpr int kNoState = -1;
-constexpr int kStartState = 2;
-constexpr int kStopState = 3;
-
 bool isVoteClass(int code) { return code == kCodingWindow || code == kNonCodingWindow; }
 
 // Scratch of one thread.
-struct Workspace {
-  std::vector<dpNode> nodes;
+struct Scratch {
+  std::vector<FrameStep> steps;
+  FrameTrellis trellis;
   std::vector<int> path;
 };
 
-Workspace& workspace() {
-  thread_local Workspace scratch;
+Scratch& threadScratch() {
+  thread_local Scratch scratch;
   return scratch;
 }
 
@@ -55,33 +52,22 @@ void TiedMatrix::fill(double (&matrix)[16]) const {
 
 // ---- Reads
 
-TransitionTable::TransitionTable(const double (&matrix)[16]) {
-  constexpr double kNoStatePenalty = -70.0;
-  for (int now = kNoState; now <= kStopState; ++now) {
-    for (int before = kNoState; before <= kStopState; ++before) {
-      const int index = 4 * now + before;
-      score[now + 1][before + 1] =
-          (index < 0 ? 0.0 : matrix[index]) + (now == kNoState ? kNoStatePenalty : 0.0);
-    }
-  }
-}
-
-// Judges each trial window once. A window is known by its end, the frame of its start and the
-// shift.
-class ScoredRead::PlaceJudge : public TrialJudge {
+// Tries each trial window once. A window is known by its end, the frame of its start and the shift.
+class ScoredRead::KeptTrials : public TrialJudge {
  public:
-  explicit PlaceJudge(const ScoredRead& read) : read_(read) {}
+  explicit KeptTrials(const ScoredRead& read) : read_(read) {}
 
   int bestTrial(const TrialWindow& window, int otherwise) override {
+    std::vector<signed char>& trials = read_.trials_;
     const std::size_t key = static_cast<std::size_t>(window.end / 3) * 6 +
                             static_cast<std::size_t>(window.start % 3 * 2 + window.shift - 1);
-    if (key >= read_.places_.size()) read_.places_.resize(key + 1, kNotJudged);
-    if (read_.places_[key] == kNotJudged) {
+    if (key >= trials.size()) trials.resize(key + 1, kNotTried);
+    if (trials[key] == kNotTried) {
       const std::vector<short>& bases = read_.read_.bases;
-      read_.places_[key] = static_cast<signed char>(
+      trials[key] = static_cast<signed char>(
           read_.vote_->bestTrial(bases.data(), read_.read_.length(), window, otherwise));
     }
-    return read_.places_[key];
+    return trials[key];
   }
 
  private:
@@ -92,73 +78,47 @@ ScoredRead::ScoredRead(SimulatedRead read, const BinnedVote& vote, int windowWid
     : read_(std::move(read)), vote_(&vote), windowWidth_(windowWidth) {
   const WindowScores scores = vote.score(windowWidth, read_.bases.data(), read_.length());
   const ModelTables unused;
-  const ModelView model{unused, windowWidth};
   std::vector<double> frameScore[3];
   layout lay;
-  layOutFrames(model, read_.bases.data(), read_.length(), scores, lay, frameScore);
-  const auto half = static_cast<std::size_t>(model.windowWidth / 6);
+  layOutFrames({unused, windowWidth}, read_.bases.data(), read_.length(), scores, lay, frameScore);
+  const auto half = static_cast<std::size_t>(windowWidth / 6);
   steps_.resize(lay.cls[0].size());
   for (std::size_t k = 0; k < steps_.size(); ++k) {
     for (std::size_t f = 0; f < 3; ++f) {
       // The steps before the first full window take its class.
       const std::size_t source = lay.cls[f].size() > half ? std::max(k, half) : k;
       const int code = source < lay.cls[f].size() ? lay.cls[f][source] : kNoWindow;
-      steps_[k].state[f] =
-          isVoteClass(code) ? kVoted : static_cast<signed char>(decodingState(code));
-      steps_[k].vote[f] =
+      Step& step = steps_[k];
+      step.laid.state[f] =
+          isVoteClass(code) ? kVoted : static_cast<std::int8_t>(decodingState(code));
+      step.laid.atg[f] = k < lay.met[f].size() && lay.met[f][k] == kAtgCodon;
+      step.vote[f] =
           source < frameScore[f].size() ? static_cast<float>(frameScore[f][source]) : 0.0F;
-      steps_[k].atg[f] = k < lay.met[f].size() && lay.met[f][k] == kAtgCodon;
     }
   }
 }
 
-void ScoredRead::decode(const TransitionTable& table, double shift, AccuracyTally& tally) const {
-  constexpr double kAtgStart = 2.0, kOpenStart = -30.0, kFrameChange = -20.0, kWorst = -1000.0;
-  Workspace& scratch = workspace();
-  scratch.nodes.resize(3 * steps_.size());
-  dpNode* node = scratch.nodes.data();
-  const float threshold = static_cast<float>(-shift);
-  int before[3] = {};  // states at the previous step, a freshly started path's included
-  for (std::size_t k = 0; k < steps_.size(); ++k, node += 3) {
-    const Step& step = steps_[k];
-    int own[3];  // states at this step
+void ScoredRead::decode(const double (&matrix)[16], double shift, AccuracyTally& tally) const {
+  Scratch& scratch = threadScratch();
+  const auto threshold = static_cast<float>(-shift);
+  scratch.steps.clear();
+  for (const Step& step : steps_) {
+    FrameStep laid = step.laid;
     for (std::size_t f = 0; f < 3; ++f) {
-      own[f] = step.state[f] == kVoted ? (step.vote[f] > threshold ? 0 : 1) : step.state[f];
-      double best = step.atg[f] ? kAtgStart : (k == 0 ? kOpenStart : kWorst);
-      int from = step.atg[f] || k == 0 ? kPathBegins : -1;
-      for (std::size_t g = 0; k > 0 && g < 3; ++g) {
-        double s = table.score[own[f] + 1][before[g] + 1] + (node - 3)[g].score;
-        if (g != f) s += kFrameChange;
-        if (s > best || (s == best && g == f)) {
-          best = s;
-          from = static_cast<int>(g);
-        }
-      }
-      if (best < kOpenStart) {
-        best = kOpenStart;
-        from = kPathBegins;
-      }
-      node[f].score = best;
-      node[f].prevFrame = from;
-      node[f].term = k > 0 && (own[f] == kNoState || own[f] == kStopState) ? 1 : -1;
+      if (laid.state[f] != kVoted) continue;
+      const int code = step.vote[f] > threshold ? kCodingWindow : kNonCodingWindow;
+      laid.state[f] = static_cast<std::int8_t>(decodingState(code));
     }
-    for (std::size_t f = 0; f < 3; ++f) {
-      before[f] = node[f].prevFrame == kPathBegins ? kStartState : own[f];
-    }
+    scratch.steps.push_back(laid);
   }
-  scratch.path.clear();
+  KeptTrials trials(*this);
   const TracedPath traced =
-      traceFramePath(scratch.nodes.data(), static_cast<int>(steps_.size()), scratch.path);
-  if (traced.score > kLeastCodingScore) {
-    PlaceJudge judge(*this);
-    placeShifts(judge, windowWidth_, traced.endStep, scratch.path);
-  }
+      decodeSteps({matrix, windowWidth_}, scratch.steps, trials, scratch.trellis, scratch.path);
   tallyRead(read_, scratch.path, codingRegion(scratch.path, traced.score), tally);
 }
 
 PresetTallies tallyReads(const SearchReads& reads, const double (&matrix)[16], double shift,
                          double fraction) {
-  const TransitionTable table(matrix);
   PresetTallies tallies;
   for (std::size_t preset = 0; preset < kSearchPresets; ++preset) {
     const std::vector<ScoredRead>& list = reads.ofPreset[preset];
@@ -167,7 +127,8 @@ PresetTallies tallyReads(const SearchReads& reads, const double (&matrix)[16], d
     tallies[preset] = tbb::parallel_reduce(
         tbb::blocked_range<std::size_t>(0, count, 16), AccuracyTally(),
         [&](const tbb::blocked_range<std::size_t>& part, AccuracyTally sum) {
-          for (std::size_t i = part.begin(); i < part.end(); ++i) list[i].decode(table, shift, sum);
+          for (std::size_t i = part.begin(); i < part.end(); ++i)
+            list[i].decode(matrix, shift, sum);
           return sum;
         },
         [](AccuracyTally a, const AccuracyTally& b) {

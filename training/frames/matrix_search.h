@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <vector>
 
+#include "decoder/path_recurrence.h"
 #include "model/model_tables.h"
 #include "model/read_class.h"
 #include "training/frames/binned_vote.h"
@@ -39,39 +40,31 @@ struct TiedMatrix {
   void fill(double (&matrix)[16]) const;
 };
 
-// The additive scores of a matrix in the form that fast decoding reads: [state now + 1][state
-// before + 1], the penalty of having no state included.
-struct TransitionTable {
-  explicit TransitionTable(const double (&matrix)[16]);
-  double score[5][5];
-};
-
 // A read with its window votes, ready to be decoded under any matrix and shift.
 class ScoredRead {
  public:
   // `vote` must outlive the read.
   ScoredRead(SimulatedRead read, const BinnedVote& vote, int windowWidth);
 
-  // Decodes, places the shifts and adds to the tally: the region that the decoder finds, but for
-  // rounding. One thread at a time: places are kept for the next matrix.
-  void decode(const TransitionTable& table, double shift, AccuracyTally& tally) const;
+  // Decodes as the frame decoder does, but for the rounding of votes, and adds to the tally. One
+  // thread at a time: best trials are kept for the next matrix.
+  void decode(const double (&matrix)[16], double shift, AccuracyTally& tally) const;
 
  private:
-  struct Step {            // one codon step
-    float vote[3];         // [frame]; where state is kVoted
-    signed char state[3];  // [frame]; decoding state, or kVoted
-    bool atg[3];           // [frame]
+  struct Step {
+    FrameStep laid;  // states of voted windows: kVoted
+    float vote[3];   // [frame]
   };
   static constexpr signed char kVoted = 9;
-  static constexpr signed char kNotJudged = -1;
-  class PlaceJudge;
+  static constexpr signed char kNotTried = -1;
+  class KeptTrials;
 
   SimulatedRead read_;
   const BinnedVote* vote_;
-  int windowWidth_;  // bases
-  std::vector<Step> steps_;
-  mutable std::vector<signed char> places_;  // [last codon step of a trial window][first base's
-                                             // frame][shift - 1], or kNotJudged
+  int windowWidth_;                          // bases
+  std::vector<Step> steps_;                  // as the frame decoder lays them out
+  mutable std::vector<signed char> trials_;  // best ones: [last codon step of a trial window][first
+                                             // base's frame][shift - 1], or kNotTried
 };
 
 // Reads of one class by preset.

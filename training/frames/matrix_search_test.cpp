@@ -75,7 +75,7 @@ TEST(MatrixSearch, FastDecodingAgreesWithTheDecoderUnderOneMatrixAfterAnother) {
       double matrix[16];
       numbers.fill(matrix);
       AccuracyTally fast;
-      scored.decode(TransitionTable(matrix), shift, fast);
+      scored.decode(matrix, shift, fast);
       const AccuracyTally plain = tallyByDecoder(read, vote, shift, matrix);
       EXPECT_EQ(fast.called, plain.called) << k << ' ' << turn;
       EXPECT_EQ(fast.inFrame, plain.inFrame) << k << ' ' << turn;
