@@ -27,10 +27,6 @@ FigureValue stopExact(const EvaluationCounts& counts) {
   return ratio(counts.stopsExact, counts.stopsInside);
 }
 
-FigureValue bothExact(const EvaluationCounts& counts) {
-  return ratio(counts.bothExact, counts.bothInside);
-}
-
 }  // namespace
 
 FigureValue sensitivityOf(const EvaluationCounts& counts) {
@@ -61,6 +57,10 @@ FigureValue frameF1Of(const EvaluationCounts& counts) {
 
 FigureValue noncodingCalledOf(const EvaluationCounts& counts) {
   return ratio(counts.noncodingCalled, counts.noncodingReads);
+}
+
+FigureValue bothExactOf(const EvaluationCounts& counts) {
+  return ratio(counts.bothExact, counts.bothInside);
 }
 
 const std::vector<Figure>& evaluationFigures() {
@@ -99,7 +99,7 @@ const std::vector<Figure>& evaluationFigures() {
       {"noncoding_called", "non-coding reads called", true, true, noncodingCalledOf},
       {"start_exact", "start exact", false, true, startExact},
       {"stop_exact", "stop exact", false, true, stopExact},
-      {"start_and_stop_exact", "start and stop exact", false, true, bothExact}};
+      {"start_and_stop_exact", "start and stop exact", false, true, bothExactOf}};
   return figures;
 }
 

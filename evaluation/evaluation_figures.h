@@ -26,7 +26,7 @@ struct Figure {
 // All figures in the order of the reports.
 const std::vector<Figure>& evaluationFigures();
 
-// The figures that stand in tables by class and in plots.
+// The figures that stand in tables by class, in plots and in model cards.
 FigureValue sensitivityOf(const EvaluationCounts& counts);
 FigureValue precisionOf(const EvaluationCounts& counts);
 FigureValue correlationOf(const EvaluationCounts& counts);
@@ -34,5 +34,6 @@ FigureValue frameSensitivityOf(const EvaluationCounts& counts);
 FigureValue framePrecisionOf(const EvaluationCounts& counts);
 FigureValue frameF1Of(const EvaluationCounts& counts);
 FigureValue noncodingCalledOf(const EvaluationCounts& counts);
+FigureValue bothExactOf(const EvaluationCounts& counts);
 
 }  // namespace velto

@@ -8,11 +8,12 @@
 #include <numeric>
 
 #include "core/random.h"
-#include "decoder/coding_region.h"
 #include "decoder/decode_frames.h"
 #include "decoder/frame_scores.h"
 #include "decoder/layout.h"
+#include "decoder/placed_call.h"
 #include "decoder/shift_placement.h"
+#include "evaluation/evaluation_figures.h"
 #include "training/frames/window_features.h"
 
 namespace velto {
@@ -25,6 +26,7 @@ struct Scratch {
   std::vector<FrameStep> steps;
   FrameTrellis trellis;
   std::vector<int> path;
+  Call call;
 };
 
 Scratch& threadScratch() {
@@ -98,7 +100,7 @@ ScoredRead::ScoredRead(SimulatedRead read, const BinnedVote& vote, int windowWid
   }
 }
 
-void ScoredRead::decode(const double (&matrix)[16], double shift, AccuracyTally& tally) const {
+EvaluationCounts ScoredRead::decode(const double (&matrix)[16], double shift) const {
   Scratch& scratch = threadScratch();
   const auto threshold = static_cast<float>(-shift);
   scratch.steps.clear();
@@ -114,49 +116,59 @@ void ScoredRead::decode(const double (&matrix)[16], double shift, AccuracyTally&
   KeptTrials trials(*this);
   const TracedPath traced =
       decodeSteps({matrix, windowWidth_}, scratch.steps, trials, scratch.trellis, scratch.path);
-  tallyRead(read_, scratch.path, codingRegion(scratch.path, traced.score), tally);
+  Call& call = scratch.call;
+  call.clear();
+  callPath(scratch.path, traced.score, read_.length(), call);
+  return countRegion({read_.frame, read_.start, read_.stop, read_.startInside, read_.stopInside},
+                     call.frame, call.start, call.stop);
 }
 
-PresetTallies tallyReads(const SearchReads& reads, const double (&matrix)[16], double shift,
-                         double fraction) {
-  PresetTallies tallies;
+PresetCounts countReads(const SearchReads& reads, const double (&matrix)[16], double shift,
+                        double fraction) {
+  PresetCounts counts;
   for (std::size_t preset = 0; preset < kSearchPresets; ++preset) {
     const std::vector<ScoredRead>& list = reads.ofPreset[preset];
-    const auto count =
+    const auto used =
         static_cast<std::size_t>(std::ceil(fraction * static_cast<double>(list.size())));
-    tallies[preset] = tbb::parallel_reduce(
-        tbb::blocked_range<std::size_t>(0, count, 16), AccuracyTally(),
-        [&](const tbb::blocked_range<std::size_t>& part, AccuracyTally sum) {
-          for (std::size_t i = part.begin(); i < part.end(); ++i)
-            list[i].decode(matrix, shift, sum);
+    counts[preset] = tbb::parallel_reduce(
+        tbb::blocked_range<std::size_t>(0, used, 16), EvaluationCounts(),
+        [&](const tbb::blocked_range<std::size_t>& part, EvaluationCounts sum) {
+          for (std::size_t i = part.begin(); i < part.end(); ++i) {
+            sum += list[i].decode(matrix, shift);
+          }
           return sum;
         },
-        [](AccuracyTally a, const AccuracyTally& b) {
-          a.add(b);
-          return a;
-        });
+        [](EvaluationCounts a, const EvaluationCounts& b) { return a += b; });
   }
-  return tallies;
+  return counts;
 }
 
 // ---- Search
 
-double searchValue(const PresetTallies& tallies, const SearchObjective& objective) {
+namespace {
+
+// 0 where there is nothing to be judged.
+double orZero(const FigureValue& figure) { return figure.value.value_or(0.0); }
+
+}  // namespace
+
+double searchValue(const PresetCounts& counts, const SearchObjective& objective) {
   double value = 0.0;
   for (std::size_t preset = 0; preset < kNoncodingReads; ++preset) {
-    const AccuracyTally& tally = tallies[preset];
-    value += objective.presetWeights[preset] *
-             (objective.frameF1 * tally.frameF1() + objective.frameRecall * tally.frameRecall() +
-              objective.correlation * tally.correlation());
+    const EvaluationCounts& of = counts[preset];
+    value +=
+        objective.presetWeights[preset] * (objective.frameF1 * orZero(frameF1Of(of)) +
+                                           objective.frameRecall * orZero(frameSensitivityOf(of)) +
+                                           objective.correlation * orZero(correlationOf(of)));
   }
   // By the fraction of reads that hold a whole region: a few such reads among short ones tell
   // little.
-  const AccuracyTally& clean = tallies[kCleanReads];
+  const EvaluationCounts& clean = counts[kCleanReads];
   if (clean.reads > 0) {
-    value += objective.exactBonus * static_cast<double>(clean.exactRegions) /
+    value += objective.exactBonus * static_cast<double>(clean.bothExact) /
              static_cast<double>(clean.reads);
   }
-  const double excess = tallies[kNoncodingReads].callRate() - objective.freeCalls;
+  const double excess = orZero(noncodingCalledOf(counts[kNoncodingReads])) - objective.freeCalls;
   return value - objective.callCost * std::max(0.0, excess);
 }
 
@@ -283,11 +295,11 @@ class Search {
   double valueOf(const TiedMatrix& numbers, double fraction) const {
     double matrix[16];
     numbers.fill(matrix);
-    PresetTallies sum;
+    PresetCounts sum;
     for (std::size_t gc = 0; gc < kGcClasses; ++gc) {
-      const PresetTallies ofClass = tallyReads(reads_[gc], matrix, numbers.shifts[gc], fraction);
+      const PresetCounts ofClass = countReads(reads_[gc], matrix, numbers.shifts[gc], fraction);
       for (std::size_t preset = 0; preset < kSearchPresets; ++preset) {
-        sum[preset].add(ofClass[preset]);
+        sum[preset] += ofClass[preset];
       }
     }
     return searchValue(sum, objective_) - kSpreadPenalty * spread(numbers.shifts);

@@ -7,10 +7,11 @@
 #include <vector>
 
 #include "decoder/path_recurrence.h"
+#include "evaluation/evaluation_counts.h"
 #include "model/model_tables.h"
 #include "model/read_class.h"
+#include "simulation/read_simulator.h"
 #include "training/frames/binned_vote.h"
-#include "training/frames/read_accuracy.h"
 
 namespace velto {
 
@@ -19,7 +20,8 @@ constexpr int kGcClasses = 4;
 // What the reads of a search differ in: error rates of coding reads, or non-coding reads.
 enum SearchPreset { kEstReads, kMildReads, kCleanReads, kNoncodingReads, kSearchPresets };
 
-using PresetTallies = std::array<AccuracyTally, kSearchPresets>;
+// Counts of each preset; frameshifts are not counted.
+using PresetCounts = std::array<EvaluationCounts, kSearchPresets>;
 
 // Numbers of a matrix with the entries that the search ties together, and the shifts added to the
 // votes of the GC classes.
@@ -46,9 +48,9 @@ class ScoredRead {
   // `vote` must outlive the read.
   ScoredRead(SimulatedRead read, const BinnedVote& vote, int windowWidth);
 
-  // Decodes as the frame decoder does, but for the rounding of votes, and adds to the tally. One
+  // Counts of the read decoded as the frame decoder does it, but for the rounding of votes. One
   // thread at a time: best trials are kept for the next matrix.
-  void decode(const double (&matrix)[16], double shift, AccuracyTally& tally) const;
+  EvaluationCounts decode(const double (&matrix)[16], double shift) const;
 
  private:
   struct Step {
@@ -74,10 +76,10 @@ struct SearchReads {
 
 using GroupReads = std::array<SearchReads, kGcClasses>;  // [GC class], of one length group
 
-// Accuracy on the first `fraction` of the reads of each preset of one class. Uses all threads of
+// Counts of the first `fraction` of the reads of each preset of one class. Uses all threads of
 // the calling arena.
-PresetTallies tallyReads(const SearchReads& reads, const double (&matrix)[16], double shift,
-                         double fraction = 1.0);
+PresetCounts countReads(const SearchReads& reads, const double (&matrix)[16], double shift,
+                        double fraction = 1.0);
 
 // What a search maximises. The value of a matrix is the mean over the presets of coding reads, by
 // their weights, of frame F1, frame recall and correlation, by theirs; more for exact regions, less
@@ -91,7 +93,7 @@ struct SearchObjective {
   double freeCalls = 0.2;   // share of non-coding reads whose calls cost nothing
   double callCost = 2.0;    // of the share of the other non-coding reads that are called
 };
-double searchValue(const PresetTallies& tallies, const SearchObjective& objective);
+double searchValue(const PresetCounts& counts, const SearchObjective& objective);
 
 struct SearchPlan {
   int generations;       // of a population of candidates, judged by a fraction of the reads

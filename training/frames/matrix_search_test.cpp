@@ -5,6 +5,7 @@
 
 #include "decoder/frame_path.h"
 #include "decoder/frame_scores.h"
+#include "decoder/placed_call.h"
 #include "decoder/shift_placement.h"
 #include "simulation/synthetic_species.h"
 
@@ -36,8 +37,8 @@ SimulatedRead readOf(const Transcript& transcript, std::uint64_t seed) {
 }
 
 // The same figures by the decoder itself.
-AccuracyTally tallyByDecoder(const SimulatedRead& read, const BinnedVote& vote, double shift,
-                             const double (&matrix)[16]) {
+EvaluationCounts countByDecoder(const SimulatedRead& read, const BinnedVote& vote, double shift,
+                                const double (&matrix)[16]) {
   ModelTables tables;
   vote.write(96, shift, tables);
   const ModelView model{tables, 96};
@@ -52,9 +53,10 @@ AccuracyTally tallyByDecoder(const SimulatedRead& read, const BinnedVote& vote, 
   std::vector<int> path;
   const TracedPath traced = traceFramePath(nodes.data(), static_cast<int>(steps), path);
   placeShifts(model, read.bases.data(), read.length(), traced.endStep, path);
-  AccuracyTally tally;
-  tallyRead(read, path, codingRegion(path, traced.score), tally);
-  return tally;
+  Call call;
+  callPath(path, traced.score, read.length(), call);
+  return countRegion({read.frame, read.start, read.stop, read.startInside, read.stopInside},
+                     call.frame, call.start, call.stop);
 }
 
 TEST(MatrixSearch, FastDecodingAgreesWithTheDecoderUnderOneMatrixAfterAnother) {
@@ -74,12 +76,11 @@ TEST(MatrixSearch, FastDecodingAgreesWithTheDecoderUnderOneMatrixAfterAnother) {
       const double shift = roundedToFile(random.real() - 0.5);
       double matrix[16];
       numbers.fill(matrix);
-      AccuracyTally fast;
-      scored.decode(matrix, shift, fast);
-      const AccuracyTally plain = tallyByDecoder(read, vote, shift, matrix);
+      const EvaluationCounts fast = scored.decode(matrix, shift);
+      const EvaluationCounts plain = countByDecoder(read, vote, shift, matrix);
       EXPECT_EQ(fast.called, plain.called) << k << ' ' << turn;
       EXPECT_EQ(fast.inFrame, plain.inFrame) << k << ' ' << turn;
-      EXPECT_EQ(fast.exactRegions, plain.exactRegions) << k << ' ' << turn;
+      EXPECT_EQ(fast.bothExact, plain.bothExact) << k << ' ' << turn;
       called += plain.called;
     }
   }
@@ -104,10 +105,10 @@ GroupReads searchReads() {
 double valueOf(const GroupReads& reads, const TiedMatrix& numbers) {
   double matrix[16];
   numbers.fill(matrix);
-  PresetTallies sum;
+  PresetCounts sum;
   for (std::size_t gc = 0; gc < kGcClasses; ++gc) {
-    const PresetTallies tallies = tallyReads(reads[gc], matrix, numbers.shifts[gc]);
-    for (std::size_t p = 0; p < kSearchPresets; ++p) sum[p].add(tallies[p]);
+    const PresetCounts counts = countReads(reads[gc], matrix, numbers.shifts[gc]);
+    for (std::size_t p = 0; p < kSearchPresets; ++p) sum[p] += counts[p];
   }
   return searchValue(sum, SearchObjective());
 }
@@ -152,14 +153,14 @@ TEST(MatrixSearch, CallsOfNoncodingReadsBeyondTheFreeOnesCost) {
   SearchObjective objective;
   objective.freeCalls = 0.2;
   objective.callCost = 0.5;
-  PresetTallies tallies;
-  tallies[kNoncodingReads].reads = 100;
-  tallies[kNoncodingReads].readsCalled = 20;
-  EXPECT_DOUBLE_EQ(searchValue(tallies, objective), 0.0);
-  tallies[kNoncodingReads].readsCalled = 50;
-  EXPECT_DOUBLE_EQ(searchValue(tallies, objective), -0.15);
+  PresetCounts counts;
+  counts[kNoncodingReads].noncodingReads = 100;
+  counts[kNoncodingReads].noncodingCalled = 20;
+  EXPECT_DOUBLE_EQ(searchValue(counts, objective), 0.0);
+  counts[kNoncodingReads].noncodingCalled = 50;
+  EXPECT_DOUBLE_EQ(searchValue(counts, objective), -0.15);
   objective.freeCalls = 0.0;
-  EXPECT_DOUBLE_EQ(searchValue(tallies, objective), -0.25);
+  EXPECT_DOUBLE_EQ(searchValue(counts, objective), -0.25);
 }
 
 TEST(MatrixSearch, ValueIsTheWeightedMeanOverThePresets) {
@@ -171,18 +172,18 @@ TEST(MatrixSearch, ValueIsTheWeightedMeanOverThePresets) {
   objective.frameRecall = 0.25;
   objective.correlation = 0.5;
   objective.exactBonus = 0.2;
-  PresetTallies tallies;
-  AccuracyTally& est = tallies[kEstReads];
+  PresetCounts counts;
+  EvaluationCounts& est = counts[kEstReads];
   est.bases = 400;
   est.coding = 100;
   est.called = 100;
-  est.codingCalled = 75;
+  est.both = 75;
   est.inFrame = 50;
-  AccuracyTally& clean = tallies[kCleanReads];
+  EvaluationCounts& clean = counts[kCleanReads];
   clean.reads = 10;
-  clean.exactRegions = 5;
+  clean.bothExact = 5;
   // Frame F1 100 / 200; frame recall 50 / 100; correlation (75 x 275 - 25 x 25) / (100 x 300).
-  EXPECT_DOUBLE_EQ(searchValue(tallies, objective),
+  EXPECT_DOUBLE_EQ(searchValue(counts, objective),
                    0.5 * (0.25 * 0.5 + 0.25 * 0.5 + 0.5 * 2.0 / 3.0) + 0.2 * 0.5);
 }
 

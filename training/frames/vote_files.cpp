@@ -3,6 +3,7 @@
 #include <cmath>
 #include <nlohmann/json.hpp>
 
+#include "evaluation/evaluation_figures.h"
 #include "model/model_file.h"
 
 namespace velto {
@@ -10,24 +11,29 @@ namespace {
 
 using Json = nlohmann::ordered_json;
 
-// Rounded to four decimals: more would be noise.
-double shortened(double value) { return std::round(value * 1e4) / 1e4; }
+constexpr char kAccuracyMeaning[] = "as velto evaluate counts: inserted bases are not called";
 
-Json accuracy(const AccuracyTally& tally) {
-  return {{"reads", tally.reads},
-          {"correlation", shortened(tally.correlation())},
-          {"frame_recall", shortened(tally.frameRecall())},
-          {"frame_precision", shortened(tally.framePrecision())},
-          {"frame_f1", shortened(tally.frameF1())},
-          {"start_and_stop_exact", shortened(tally.exactRate())}};
+// Rounded to four decimals: more would be noise. 0 where there was nothing to be judged.
+double shortened(const FigureValue& figure) {
+  return std::round(figure.value.value_or(0.0) * 1e4) / 1e4;
 }
 
-Json accuracies(const PresetTallies& tallies) {
-  const AccuracyTally& noncoding = tallies[kNoncodingReads];
-  return {{"est", accuracy(tallies[kEstReads])},
-          {"mild", accuracy(tallies[kMildReads])},
-          {"clean", accuracy(tallies[kCleanReads])},
-          {"noncoding", {{"reads", noncoding.reads}, {"called", shortened(noncoding.callRate())}}}};
+Json accuracy(const EvaluationCounts& counts) {
+  return {{"reads", counts.reads},
+          {"correlation", shortened(correlationOf(counts))},
+          {"frame_recall", shortened(frameSensitivityOf(counts))},
+          {"frame_precision", shortened(framePrecisionOf(counts))},
+          {"frame_f1", shortened(frameF1Of(counts))},
+          {"start_and_stop_exact", shortened(bothExactOf(counts))}};
+}
+
+Json accuracies(const PresetCounts& counts) {
+  const EvaluationCounts& noncoding = counts[kNoncodingReads];
+  return {{"est", accuracy(counts[kEstReads])},
+          {"mild", accuracy(counts[kMildReads])},
+          {"clean", accuracy(counts[kCleanReads])},
+          {"noncoding",
+           {{"reads", noncoding.reads}, {"called", shortened(noncodingCalledOf(noncoding))}}}};
 }
 
 Json ofClass(const TrainedClass& trained, const ReadClass& readClass) {
@@ -45,11 +51,11 @@ Json ofClass(const TrainedClass& trained, const ReadClass& readClass) {
           {"held_back", accuracies(trained.heldBack)}};
 }
 
-PresetTallies sumOfAll(const TrainedVotes& votes) {
-  PresetTallies sum;
+PresetCounts sumOfAll(const TrainedVotes& votes) {
+  PresetCounts sum;
   for (const TrainedClass& trained : votes) {
     for (std::size_t preset = 0; preset < kSearchPresets; ++preset) {
-      sum[preset].add(trained.heldBack[preset]);
+      sum[preset] += trained.heldBack[preset];
     }
   }
   return sum;
@@ -81,7 +87,9 @@ TrainedDecoder voteFiles(const TrainedVotes& votes) {
     classes.push_back(ofClass(trained, readClass));
     if (trained.sample.lackedReads) made.remarks.push_back(borrowing(trained.sample, readClass));
   }
-  const Json card = {{"held_back", accuracies(sumOfAll(votes))}, {"classes", classes}};
+  const Json card = {{"accuracy", kAccuracyMeaning},
+                     {"held_back", accuracies(sumOfAll(votes))},
+                     {"classes", classes}};
   made.card = card.dump();
   return made;
 }

@@ -191,7 +191,7 @@ class VoteTrainer {
       vote(kTrainingFolds, first + gc).write(readClassAt(first).windowWidth, shift, trained.tables);
       matrix.fill(trained.tables.malkovChain);
       trained.heldBack =
-          tallyReads(reads[static_cast<std::size_t>(gc)], trained.tables.malkovChain, shift);
+          countReads(reads[static_cast<std::size_t>(gc)], trained.tables.malkovChain, shift);
     }
     report("accuracy of length group " + groupName(first));
   }

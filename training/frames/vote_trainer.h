@@ -11,7 +11,7 @@ namespace velto {
 struct TrainedClass {
   ModelTables tables;
   SampleCounts sample;
-  PresetTallies heldBack{};  // accuracy on reads of the held-back part
+  PresetCounts heldBack{};  // accuracy on reads of the held-back part
 };
 
 using TrainedVotes = std::array<TrainedClass, kReadClasses>;
