@@ -28,7 +28,7 @@ struct JudgedModel {
   std::vector<EvaluationCounts> byTranscript;  // of the whole set, see totalsByTranscript
 };
 
-// Judges the predictions along the reads as they are, as scan gives them. Exactly one set is whole.
+// Judges the predictions along the reads as they are, by a decoder fitted to each set. Exactly one set is whole.
 // Uses all threads of the calling arena; the result does not depend on their number.
 JudgedModel judgeModel(const Predictor& predictor, std::span<const ReadSet> sets,
                        RateSeries series);

@@ -59,8 +59,8 @@ TEST_F(LabelledReads, ReversedReadsAreTurnedBack) {
                                                 "a\t4\tt\t1\t4\t\t\t\t\t\t\t\t-\n" +
                                                 "b\t4\tt\t1\t4\t\t\t\t\t\t\t\t+\n");
   const auto reads = loadLabelled(directory_.file("r.fa"), directory_.file("t.tsv"));
-  EXPECT_EQ(reads.at(0).bases, baseCodes("NGTT"));
-  EXPECT_EQ(reads.at(1).bases, baseCodes("AACN"));
+  EXPECT_EQ(reads.at(0).bases, "NGTT");
+  EXPECT_EQ(reads.at(1).bases, "AACN");
 }
 
 TEST_F(LabelledReads, MissingFilesAreNamed) {
@@ -100,7 +100,7 @@ TEST(LabelledRead, ExampleReadsBelongToTheirTruth) {
 
 // Stop codons within the intervals of a read, those that end an interval left out.
 int innerStops(const LabelledRead& read) {
-  const std::string letters = baseLetters(read.bases);
+  const std::string& letters = read.bases;
   int stops = 0;
   for (const CodingInterval& interval : read.truth.coding) {
     int p = interval.first;

@@ -125,6 +125,22 @@ TEST_F(Evaluate, ModelComparedWithItselfNeverWins) {
   EXPECT_EQ(differences["sensitivity"]["favouring_first"], 0.5);
 }
 
+TEST_F(Evaluate, SecondDecoderIsOfTheSameModelUnlessOneIsNamed) {
+  const auto result = evaluate({"--decoder", "vote", "--compare-decoder", "vote", "--json", "-"});
+  ASSERT_EQ(result.status, 0) << result.err;
+  const auto json = nlohmann::json::parse(result.out);
+  ASSERT_EQ(json["models"].size(), 2U);
+  EXPECT_EQ(json["models"][1]["directory"], "model");
+  EXPECT_EQ(json["models"][1]["decoder"], "vote");
+  EXPECT_EQ(json["input"]["second decoder"], "vote");
+}
+
+TEST_F(Evaluate, DecoderThatTheModelLacksFailsByName) {
+  const auto result = evaluate({"--decoder", "nosuch"});
+  EXPECT_EQ(result.status, 1);
+  EXPECT_NE(result.err.find("nosuch"), std::string::npos) << result.err;
+}
+
 TEST_F(Evaluate, JsonOnStandardOutputStandsAlone) {
   const auto result = evaluate({"--json", "-"});
   EXPECT_TRUE(nlohmann::json::accept(result.out));
