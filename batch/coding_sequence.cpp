@@ -101,4 +101,19 @@ const char* nameOf(CodingType type) {
   }
 }
 
+const char* meaningOf(CodingType type) {
+  switch (type) {
+    case CodingType::kComplete:
+      return "complete: from a start codon to a stop codon";
+    case CodingType::kInterrupted:
+      return "interrupted: start and stop codon, and stop codons between";
+    case CodingType::kNoStart:
+      return "no start codon at the beginning";
+    case CodingType::kNoStop:
+      return "no stop codon at the end";
+    default:
+      return "neither start nor stop codon at the ends";
+  }
+}
+
 }  // namespace velto

@@ -17,6 +17,8 @@ struct CodingPart {
   int phase;  // bases before the first base of the next codon, 0 to 2
 };
 
+constexpr int kCodingTypes = 5;
+
 // Whether the coding region has its start codon and its stop codon, and no stop codon between.
 enum class CodingType {
   kComplete,     // both, none between
@@ -56,5 +58,8 @@ std::vector<std::string> proteins(const CodingSequence& sequence, InnerStops inn
 // "complete", "interrupted", "5prime_partial" (no start codon), "3prime_partial" (no stop codon) or
 // "internal".
 const char* nameOf(CodingType type);
+
+// The same for people: "complete: from a start codon to a stop codon".
+const char* meaningOf(CodingType type);
 
 }  // namespace velto

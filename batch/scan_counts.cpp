@@ -63,7 +63,7 @@ std::string unknownBasesWarning(const ScanCounts& counts) {
          " % of all bases are unknown): masked sequence, or protein?";
 }
 
-std::string summaryJson(const ScanRun& run, const ScanCounts& counts) {
+std::string summaryJson(const ScanRun& run, const ScanCounts& counts, const RunFigures& figures) {
   nlohmann::ordered_json json;
   json["version"] = run.version;
   json["model"] = run.modelDirectory;
@@ -80,6 +80,7 @@ std::string summaryJson(const ScanRun& run, const ScanCounts& counts) {
   json["refused"] = {{"short", counts.shortReads}, {"empty", counts.emptyReads}};
   json["bases"] = counts.bases;
   json["unknown_bases"] = counts.unknownBases;
+  json["figures"] = nlohmann::ordered_json::parse(figuresJson(figures));
   json["seconds"] = run.seconds;
   return json.dump(2, ' ', false, nlohmann::ordered_json::error_handler_t::replace) + '\n';
 }

@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "batch/run_figures.h"
 #include "velto/velto.h"
 
 namespace velto {
@@ -32,7 +33,7 @@ std::string countsText(const ScanCounts& counts, double seconds);
 std::string unknownBasesWarning(const ScanCounts& counts);
 
 // The run as JSON: version, model directory, decoder, inputs, genetic code, calibration, threads,
-// counts, seconds.
+// counts, figures, seconds.
 struct ScanRun {
   std::string version;
   std::string modelDirectory;
@@ -43,6 +44,6 @@ struct ScanRun {
   int threads;
   double seconds;
 };
-std::string summaryJson(const ScanRun& run, const ScanCounts& counts);
+std::string summaryJson(const ScanRun& run, const ScanCounts& counts, const RunFigures& figures);
 
 }  // namespace velto

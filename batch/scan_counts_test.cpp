@@ -56,8 +56,9 @@ TEST(ScanCounts, OfReadsWithMostlyUnknownBasesWarn) {
 TEST(SummaryJson, HoldsTheRunAndItsCounts) {
   ScanRun run{"1.2.3", "models", "vote", {"a.fa", "b\xFF.fa"}, 11, {}, 4, 0.25};
   run.calibration.codingShare = 0.75;
-  const auto json = nlohmann::json::parse(summaryJson(run, counted()));
+  const auto json = nlohmann::json::parse(summaryJson(run, counted(), RunFigures()));
   EXPECT_EQ(json["version"], "1.2.3");
+  EXPECT_EQ(json["figures"]["coding_bases"], 0);
   EXPECT_EQ(json["model"], "models");
   EXPECT_EQ(json["decoder"], "vote");
   EXPECT_EQ(json["inputs"], (std::vector<std::string>{"a.fa", "b\xEF\xBF\xBD.fa"}));

@@ -5,6 +5,7 @@
 #include <oneapi/tbb/parallel_pipeline.h>
 #include <oneapi/tbb/task_arena.h>
 
+#include <atomic>
 #include <cmath>
 #include <deque>
 #include <utility>
@@ -25,6 +26,8 @@ struct Work {
   std::vector<bool> nameIsRepeat;  // [record] an earlier record has the same name
   std::vector<std::string> texts;  // [output]
   ScanCounts counts;
+  RunFigures figures;
+  std::vector<Record> gallery;
 };
 
 // A region that is not to be reported, which leaves its score only.
@@ -63,7 +66,7 @@ class Scan {
     works_.resize(kBatchesPerThread * threads);
     arena.execute([this] { runPipeline(); });
     if (batches_.error() != nullptr) std::rethrow_exception(batches_.error());
-    return {counts_, calibration_};
+    return {counts_, figures_, std::move(gallery_), calibration_};
   }
 
  private:
@@ -113,6 +116,8 @@ class Scan {
   Work* predictBatch(Work* work) {
     work->texts.assign(outputs_.size(), "");
     work->counts = ScanCounts();
+    work->figures = RunFigures();
+    work->gallery.clear();
     Workspace& workspace = workspaces_.local();
     std::vector<Prediction> predictions = predictor_.predictAll(
         readsOf(work->batch.records, options_.useQualities), workspace, options_.predict);
@@ -126,6 +131,7 @@ class Scan {
       const std::string& bases = work->batch.records[i].bases;
       work->counts.add(prediction, countUnknown(bases, options_.predict.letters));
       appendRead(*work, i, prediction);
+      if (prediction.isCoding()) keepForGallery(*work, i);
     }
     work->batch.records.clear();
     return work;
@@ -151,12 +157,25 @@ class Scan {
     }
     const long ordinal = work.batch.firstOrdinal + static_cast<long>(i);
     const ScannedRead read{record, ordinal, prediction, coding, work.nameIsRepeat[i]};
+    work.figures.add(read);
     for (size_t k = 0; k < outputs_.size(); ++k) outputs_[k].append(read, work.texts[k]);
   }
 
-  void writeBatch(const Work& work) {
+  // Takes the batch's record i, of which nothing else is wanted any more.
+  void keepForGallery(Work& work, size_t i) const {
+    Record& record = work.batch.records[i];
+    const bool wanted = !galleryIsFull_ && work.gallery.size() < options_.galleryReads;
+    if (wanted && record.bases.size() <= kMostDrawnBases) work.gallery.push_back(std::move(record));
+  }
+
+  void writeBatch(Work& work) {
     for (size_t i = 0; i < outputs_.size(); ++i) outputs_[i].file.write(work.texts[i]);
     counts_.add(work.counts);
+    figures_.add(work.figures);
+    for (Record& record : work.gallery) {
+      if (gallery_.size() < options_.galleryReads) gallery_.push_back(std::move(record));
+    }
+    galleryIsFull_ = gallery_.size() >= options_.galleryReads;
     if (options_.progress) options_.progress(counts_);
   }
 
@@ -170,7 +189,10 @@ class Scan {
   bool warnedOfName_ = false;  // likewise
   size_t nextWork_ = 0;        // likewise
   tbb::enumerable_thread_specific<Workspace> workspaces_;
-  ScanCounts counts_;  // used by the writing stage only
+  ScanCounts counts_;            // used by the writing stage only
+  RunFigures figures_;           // likewise
+  std::vector<Record> gallery_;  // likewise
+  std::atomic<bool> galleryIsFull_ = false;
 };
 
 }  // namespace

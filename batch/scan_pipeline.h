@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "batch/run_figures.h"
 #include "batch/scan_counts.h"
 #include "batch/scanned_read.h"
 #include "core/genetic_code.h"
@@ -29,6 +30,7 @@ struct ScanOptions {
   Calibration known;                         // of the reads
   bool learn = true;  // the rest, from the reads at the beginning of the run, where the decoder can
   std::optional<double> minScore;  // a coding region that scores lower is not reported
+  std::size_t galleryReads = 0;    // coding reads that are kept for drawings
   int threads = 1;
   // Called now and then from one thread at a time; may be empty.
   std::function<void(const ScanCounts&)> progress;
@@ -36,9 +38,14 @@ struct ScanOptions {
   std::function<void(const std::string& name)> warnOfRepeatedName;
 };
 
+// Longer reads are not kept for drawings.
+constexpr std::size_t kMostDrawnBases = 20'000;
+
 struct ScanResult {
   ScanCounts counts;
-  Calibration calibration;  // what was known and learnt
+  RunFigures figures;
+  std::vector<Record> gallery;  // the first coding reads
+  Calibration calibration;      // what was known and learnt
 };
 
 // Predicts all reads and writes them to the outputs, which are the same bytes for every number of

@@ -76,12 +76,45 @@ th, td { text-align: left; vertical-align: top; padding: 4px 20px 4px 0;
   border-bottom: 1px solid var(--line); }
 th { font-weight: 500; color: var(--soft); overflow-wrap: normal; }
 tr > :last-child { padding-right: 0; }
-td.number, th.number { text-align: right; }
+td.number, th.number { text-align: right; white-space: nowrap; }
+.tiles { display: grid; grid-template-columns: repeat(auto-fit, minmax(150px, 1fr)); gap: 12px;
+  margin: 20px 0 0; }
+.tile { background: var(--lane); border-radius: 8px; padding: 12px 14px; }
+.tile b { display: block; font-size: 22px; font-weight: 600; line-height: 1.2; }
+.tile span { color: var(--soft); font-size: 14px; line-height: 1.35; display: block; }
+.shares { width: 100%; max-width: 760px; }
+.shares th { width: 34%; }
+.share { width: 36%; vertical-align: middle; }
+.share div { height: 12px; min-width: 1px; background: var(--fill); border-radius: 2px;
+  print-color-adjust: exact; }
+.charts { display: grid; grid-template-columns: repeat(auto-fit, minmax(min(100%, 400px), 1fr));
+  gap: 20px 32px; align-items: start; }
+.charts figure { margin: 0; }
+.card h3 { margin-top: 0; }
+article.card { margin: 0 0 28px; }
+article.card p { margin-bottom: 4px; }
+article.card figure { margin: 8px 0; }
+.swatch { display: inline-block; width: 12px; height: 12px; border-radius: 2px;
+  border: 1px solid var(--call); print-color-adjust: exact; }
+.swatch.lower, .velto-chart .lower { background: var(--fill); fill: var(--fill); }
+.swatch.upper, .velto-chart .upper { background: var(--paper); fill: var(--paper); }
+.velto-chart { display: block; width: 100%; height: auto; print-color-adjust: exact; font: 12px
+  system-ui, "Segoe UI", Roboto, "Liberation Sans", Arial, sans-serif; }
+.velto-chart .scale { fill: var(--soft); text-anchor: middle; font-variant-numeric: tabular-nums; }
+.velto-chart .scale.before { text-anchor: end; }
+.velto-chart .bar { stroke: var(--call); stroke-width: .6; }
+.velto-chart .grid { stroke: var(--line); fill: none; }
+.velto-chart .axis { stroke: var(--soft); fill: none; }
+details { margin: 6px 0 0; font-size: 14px; color: var(--soft); }
+summary { cursor: pointer; }
+.numbers { font-size: 13px; }
 pre { margin: 0; white-space: pre-wrap; overflow-wrap: anywhere;
   font: 14px/1.6 ui-monospace, "DejaVu Sans Mono", "Liberation Mono", monospace; }
 @media screen and (max-width: 640px) {
   main { padding-top: 16px; }
   h1 { font-size: 22px; }
+  .shares th { width: 46%; }
+  .share { width: 20%; }
   .wide { display: none; }
   .narrow { display: block; }
 }
@@ -90,6 +123,7 @@ pre { margin: 0; white-space: pre-wrap; overflow-wrap: anywhere;
   body { font-size: 11pt; }
   figure, table, .card { break-inside: avoid; }
   h2, h3 { break-after: avoid; }
+  details { display: none; }
 }
 )";
 }

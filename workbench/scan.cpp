@@ -19,6 +19,8 @@
 #include "batch/file_calibration.h"
 #include "batch/formats/read_name.h"
 #include "batch/formats/row_formats.h"
+#include "batch/multiqc.h"
+#include "batch/run_report.h"
 #include "batch/scan_pipeline.h"
 #include "core/genetic_code.h"
 #include "seqio/input_error.h"
@@ -28,6 +30,7 @@
 #include "workbench/default_model.h"
 #include "workbench/file_options.h"
 #include "workbench/prediction_options.h"
+#include "workbench/report_options.h"
 
 namespace velto {
 namespace {
@@ -47,6 +50,7 @@ struct CommandLine {
   // By format, as in rowFormats(); the first one is the table of all reads.
   std::vector<std::string> rowFiles = std::vector<std::string>(rowFormats().size());
   std::string summary;
+  ReportLine report;
   std::string strand = "both";
   std::string stops = "x";
   int geneticCode = 1;
@@ -63,7 +67,10 @@ struct CommandLine {
 struct Outputs {
   OutputSet files;
   std::vector<ScanOutput> rows;
-  OutputFile* summary = nullptr;  // null: not wanted
+  // Of the whole run; null: not wanted.
+  OutputFile* summary = nullptr;
+  OutputFile* report = nullptr;
+  OutputFile* multiqc = nullptr;
 };
 
 // Throws OutputError.
@@ -77,7 +84,12 @@ void openOutputs(const CommandLine& line, const FormatChoices& choices, Outputs&
                               format.append(read, choices, text);
                             }});
   }
-  if (!line.summary.empty()) outputs.summary = &outputs.files.add(line.summary);
+  const auto addIfNamed = [&outputs](const std::string& path) {
+    return path.empty() ? nullptr : &outputs.files.add(path);
+  };
+  outputs.summary = addIfNamed(line.summary);
+  outputs.report = addIfNamed(line.report.page);
+  outputs.multiqc = addIfNamed(line.report.multiqc);
 }
 
 // ---- 2. Progress
@@ -125,6 +137,7 @@ ScanOptions scanOptions(const CommandLine& line) {
   options.learn = line.calibration.file.empty();
   options.minScore = line.minScore;
   if (line.minProbability) options.predict.minProbability = *line.minProbability;
+  if (!line.report.page.empty()) options.galleryReads = line.report.reads;
   options.threads = threadCount(line.threads);
   if (line.progress) options.progress = ProgressLine();
   options.warnOfRepeatedName = [](const std::string& name) {
@@ -150,6 +163,32 @@ ScanResult scanInto(const Predictor& predictor, const ScanOptions& options, Outp
   }
 }
 
+std::vector<std::string> galleryOf(const Predictor& predictor, const ScanOptions& options,
+                                   const ScanResult& result) {
+  const Predictor calibrated = predictor.calibrated(result.calibration);
+  std::vector<std::string> cards;
+  for (const Record& record : result.gallery) {
+    const DrawableRead read =
+        drawableRead(calibrated, record, options.predict, *options.code, options.useQualities);
+    cards.push_back(galleryCard(read, static_cast<int>(cards.size()) + 1));
+  }
+  return cards;
+}
+
+void writeRunFiles(const CommandLine& line, const ScanRun& run, const ScanResult& result,
+                   const std::vector<std::string>& gallery, Outputs& outputs) {
+  if (outputs.summary != nullptr) {
+    outputs.summary->write(summaryJson(run, result.counts, result.figures));
+  }
+  if (outputs.report != nullptr) {
+    outputs.report->write(runReport(run, result.counts, result.figures, gallery));
+  }
+  if (outputs.multiqc != nullptr) {
+    const std::string sample = multiqcSample(line.report.multiqc);
+    outputs.multiqc->write(multiqcJson(sample, result.counts, result.figures));
+  }
+}
+
 void tell(const ScanResult& result, double seconds) {
   std::cerr << "velto scan: " << countsText(result.counts, seconds) << "\n";
   const std::string learnt = calibrationText(result.calibration);
@@ -167,11 +206,9 @@ void scan(const CommandLine& line) {
   openOutputs(line, {options.predict.letters, kInnerStops.at(line.stops)}, outputs);
   const ScanResult result = scanInto(predictor, options, outputs);
   const double seconds = std::chrono::duration<double>(Clock::now() - begin).count();
-  if (outputs.summary != nullptr) {
-    const ScanRun run{VELTO_VERSION,    directory,          predictor.decoder(), line.inputs,
-                      line.geneticCode, result.calibration, options.threads,     seconds};
-    outputs.summary->write(summaryJson(run, result.counts));
-  }
+  const ScanRun run{VELTO_VERSION,    directory,          predictor.decoder(), line.inputs,
+                    line.geneticCode, result.calibration, options.threads,     seconds};
+  writeRunFiles(line, run, result, galleryOf(predictor, options, result), outputs);
   outputs.files.commit();
   if (line.progress) ProgressLine::clear();
   const std::string warning = unknownBasesWarning(result.counts);
@@ -226,6 +263,7 @@ void addScanCommand(CLI::App& app) {
                    "Report no coding region below this probability")
       ->check(finiteNumber())
       ->check(CLI::Range(0.0, 1.0));
+  addReportOptions(*command, line->report);
   addCalibrationOptions(*command, line->calibration);
   command->add_flag("--exact-case", line->exactCase, "Only upper-case A, C, G, T are bases");
   command->add_flag("--quiet", line->quiet, "No counts at the end");
@@ -234,7 +272,7 @@ void addScanCommand(CLI::App& app) {
     std::vector<std::string> inputs = line->inputs;
     inputs.push_back(line->calibration.file);
     std::vector<std::string> outputs = line->rowFiles;
-    outputs.push_back(line->summary);
+    outputs.insert(outputs.end(), {line->summary, line->report.page, line->report.multiqc});
     requireDistinctFiles(inputs, outputs);
     scan(*line);
   });

@@ -154,12 +154,12 @@ TEST_F(ScanTest, ScoreRowsAreThoseOfTheOneReadScoreFile) {
 }
 
 TEST_F(ScanTest, OneTwoAndEightThreadsWriteTheSameBytes) {
-  const std::vector<std::string> names = {"tsv", "gff3", "bed", "cds", "protein", "json"};
+  const std::vector<std::string> names = {"tsv", "gff3", "bed", "cds", "protein", "json", "report"};
   for (const std::string threads : {"1", "2", "8"}) {
     const ProcessResult result =
         scan({readsFile(), "-t", threads, "-o", "tsv" + threads, "--gff3", "gff3" + threads,
               "--bed", "bed" + threads, "--cds", "cds" + threads, "--protein", "protein" + threads,
-              "--json", "json" + threads});
+              "--json", "json" + threads, "--report", "report" + threads});
     ASSERT_EQ(result.status, 0) << result.err;
   }
   for (const std::string& name : names) {
@@ -167,6 +167,29 @@ TEST_F(ScanTest, OneTwoAndEightThreadsWriteTheSameBytes) {
     EXPECT_EQ(file(name + "1"), file(name + "2"));
     EXPECT_EQ(file(name + "1"), file(name + "8"));
   }
+}
+
+TEST_F(ScanTest, TheReportDrawsTheFirstCodingReads) {
+  const std::vector<Fields> rows = rowsOf(scan({readsFile()}).out);
+  std::vector<std::string> coding;
+  for (const Fields& row : rows) {
+    if (row[12] == "coding") coding.push_back(row[0]);
+  }
+  ASSERT_GT(coding.size(), 3U);
+  const ProcessResult result = scan({readsFile(), "-o", "t", "--report", "r.html", "--report-reads",
+                                     "3", "--multiqc", "made-up_mqc.json"});
+  ASSERT_EQ(result.status, 0) << result.err;
+  std::vector<std::string> drawn;
+  for (const std::string& part : split(file("r.html"), '\n')) {
+    const std::string begin = "<title id=\"read";
+    const size_t name = part.find("-w-title\">Read ");
+    if (part.rfind(begin, 0) == 0 && name != part.npos) {
+      drawn.push_back(part.substr(name + 15, part.find("</title>") - name - 15));
+    }
+  }
+  EXPECT_EQ(drawn, std::vector<std::string>(coding.begin(), coding.begin() + 3));
+  const auto row = nlohmann::json::parse(file("made-up_mqc.json"))["data"]["made-up"];
+  EXPECT_EQ(row["reads"], rows.size());
 }
 
 TEST_F(ScanTest, MinScoreMakesRegionsThatScoreLowerNoncoding) {
@@ -361,6 +384,22 @@ TEST_F(ScanTest, BadCalibrationsAreRefused) {
 
 bool isInstalled(const std::string& program) {
   return test::runProcess("/bin/sh", {"-c", "command -v " + program}, "/").status == 0;
+}
+
+TEST_F(ScanTest, TheReportIsWellFormedWhateverNamesReadsHave) {
+  std::string input;
+  for (size_t i = 0; i < 30; ++i) {
+    input += ">r\"'</title><script>alert(1)</script>&\x01\xFF\x1b[0m\xE2\x80\xAE\n" +
+             data().reads[i] + "\n";
+  }
+  const ProcessResult result = scan({"-", "-o", "t", "--report", "r.html"}, input);
+  ASSERT_EQ(result.status, 0) << result.err;
+  EXPECT_EQ(file("r.html").find("<script"), std::string::npos);
+  EXPECT_NE(file("r.html").find("&lt;script&gt;alert(1)"), std::string::npos);
+  if (!isInstalled("python3")) GTEST_SKIP() << "python3 is not installed";
+  const ProcessResult parsed =
+      shell("python3 -c 'import xml.dom.minidom as m; m.parse(\"r.html\")'");
+  EXPECT_EQ(parsed.status, 0) << parsed.err;
 }
 
 TEST_F(ScanTest, Gff3PassesAValidator) {
@@ -573,6 +612,9 @@ TEST_F(ScanTest, BadCommandLinesHaveStatus2) {
   EXPECT_EQ(scan({readsFile(), "--gff3", "a", "--bed", "./a"}).status, 2);
   EXPECT_EQ(scan({readsFile(), "--gff3", "/dev/stdout"}).status, 2);
   EXPECT_EQ(scan({"-", "-"}).status, 2);
+  EXPECT_EQ(scan({readsFile(), "--report", "a", "--summary", "a"}).status, 2);
+  EXPECT_EQ(scan({readsFile(), "--report", "a", "--report-reads", "51"}).status, 2);
+  EXPECT_EQ(scan({readsFile(), "--multiqc", "figures.json"}).status, 2);
   for (const char* option : {"-o", "--gff3", "--summary"}) {
     EXPECT_EQ(scan({readsFile(), option, ""}).status, 2);
   }

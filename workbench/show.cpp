@@ -11,12 +11,11 @@
 #include <string>
 #include <string_view>
 
-#include "batch/coding_sequence.h"
+#include "batch/drawable_read.h"
 #include "batch/scanned_read.h"
 #include "core/genetic_code.h"
 #include "draw/markup.h"
 #include "draw/read_page.h"
-#include "draw/read_sentence.h"
 #include "draw/read_text.h"
 #include "seqio/input_error.h"
 #include "seqio/output_file.h"
@@ -59,22 +58,8 @@ Record wantedRecord(const CommandLine& line) {
 
 // ---- 2. What is said of it
 
-std::string endsText(CodingType type) {
-  switch (type) {
-    case CodingType::kComplete:
-      return "complete: from a start codon to a stop codon";
-    case CodingType::kInterrupted:
-      return "interrupted: start and stop codon, and stop codons between";
-    case CodingType::kNoStart:
-      return "no start codon at its beginning";
-    case CodingType::kNoStop:
-      return "no stop codon at its end";
-    default:
-      return "neither start nor stop codon at its ends";
-  }
-}
-
-Facts factsOf(const Record& record, const Prediction& p, const CodingSequence& coding) {
+Facts factsOf(const Record& record, const DrawableRead& read) {
+  const Prediction& p = read.prediction;
   Facts facts;
   if (!record.description.empty()) facts.emplace_back("Description", record.description);
   facts.emplace_back("Length", std::to_string(p.length) + " bases");
@@ -82,7 +67,7 @@ Facts factsOf(const Record& record, const Prediction& p, const CodingSequence& c
   if (!p.isPredicted()) return facts;
   facts.emplace_back("Strand", p.strand == Strand::kMinus ? "\u2212, the reverse complement"
                                                           : "+, as the read is given");
-  if (p.isCoding()) facts.emplace_back("Coding region", endsText(coding.type));
+  if (p.isCoding()) facts.emplace_back("Coding region", meaningOf(read.coding.type));
   if (!std::isnan(p.probability)) facts.emplace_back("Probability", decimal(p.probability, 4));
   facts.emplace_back("Score", scoreText(p.score));
   facts.emplace_back("Decoder", p.decoder);
@@ -118,22 +103,15 @@ void show(const CommandLine& line) {
   PredictOptions options;
   options.letters = line.exactCase ? Letters::kExact : Letters::kFolded;
   options.strand = strandNamed(line.strand);
-  options.wantScores = true;
-  Workspace workspace;
-  const Prediction prediction =
-      predictor.predict(record.bases, record.qualities, workspace, options);
-  const GeneticCode& code = *geneticCode(line.geneticCode);
-  const std::string letters = predictedLetters(record.bases, prediction.strand, options.letters);
-  const CodingSequence coding = codingSequence(prediction, letters, code);
-  const std::string name = record.name.empty() ? "unnamed read" : record.name;
-  const DrawnRead read{name, prediction, letters, coding.protein, code};
+  const DrawableRead read =
+      drawableRead(predictor, record, options, *geneticCode(line.geneticCode), true);
 
   OutputFile output(line.output.empty() ? "-" : line.output);
   if (line.output.empty()) {
     const int columns = line.columns > 0 ? line.columns : terminalColumns();
-    output.write(readText(read, {columns, wantsColours(line.colour)}));
+    output.write(readText(read.drawn(), {columns, wantsColours(line.colour)}));
   } else {
-    output.write(readPage(read, factsOf(record, prediction, coding)));
+    output.write(readPage(read.drawn(), factsOf(record, read)));
   }
   output.commit();
 }

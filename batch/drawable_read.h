@@ -1,0 +1,28 @@
+// A record of an input predicted for a drawing.
+#pragma once
+
+#include <string>
+
+#include "batch/coding_sequence.h"
+#include "core/genetic_code.h"
+#include "draw/drawn_read.h"
+#include "seqio/record.h"
+#include "velto/velto.h"
+
+namespace velto {
+
+struct DrawableRead {
+  std::string name;       // "unnamed read" if the record has none
+  Prediction prediction;  // with scores
+  std::string letters;
+  CodingSequence coding;
+  const GeneticCode& code;
+
+  DrawnRead drawn() const { return {name, prediction, letters, coding.protein, code}; }
+};
+
+// Predicts the record as `options` say, but with scores.
+DrawableRead drawableRead(const Predictor& predictor, const Record& record, PredictOptions options,
+                          const GeneticCode& code, bool useQualities);
+
+}  // namespace velto
