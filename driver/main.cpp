@@ -90,5 +90,8 @@ int main(int argc, char** argv) {
     std::cout << "exit\n";
     return 1;
   }
-  return 0;
+  std::cout.flush();
+  if (std::cout.good()) return 0;
+  std::cerr << "standard output: cannot write\n";
+  return 1;
 }

@@ -210,6 +210,13 @@ TEST_F(ProgramTest, ReportFilesThatCannotBeOpenedAreSilentlyPassedOver) {
             report({"-i", "in.fa", "-d", "m"}));
 }
 
+TEST_F(ProgramTest, ReportThatCannotBeWrittenIsAFailure) {
+  const ProcessResult result =
+      runProcess("/bin/sh", {"-c", VELTO_PROGRAM " -i in.fa -d m > /dev/full"}, directory_.path());
+  EXPECT_EQ(result.status, 1);
+  EXPECT_EQ(result.err, kProgress + std::string("standard output: cannot write\n"));
+}
+
 TEST_F(ProgramTest, ReadWithoutACodingRegionEndsWellToo) {
   writeFile(directory_.file("none.fa"), ">none\n" + repeated("AAC", 100) + "\n");
   const std::string out = report({"-i", "none.fa", "-d", "m", "-h", "a.html"});
