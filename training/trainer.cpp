@@ -7,7 +7,7 @@ namespace velto {
 
 std::span<const Trainer> trainers() {
   static constexpr Trainer kTrainers[] = {
-      {"vote", [](const TrainingJob& job) { return voteFiles(trainVotes(job)); }},
+      {"vote", [](const TrainingJob& job) { return voteFiles(trainVotes(job, planFor(job))); }},
       {"hmm", trainHmmFiles},
   };
   return kTrainers;

@@ -26,6 +26,7 @@ struct TrainingJob {
   std::function<void(const std::string&)> progress = nullptr;  // a line of what was done; may be
                                                                // called by any thread, one at a
                                                                // time; null: not wanted
+  bool quick = false;  // a first try: less work, somewhat less accuracy
 };
 
 // A file of a model directory.

@@ -65,4 +65,21 @@ std::string groupTranscripts(std::vector<Transcript>& coding, std::vector<Transc
   return described(all);
 }
 
+std::string duplicatesText(const std::vector<Transcript>& coding,
+                           const std::vector<Transcript>& noncoding) {
+  std::map<std::vector<short>, const Transcript*> firsts;
+  long repeats = 0;
+  std::string example;
+  for (const std::vector<Transcript>* set : {&coding, &noncoding}) {
+    for (const Transcript& t : *set) {
+      const auto [first, isNew] = firsts.emplace(t.bases, &t);
+      if (isNew) continue;
+      if (++repeats == 1) example = first->second->name + " and " + t.name;
+    }
+  }
+  if (repeats == 0) return "";
+  return std::to_string(repeats) +
+         " transcripts have the sequence of an earlier one, for example " + example;
+}
+
 }  // namespace velto

@@ -13,4 +13,9 @@ namespace velto {
 // words with the numbers of their groups.
 std::string groupTranscripts(std::vector<Transcript>& coding, std::vector<Transcript>& noncoding);
 
+// Says how many transcripts have the sequence of an earlier one, and names the first two that are
+// alike; empty when all differ.
+std::string duplicatesText(const std::vector<Transcript>& coding,
+                           const std::vector<Transcript>& noncoding);
+
 }  // namespace velto

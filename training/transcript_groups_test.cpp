@@ -92,5 +92,13 @@ TEST(TranscriptGroups, WordsThatNameNoTwoTogetherGiveWayToSharedSequence) {
   EXPECT_NE(coding[0].group, noncoding[0].group);
 }
 
+TEST(TranscriptGroups, TranscriptsOfOneSequenceAreCountedAndNamed) {
+  const std::vector<Transcript> coding = {transcript("a", {0, 1}), transcript("b", {0, 2})};
+  const std::vector<Transcript> noncoding = {transcript("c", {0, 2}), transcript("d", {0, 2})};
+  EXPECT_EQ(duplicatesText(coding, {}), "");
+  EXPECT_EQ(duplicatesText(coding, noncoding),
+            "2 transcripts have the sequence of an earlier one, for example b and c");
+}
+
 }  // namespace
 }  // namespace velto

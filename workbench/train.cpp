@@ -2,6 +2,8 @@
 
 #include <unistd.h>
 
+#include <chrono>
+#include <functional>
 #include <iostream>
 #include <memory>
 
@@ -18,6 +20,33 @@ namespace {
 
 // ---- Input
 
+struct Hint {
+  Refusal reason;
+  const char* text;
+};
+
+// What most often makes records of one kind fall.
+constexpr Hint kHints[] = {
+    {Refusal::kNoRegion,
+     "headers need CDS=a-b, as gffread -w writes it, or |CDS:a-b|, as in GENCODE's "
+     "pc_transcripts.fa (its transcripts.fa has no regions)"},
+    {Refusal::kNoStopCodon,
+     "the CDS of some GTF files leave out the stop codon: gffread --adj-stop adds it"},
+    {Refusal::kNoStartCodon, "positions count from 1 and include the start codon"},
+    {Refusal::kBrokenCodon, "positions count from 1, and both ends belong to the region"},
+    {Refusal::kUnexpectedRegion,
+     "records with a coding region belong to --coding; one file may serve both lists"},
+};
+
+// Hints for the reasons that at least a tenth of the records fell for.
+void hint(const RefusalCounts& counts) {
+  for (const Hint& hint : kHints) {
+    if (10 * counts.of(hint.reason) >= counts.refused() + counts.accepted()) {
+      std::cerr << "velto: hint: " << hint.text << "\n";
+    }
+  }
+}
+
 TranscriptSet load(const std::vector<std::string>& files, TranscriptKind kind, const char* what) {
   TranscriptSet set = loadTranscripts(files, kind);
   if (set.counts.refused() > 0) {
@@ -25,6 +54,7 @@ TranscriptSet load(const std::vector<std::string>& files, TranscriptKind kind, c
               << set.counts.refused() + set.counts.accepted() << " " << what
               << " records refused:\n"
               << set.counts.text();
+    hint(set.counts);
   }
   if (set.transcripts.empty()) {
     throw TooLittleData(std::string("no usable ") + what + " transcript in the input");
@@ -38,6 +68,18 @@ std::string joined(const std::vector<std::string>& files) {
   std::string text;
   for (const std::string& file : files) text += " " + file;
   return text;
+}
+
+// Writes every line on a terminal, one a minute into a log.
+std::function<void(const std::string&)> progressLines() {
+  using Clock = std::chrono::steady_clock;
+  const bool onTerminal = isatty(STDERR_FILENO) != 0;
+  return [onTerminal, last = Clock::now()](const std::string& line) mutable {
+    const Clock::time_point now = Clock::now();
+    if (!onTerminal && now - last < std::chrono::minutes(1)) return;
+    last = now;
+    std::cerr << "velto: " << line << "\n";
+  };
 }
 
 std::vector<TrainedDecoder> trainAll(const TrainingJob& job) {
@@ -55,7 +97,8 @@ void remark(const std::vector<TrainedDecoder>& decoders) {
 // The output's place is left out: the same model may be made anywhere.
 std::string commandText(const TrainOptions& options) {
   return "velto train --coding" + joined(options.codingFiles) + " --noncoding" +
-         joined(options.noncodingFiles) + " --seed " + std::to_string(options.seed);
+         joined(options.noncodingFiles) + " --seed " + std::to_string(options.seed) +
+         (options.quick ? " --quick" : "");
 }
 
 }  // namespace
@@ -64,13 +107,16 @@ void train(const TrainOptions& options) {
   TranscriptSet coding = load(options.codingFiles, TranscriptKind::kCoding, "coding");
   TranscriptSet noncoding = load(options.noncodingFiles, TranscriptKind::kNoncoding, "non-coding");
   const std::string groups = groupTranscripts(coding.transcripts, noncoding.transcripts);
-  if (!options.quiet) std::cerr << "velto: " << groups << "\n";
+  if (!options.quiet) {
+    std::cerr << "velto: " << groups << "\n";
+    const std::string duplicates = duplicatesText(coding.transcripts, noncoding.transcripts);
+    if (!duplicates.empty()) std::cerr << "velto: " << duplicates << "\n";
+  }
   OutputDirectory output(options.outputPath);
   TrainingJob job{coding.transcripts, noncoding.transcripts};
   job.seed = options.seed;
-  if (!options.quiet && isatty(STDERR_FILENO) != 0) {
-    job.progress = [](const std::string& line) { std::cerr << "velto: " << line << "\n"; };
-  }
+  job.quick = options.quick;
+  if (!options.quiet) job.progress = progressLines();
   const std::vector<TrainedDecoder> decoders =
       withThreads(options.threads, [&job] { return trainAll(job); });
   if (!options.quiet) remark(decoders);
@@ -88,17 +134,24 @@ void addTrainCommand(CLI::App& app) {
       ->add_option("--coding", options->codingFiles,
                    "FASTA files of coding transcripts (CDS=a-b or |CDS:a-b| in the header)")
       ->required();
-  command
-      ->add_option("--noncoding", options->noncodingFiles, "FASTA files of non-coding transcripts")
-      ->required();
+  command->add_option(
+      "--noncoding", options->noncodingFiles,
+      "FASTA files of non-coding transcripts, for example lncRNAs; may be the same");
   command->add_option("-o,--output", options->outputPath, "Model directory to make")
       ->required()
       ->check(fileName());
   command->add_option("--seed", options->seed, "The same seed gives the same model [1]");
   command->add_option("-t,--threads", options->threads, "Threads [all]")
       ->check(CLI::PositiveNumber);
+  command->add_flag("--quick", options->quick, "A first try in less time, somewhat less accurate");
   command->add_flag("-q,--quiet", options->quiet, "No progress and no remarks");
   command->callback([options] {
+    if (options->noncodingFiles.empty()) {
+      throw CLI::ValidationError(
+          "--noncoding",
+          "non-coding transcripts are needed: the species' long non-coding RNAs, as Ensembl "
+          "(ncrna), GENCODE (lncRNA_transcripts) or gffread -w of its annotation have them");
+    }
     std::vector<std::string> inputs = options->codingFiles;
     inputs.insert(inputs.end(), options->noncodingFiles.begin(), options->noncodingFiles.end());
     requireDistinctFiles(inputs, {});

@@ -13,13 +13,15 @@ struct TrainOptions {
   std::vector<std::string> noncodingFiles;
   std::string outputPath;
   std::uint64_t seed = 1;
-  int threads = 0;  // 0: as many as the machine has
+  bool quick = false;  // less work, somewhat less accuracy
+  int threads = 0;     // 0: as many as the machine has
   bool quiet = false;
 };
 
 // Writes the sixteen parameter files, the sixteen matrix files and `model.json`. The bytes depend
-// on transcripts and seed alone. Refused records and classes that had to borrow reads are
-// reported on standard error, progress if that is a terminal. Throws InputError, TooLittleData and
+// on transcripts, seed and `quick` alone. Refused records and classes that had to borrow reads are
+// reported on standard error with hints, and so is progress: every line on a terminal, else one a
+// minute. Throws InputError, TooLittleData and
 // OutputError; nothing is left of the output then.
 void train(const TrainOptions& options);
 

@@ -48,10 +48,11 @@ class Train : public testing::Test {
   std::string errors_;
 };
 
-TEST_F(Train, TooLittleDataNamesClassAndCountsAndLeavesNothing) {
+TEST_F(Train, TooLittleDataIsSaidAtOnceAndLeavesNothing) {
   EXPECT_EQ(run("--coding coding.fa --noncoding noncoding.fa -o model"), 1);
-  EXPECT_NE(errors_.find("velto: too little data for class "), std::string::npos) << errors_;
-  EXPECT_NE(errors_.find(": 0 reads, 0 borrowed"), std::string::npos) << errors_;
+  EXPECT_NE(errors_.find("velto: too little data: 1 coding transcripts, at least 50 are needed"),
+            std::string::npos)
+      << errors_;
   EXPECT_EQ(entries(), 4U);  // the two inputs and the two streams
 }
 
@@ -62,6 +63,21 @@ TEST_F(Train, RefusedTranscriptsAreCountedByReason) {
                           0),
             0U)
       << errors_;
+}
+
+TEST_F(Train, CommonReasonsOfRefusalComeWithAHint) {
+  write("cut.fa", ">t CDS=1-6\nATGAAAGGG\n");
+  run("--coding cut.fa --noncoding noncoding.fa -o model");
+  EXPECT_NE(errors_.find("gffread --adj-stop"), std::string::npos) << errors_;
+  write("bare.fa", ">t\nATGAAAGGG\n");
+  run("--coding bare.fa --noncoding noncoding.fa -o model");
+  EXPECT_NE(errors_.find("pc_transcripts.fa"), std::string::npos) << errors_;
+  EXPECT_EQ(errors_.find("--adj-stop"), std::string::npos) << errors_;
+}
+
+TEST_F(Train, MissingNoncodingTranscriptsSayWhereSuchComeFrom) {
+  EXPECT_EQ(run("--coding coding.fa -o model"), 2);
+  EXPECT_NE(errors_.find("lncRNA_transcripts"), std::string::npos) << errors_;
 }
 
 TEST_F(Train, MissingFileAndNonEmptyOutputFail) {

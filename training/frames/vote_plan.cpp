@@ -1,5 +1,8 @@
 #include "training/frames/vote_plan.h"
 
+#include <algorithm>
+#include <cmath>
+
 namespace velto {
 namespace {
 
@@ -16,7 +19,9 @@ SearchObjective fragmentObjective(const ReadClass& readClass) {
           .callCost = isShort ? 0.03 : 0.05};
 }
 
-// Reads of a whole transcript: nearly all are called, so that the ends of the region decide.
+// Reads of a whole transcript: nearly all are called, so that the ends of the region decide. Calls
+// of non-coding reads cost less than what they are worth where those can hardly be told from coding
+// ones: at a cost of 2 the search gave up whole GC classes of zebrafish to keep to the free share.
 SearchObjective wholeReadObjective(const ReadClass& readClass) {
   const bool isLongest = readClass.lengthId == 2;
   return {
@@ -26,12 +31,16 @@ SearchObjective wholeReadObjective(const ReadClass& readClass) {
       .correlation = 0.5,
       .exactBonus = isLongest ? 0.15 : 0.2,
       .freeCalls = 0.25,
-      .callCost = 2.0};
+      .callCost = 0.25};
 }
 
-SamplingPlan samplingPlan() {
-  return {.windows = 240000,
-          .maxDraws = 600000,
+std::size_t scaled(double size, double effort) {
+  return static_cast<std::size_t>(std::llround(size * effort));
+}
+
+SamplingPlan samplingPlan(double effort) {
+  return {.windows = scaled(240000, effort),
+          .maxDraws = scaled(600000, effort),
           .windowsPerRead = 4,
           .noncodingFraction = 0.12,
           .maxBorrowed = 2.0,
@@ -60,13 +69,24 @@ SearchPlan searchPlan(const ReadClass& readClass) {
 
 }  // namespace
 
-GroupPlan standardPlan(const ReadClass& readClass) {
-  constexpr std::size_t kReads[] = {3200, 2400, 1600};  // [length class]
+GroupPlan standardPlan(const ReadClass& readClass, double effort) {
+  constexpr double kReads[] = {3200, 2400, 1600};  // [length class]
   return {
-      .sampling = samplingPlan(),
+      .sampling = samplingPlan(effort),
       .boosting = {.stumps = kModelHypotheses - 1, .batch = 20, .finalSweeps = 5, .ridge = 400.0},
       .search = searchPlan(readClass),
-      .reads = kReads[readClass.lengthId]};
+      .reads = scaled(kReads[readClass.lengthId], effort)};
+}
+
+double effortFor(std::size_t transcripts, bool quick) {
+  constexpr double kFullEffort = 2700.0;  // transcripts
+  const double effort = std::clamp(static_cast<double>(transcripts) / kFullEffort, 0.1, 1.0);
+  return quick ? 0.3 * effort : effort;
+}
+
+PlanOfGroup planFor(const TrainingJob& job) {
+  const double effort = effortFor(job.coding.size(), job.quick);
+  return [effort](const ReadClass& readClass) { return standardPlan(readClass, effort); };
 }
 
 }  // namespace velto

@@ -18,7 +18,8 @@ using TrainedVotes = std::array<TrainedClass, kReadClasses>;
 
 // Boosts votes that leave out one training fold each, searches the matrices on the reads of all
 // folds, each scored by the votes that did not see it, and boosts the model's votes on all folds.
-// Throws TooLittleData when a class lacks reads even after borrowing.
-TrainedVotes trainVotes(const TrainingJob& job, const PlanOfGroup& plan = standardPlan);
+// Throws TooLittleData, before any work where there are too few transcripts, or when a class lacks
+// reads even after borrowing.
+TrainedVotes trainVotes(const TrainingJob& job, const PlanOfGroup& plan);
 
 }  // namespace velto

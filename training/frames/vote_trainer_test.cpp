@@ -90,7 +90,7 @@ TEST(VoteTrainer, ClassWithoutReadsBorrowsFromTheOthers) {
   EXPECT_LT(5 * n.reads, n.borrowedReads);
 }
 
-TEST(VoteTrainer, TooLittleDataNamesTheClassAndTheCounts) {
+TEST(VoteTrainer, TranscriptsThatAreAllShortAreRefusedAtOnceWithTheReason) {
   SyntheticSpecies withoutLongTranscripts;
   for (const int gc : {36, 47, 54, 63}) withoutLongTranscripts.add(15, 2500, gc);
   try {
@@ -98,9 +98,33 @@ TEST(VoteTrainer, TooLittleDataNamesTheClassAndTheCounts) {
     FAIL() << "trained a model";
   } catch (const TooLittleData& error) {
     const std::string message = error.what();
-    EXPECT_EQ(message.rfind("too little data for class 196L2G", 0), 0U) << message;
-    EXPECT_NE(message.find(": 0 reads, 0 borrowed"), std::string::npos) << message;
+    EXPECT_EQ(message,
+              "too little data for the longest reads: 0 of 60 coding transcripts have more than "
+              "3000 bases, at least 10 are needed");
   }
+}
+
+TEST(VoteTrainer, FewerThanFiftyTranscriptsAreRefused) {
+  SyntheticSpecies few;
+  few.add(49, 3300, 50);
+  try {
+    trained(few, 1);
+    FAIL() << "trained a model";
+  } catch (const TooLittleData& error) {
+    EXPECT_EQ(std::string(error.what()).rfind("too little data: 49 coding transcripts", 0), 0U);
+  }
+}
+
+TEST(VotePlan, EffortFollowsTheNumberOfTranscripts) {
+  EXPECT_DOUBLE_EQ(effortFor(540, false), 0.2);
+  EXPECT_DOUBLE_EQ(effortFor(60, false), 0.1);
+  EXPECT_DOUBLE_EQ(effortFor(2967, false), 1.0);
+  EXPECT_DOUBLE_EQ(effortFor(2967, true), 0.3);
+  const ReadClass readClass{0, 0, 96};
+  EXPECT_EQ(standardPlan(readClass).sampling.windows, 240000U);
+  EXPECT_EQ(standardPlan(readClass, 0.15).sampling.windows, 36000U);
+  EXPECT_EQ(standardPlan(readClass, 0.15).sampling.maxDraws, 90000U);
+  EXPECT_EQ(standardPlan(readClass, 0.15).reads, 480U);
 }
 
 }  // namespace
