@@ -14,7 +14,7 @@ namespace {
 // ---- 1. Headings and colours
 
 constexpr double kAxisRoom = 70;       // pixels beside the vertical axis, for numbers
-constexpr double kClassRoom = 170;     // the same for names of classes
+constexpr double kClassRoom = 290;     // the same for names of classes
 constexpr double kPlotHeight = 340;    // pixels
 constexpr double kRowHeight = 26;      // pixels per class
 constexpr std::size_t kLeastRows = 6;  // leaves room for the legend
@@ -178,6 +178,17 @@ std::vector<int> classesWithReads(const ModelEvaluation& model) {
   return classes;
 }
 
+// In words, for example "600 to 999 bases, GC 43 to 51 %".
+std::string classWords(const ReadClass& readClass) {
+  static constexpr const char* kLengths[] = {"600 to 999 bases", "1000 to 3000 bases",
+                                             "over 3000 bases"};
+  static constexpr const char* kGc[] = {"GC below 43 %", "GC 43 to 51 %", "GC 51 to 57 %",
+                                        "GC over 57 %"};
+  const char* length =
+      readClass.windowWidth == 96 ? "up to 599 bases" : kLengths[readClass.lengthId];
+  return std::string(length) + ", " + kGc[readClass.gcId];
+}
+
 // The figures of a row stand a little below each other, so that none hides another.
 constexpr double kFigureStep = 0.25;  // rows
 
@@ -204,7 +215,8 @@ std::string classPlot(const EvaluationReport& report) {
     const double row = rows - static_cast<double>(i) - 0.5;
     const EvaluationCounts& counts =
         report.models.front().byClass[static_cast<std::size_t>(classes[i])];
-    chart.labelRow(row, readClassAt(classes[i]).name() + " (" + std::to_string(counts.reads) + ")");
+    chart.labelRow(row,
+                   classWords(readClassAt(classes[i])) + " (" + std::to_string(counts.reads) + ")");
     addClassPoints(chart, report, classes[i], row);
   }
   addLegends(chart, report);

@@ -102,6 +102,16 @@ TEST(EvaluationPlots, EveryFigureOfEveryModelHasItsPoints) {
   EXPECT_EQ(occurrences(classPlot(report(2)), "<circle"), 2U * (3 * 2 + 3));
 }
 
+TEST(EvaluationPlots, ClassesAreNamedInWords) {
+  EvaluationReport twoClasses = report(1);
+  for (EvaluationCounts& counts : twoClasses.models[0].byClass) counts = {};
+  twoClasses.models[0].byClass[0].reads = 12;
+  twoClasses.models[0].byClass[14].reads = 3;
+  const std::string text = classPlot(twoClasses);
+  EXPECT_NE(text.find("up to 599 bases, GC below 43 % (12)"), std::string::npos) << text;
+  EXPECT_NE(text.find("over 3000 bases, GC 51 to 57 % (3)"), std::string::npos) << text;
+}
+
 TEST(EvaluationPlots, DistancesFallIntoBinsAroundMultiplesOfFive) {
   // -2, 0 and 2 stand in the bin of 0: the highest bar, as high as the axis of 3 x 1.05 allows.
   const std::string text = distancePlot(report(1));

@@ -57,10 +57,11 @@ const char* anchorName(SvgAnchor anchor) {
 SvgCanvas::SvgCanvas(int width, int height, const std::string& title) {
   const std::string w = std::to_string(width);
   const std::string h = std::to_string(height);
-  body_ = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<svg xmlns=\"http://www.w3.org/2000/svg\"" +
-          attribute("width", w) + attribute("height", h) +
-          attribute("viewBox", "0 0 " + w + " " + h) +
-          " role=\"img\" font-family=\"sans-serif\">\n<title>" + escaped(title) + "</title>\n";
+  body_ =
+      "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<svg xmlns=\"http://www.w3.org/2000/svg\"" +
+      attribute("width", w) + attribute("height", h) + attribute("viewBox", "0 0 " + w + " " + h) +
+      " style=\"max-width:100%;height:auto\" role=\"img\" font-family=\"sans-serif\">\n<title>" +
+      escaped(title) + "</title>\n";
   rectangle({0, 0}, width, height, "#ffffff", "none");
 }
 

@@ -14,7 +14,7 @@ enum class SvgAnchor { kStart, kMiddle, kEnd };
 // Shapes lie above those drawn before. Colours are as in CSS, for example "#0072b2" or "none".
 class SvgCanvas {
  public:
-  // A white image of this size in pixels; the title is what screen readers read.
+  // A white image of this size in pixels, less where there is less room; the title is what screen readers read.
   SvgCanvas(int width, int height, const std::string& title);
 
   void line(SvgPoint from, SvgPoint to, const std::string& colour, double width);
