@@ -3,15 +3,20 @@
 #include <unistd.h>
 
 #include <chrono>
+#include <filesystem>
 #include <functional>
 #include <iostream>
+#include <map>
 #include <memory>
 
 #include "seqio/output_directory.h"
 #include "simulation/transcript_file.h"
+#include "training/fold_split.h"
+#include "training/model_comparison.h"
 #include "training/model_directory_writer.h"
 #include "training/trainer.h"
 #include "training/transcript_groups.h"
+#include "workbench/default_model.h"
 #include "workbench/file_options.h"
 #include "workbench/threads.h"
 
@@ -94,6 +99,26 @@ void remark(const std::vector<TrainedDecoder>& decoders) {
   }
 }
 
+Model inMemory(const CardFacts& facts, const std::vector<TrainedDecoder>& decoders) {
+  std::map<std::string, std::string> texts;
+  for (const TrainedDecoder& decoder : decoders) {
+    for (const ModelFile& file : decoder.files) texts[file.path] = file.bytes;
+  }
+  texts["model.json"] = modelCardText(facts, decoders);
+  return Model(std::move(texts));
+}
+
+// Says where the new model does worse than the one that scan takes by default, if there is one.
+void compareWithDefault(const Model& made, const TrainingJob& job) {
+  const std::string directory = defaultModelDirectory();
+  if (!std::filesystem::exists(directory)) return;
+  const FoldSplit split = splitFolds(job.coding, job.noncoding);
+  for (const std::string& line :
+       comparison(Predictor(made), Predictor(directory), directory, split.heldBack, job.seed)) {
+    std::cerr << "velto: " << line << "\n";
+  }
+}
+
 // The output's place is left out: the same model may be made anywhere.
 std::string commandText(const TrainOptions& options) {
   return "velto train --coding" + joined(options.codingFiles) + " --noncoding" +
@@ -123,6 +148,9 @@ void train(const TrainOptions& options) {
   const CardFacts facts{VELTO_VERSION,       commandText(options),   options.seed,
                         options.codingFiles, options.noncodingFiles, coding.counts,
                         noncoding.counts};
+  if (!options.quiet) {
+    withThreads(options.threads, [&] { compareWithDefault(inMemory(facts, decoders), job); });
+  }
   writeModelDirectory(facts, decoders, output);
   output.commit();
 }
