@@ -1,4 +1,4 @@
-// The base codes: how one nucleotide of a read is stored.
+// The base codes: how one nucleotide of a read is stored, and the number of a codon.
 #pragma once
 
 namespace velto {
@@ -24,5 +24,14 @@ constexpr short baseCode(char letter) {
 }
 
 constexpr bool isKnownBase(int code) { return code >= 0 && code <= 3; }
+
+constexpr int kCodons = 64;
+constexpr int kNoCodon = -1;
+
+// Number of the codon with these base codes in reading order, 0 to 63; kNoCodon if one is unknown.
+constexpr int codonIndex(int first, int second, int third) {
+  if (!isKnownBase(first) || !isKnownBase(second) || !isKnownBase(third)) return kNoCodon;
+  return 16 * first + 4 * second + third;
+}
 
 }  // namespace velto

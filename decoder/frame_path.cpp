@@ -1,4 +1,5 @@
 #include "decoder/frame_path.h"
+#include "model/window_width.h"
 
 namespace velto {
 namespace {
@@ -26,7 +27,7 @@ void setNodes(const PathCells& cells, dpNode* nodes) {
 }  // namespace
 
 void fillLeadingClasses(layout& lay, int windowWidth) {
-  const size_t h = static_cast<size_t>(windowWidth / 6);
+  const size_t h = static_cast<size_t>(halfWindow(windowWidth));
   for (std::vector<int>& classes : lay.cls) {
     if (classes.size() <= h) continue;
     for (size_t k = 0; k < h; ++k) classes[k] = classes[h];

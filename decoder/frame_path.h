@@ -18,7 +18,7 @@ struct dpNode {
   int term = -1;           // 1 where a path may end, otherwise not
 };
 
-// Gives the first windowWidth / 6 steps of every frame the class of the first full window; they are
+// Gives the first halfWindow steps of every frame the class of the first full window; they are
 // not centred on a full window themselves.
 void fillLeadingClasses(layout& lay, int windowWidth);
 

@@ -6,14 +6,9 @@
 #include "model/sliding_vote.h"
 #include "model/window_sample.h"
 #include "model/window_vote.h"
+#include "model/window_width.h"
 
 namespace velto {
-namespace {
-
-int windowCodons(int windowWidth) { return windowWidth / 3; }
-
-}  // namespace
-
 int scoredWindows(int length, int windowWidth, int frame) {
   const int room = length - windowWidth - frame;
   return room <= 0 ? 0 : (room + 2) / 3;
@@ -24,7 +19,7 @@ double scoreWindowPlain(const ModelView& model, const short* seq, int length, in
   sample.start = start;
   const int codons = windowCodons(model.windowWidth);
   for (int j = 0; j < codons; ++j) countCodon(sample, seq, length, start + 3 * j);
-  sample.end = start + 3 * codons - 1;
+  sample.end = start + votedLength(model.windowWidth);
   return voteSum(model.tables, sample);
 }
 
@@ -45,7 +40,7 @@ WindowScores scoreWindows(const ModelView& model, const short* seq, int length) 
   if (most == 0) return scores;
   const int codons = windowCodons(model.windowWidth);
   const ReadCodons read(seq, length);
-  SlidingVote vote(model.tables, 3 * codons - 1, codons);
+  SlidingVote vote(model.tables, votedLength(model.windowWidth), codons);
   for (int f = 0; f < 3; ++f) {
     for (int j = 0; j < codons; ++j) vote.add(f, read.at(f + 3 * j));
   }
@@ -80,7 +75,7 @@ void layOutFrames(const ModelView& model, const short* seq, int length, const Wi
                   layout& lay, std::vector<double> (&frameScore)[3]) {
   lay = layout();
   const auto isStop = [=](int p) { return acidAt(seq, length, p) == kStopSignal; };
-  const int half = model.windowWidth / 6;
+  const int half = halfWindow(model.windowWidth);
   double last = 0.0;  // score of the window scored last, kept across the frames
   for (int f = 0; f < 3; ++f) {
     std::vector<int>& classes = lay.cls[f];

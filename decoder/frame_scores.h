@@ -28,8 +28,8 @@ WindowScores scoreWindowsPlain(const ModelView& model, const short* seq, int len
 
 // Fills lay.met and lay.cls (all else of `lay` becomes empty) and frameScore[frame][step] from the
 // scores of the read's windows; the class of a step is that of the window centred on it. Both have
-// at least windowWidth / 6 + 1 entries per frame, and as many as `met` for reads of at least
-// 3 (windowWidth / 6) + 6 bases. Windows that run into the read's end repeat the class and score of
+// at least halfWindow + 1 entries per frame, and as many as `met` for reads of at least
+// 3 halfWindow + 6 bases. Windows that run into the read's end repeat the class and score of
 // the window scored last, of whatever frame.
 void layOutFrames(const ModelView& model, const short* seq, int length, const WindowScores& scores,
                   layout& lay, std::vector<double> (&frameScore)[3]);

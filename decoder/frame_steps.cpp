@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "decoder/window_layout.h"
+#include "model/window_width.h"
 
 namespace velto {
 namespace {
@@ -37,7 +38,7 @@ class StopAt {
 
 void layOutSteps(const CodedRead& codons, int length, int windowWidth, const WindowClasses& classes,
                  std::vector<FrameStep>& steps) {
-  const int half = windowWidth / 6;
+  const int half = halfWindow(windowWidth);
   steps.assign(stepsOf({length, half, 0}), kNoStep);
   signed char last = kNonCodingWindow;
   for (size_t f = 0; f < 3; ++f) {
@@ -56,7 +57,7 @@ void layOutSteps(const CodedRead& codons, int length, int windowWidth, const Win
 
 void layOutScores(const CodedRead& codons, int length, int windowWidth, const WindowScores& scores,
                   std::vector<double> (&stepScores)[3]) {
-  const int half = windowWidth / 6;
+  const int half = halfWindow(windowWidth);
   double last = 0.0;
   for (int f = 0; f < 3; ++f) {
     stepScores[f].assign(stepsOf({length, half, f}), kNoWindowScore);

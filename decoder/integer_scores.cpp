@@ -14,7 +14,7 @@ template <typename Use>
 void eachSum(const VotingRead& read, IntegerVote& vote, int frame, int windows, const Use& use) {
   if (windows == 0) return;
   const int codons = read.tables.codons();
-  vote.begin(read.tables, *read.tables.pairTables(3 * codons - 1));
+  vote.begin(read.tables, *read.tables.pairTables(votedLength(read.model.windowWidth)));
   for (int j = 0; j < codons; ++j) vote.add(read.codons, frame + 3 * j);
   for (int k = 0;; ++k) {
     use(static_cast<size_t>(k), vote.sum());

@@ -6,6 +6,7 @@
 #include "decoder/layout.h"
 #include "model/window_sample.h"
 #include "model/window_vote.h"
+#include "model/window_width.h"
 
 namespace velto {
 namespace {
@@ -112,7 +113,8 @@ double scoreTrialPlain(const ModelView& model, const short* seq, int length,
 
 void placeShifts(TrialJudge& judge, int windowWidth, int endStep, std::vector<int>& path) {
   const std::vector<FrameChange> changes = frameChanges(path);
-  const int h = windowWidth / 6;
+  const int h = halfWindow(windowWidth);
+  const int codons = windowCodons(windowWidth);
   for (size_t c = 1; c + 1 < changes.size(); ++c) {
     const int k = changes[c].step;
     const int start = std::max(0, 3 * (k - h));
@@ -120,10 +122,10 @@ void placeShifts(TrialJudge& judge, int windowWidth, int endStep, std::vector<in
     if (end - start < (2 * windowWidth) / 3) continue;
     const int oldFrame = path[static_cast<size_t>(k - 1)];
     const int newFrame = path[static_cast<size_t>(k)];
-    int place = judge.bestTrial({start + oldFrame, end, changes[c].shift, windowWidth / 3}, h);
+    int place = judge.bestTrial({start + oldFrame, end, changes[c].shift, codons}, h);
     const int firstStep = k - h + 1;
     if (firstStep + place >= endStep) place = endStep - firstStep;
-    rewritePath(path, firstStep, windowWidth / 3, place, changes[c - 1].step, changes[c + 1].step,
+    rewritePath(path, firstStep, codons, place, changes[c - 1].step, changes[c + 1].step,
                 oldFrame, newFrame);
   }
 }

@@ -47,8 +47,8 @@ void CodedRead::assign(const short* seq, int length) {
   acids_.assign(bases + kBehindRead, kUncountedAcid);
   synonyms_.assign(bases, 0);
   for (size_t p = 0; p + 2 < bases; ++p) {
-    const bool known = isKnownBase(seq[p]) && isKnownBase(seq[p + 1]) && isKnownBase(seq[p + 2]);
-    const int number = known ? 16 * seq[p] + 4 * seq[p + 1] + seq[p + 2] : kCodons;
+    const int codon = codonIndex(seq[p], seq[p + 1], seq[p + 2]);
+    const int number = codon == kNoCodon ? kCodons : codon;
     acids_[p] = lookup.acid[static_cast<size_t>(number)];
     synonyms_[p] = lookup.synonym[static_cast<size_t>(number)];
   }

@@ -5,18 +5,18 @@
 #include <cstdint>
 #include <vector>
 
+#include "core/base_code.h"
 #include "model/model_tables.h"
 
 namespace velto {
 
 // Amino acid of a codon that counts nothing, chosen so that tables need no test for it.
 constexpr std::uint8_t kUncountedAcid = kAminoAcids;
-constexpr int kCodons = 64;
 
 // Most codons of one amino acid.
 constexpr int kSynonyms = 6;
 
-// [16 x first + 4 x second + third base code]: the codon's number, 0 to kSynonyms - 1, among those
+// [codonIndex]: the codon's number, 0 to kSynonyms - 1, among those
 // of its amino acid.
 const std::array<std::uint8_t, kCodons>& codonSynonyms();
 

@@ -7,8 +7,8 @@
 namespace velto {
 namespace {
 
-// Amino-acid number at 16 x first + 4 x second + third, base codes A 0, T 1, G 2, C 3.
-constexpr std::array<signed char, 64> kAcidOfCodon = {
+// [codonIndex] amino-acid number.
+constexpr std::array<signed char, kCodons> kAcidOfCodon = {
     8,  11, 8,  11,  // AA: Lys Asn
     7,  7,  10, 7,   // AT: Ile Met
     14, 15, 14, 15,  // AG: Arg Ser
@@ -44,8 +44,8 @@ constexpr std::array<double, kAminoAcids> kUniformRate = uniformRates();
 }  // namespace
 
 int ReadData::CodonTable(int first, int second, int third) {
-  if (!isKnownBase(first) || !isKnownBase(second) || !isKnownBase(third)) return kNoAminoAcid;
-  return kAcidOfCodon[static_cast<size_t>(16 * first + 4 * second + third)];
+  const int codon = codonIndex(first, second, third);
+  return codon == kNoCodon ? kNoAminoAcid : kAcidOfCodon[static_cast<size_t>(codon)];
 }
 
 double ReadData::BasicCodonRate(int first, int second, int third) {

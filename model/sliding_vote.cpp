@@ -24,7 +24,7 @@ ReadCodons::ReadCodons(const short* seq, int length)
     const int acid = acidAt(seq, length, p);
     if (acid == kNoAminoAcid) continue;
     acids_[index(p)] = static_cast<signed char>(acid);
-    codons_[index(p)] = static_cast<signed char>(16 * seq[p] + 4 * seq[p + 1] + seq[p + 2]);
+    codons_[index(p)] = static_cast<signed char>(codonIndex(seq[p], seq[p + 1], seq[p + 2]));
   }
 }
 
@@ -54,7 +54,7 @@ constexpr int kFirstCodonCount = kAminoAcids + kPairGaps * 2 * kAminoAcids;
 size_t codonCount(int codon) { return index(kFirstCodonCount + codon); }
 
 size_t pairCount(int gap, int first, int second) {
-  return index(kFirstCodonCount + 64 + (gap * kAminoAcids + first) * kAminoAcids + second);
+  return index(kFirstCodonCount + kCodons + (gap * kAminoAcids + first) * kAminoAcids + second);
 }
 
 double voteAbove(double alpha, int polarity) { return polarity != 0 ? alpha : -alpha; }
@@ -96,7 +96,7 @@ SlidingVote::Hypothesis SlidingVote::compile(const ModelTables& tables, size_t i
     compiled.above = voteAbove(h.alpha, t.polarity);
   } else if (h.kind == kCodonKind) {
     const RealThreshold& t = tables.codonTrsld[i];
-    compiled.count = codonCount(16 * h.elem1 + 4 * h.elem2 + h.elem3);
+    compiled.count = codonCount(codonIndex(h.elem1, h.elem2, h.elem3));
     compiled.first = acidCount(ReadData::CodonTable(h.elem1, h.elem2, h.elem3));
     compiled.absent = ReadData::BasicCodonRate(h.elem1, h.elem2, h.elem3);
     compiled.threshold = t.trsld;

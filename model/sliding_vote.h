@@ -4,6 +4,7 @@
 #include <array>
 #include <vector>
 
+#include "core/base_code.h"
 #include "model/model_tables.h"
 #include "model/window_sample.h"
 
@@ -13,7 +14,7 @@ namespace velto {
 // acids 1 to 4 codons further on. acid is -1 when nothing is counted for it.
 struct CodonContext {
   int acid;
-  int codon;               // 16 x first + 4 x second + third base code; -1 when acid is -1
+  int codon;               // codonIndex; kNoCodon when acid is -1
   int partner[kPairGaps];  // [gap]; -1 where there is none
 };
 
@@ -59,7 +60,7 @@ class SlidingVote {
   // [gap][first][second]. The first kElements of them are the ones that hypotheses wait for: a
   // codon or pair count never changes without its acid or member count.
   static constexpr size_t kElements = kAminoAcids + kPairGaps * 2 * kAminoAcids;
-  static constexpr size_t kCounts = kElements + 64 + kPairGaps * kAminoAcids * kAminoAcids;
+  static constexpr size_t kCounts = kElements + kCodons + kPairGaps * kAminoAcids * kAminoAcids;
   using Counts = std::array<short, kCounts>;
 
   // A counted hypothesis with all that its vote needs.

@@ -4,8 +4,10 @@
 #include <algorithm>
 #include <cmath>
 
+#include "core/base_code.h"
 #include "core/six_digits.h"
 #include "model/window_vote.h"
+#include "model/window_width.h"
 
 namespace velto {
 
@@ -23,7 +25,7 @@ constexpr int kSpareCodons = 1;
 }  // namespace
 
 VoteTables::VoteTables(const ModelView& model)
-    : model_(model.tables), counts_(model.windowWidth / 3 + 1) {
+    : model_(model.tables), counts_(windowCodons(model.windowWidth) + 1) {
   usable_ = readWeights();
   if (!usable_) return;
   fillRules();
@@ -97,7 +99,7 @@ int* VoteTables::votesOfCodon(int acid, size_t synonym) {
 void VoteTables::addCodonHypothesis(size_t i) {
   const fnlHypo& h = model_.fh[i];
   const RealThreshold& t = model_.codonTrsld[i];
-  const size_t codon = static_cast<size_t>(16 * h.elem1 + 4 * h.elem2 + h.elem3);
+  const size_t codon = static_cast<size_t>(codonIndex(h.elem1, h.elem2, h.elem3));
   int* votes =
       votesOfCodon(ReadData::CodonTable(h.elem1, h.elem2, h.elem3), codonSynonyms()[codon]);
   for (short acids = 0; acids < counts_; ++acids) {

@@ -5,7 +5,6 @@
 #include <cstdio>
 #include <fstream>
 #include <nlohmann/json.hpp>
-#include <stdexcept>
 
 #include "predict/model_card.h"
 
@@ -39,7 +38,7 @@ std::string fileChecksum(const std::string& path) {
     in.read(block.data(), static_cast<std::streamsize>(block.size()));
     sum = crc32(sum, reinterpret_cast<const Bytef*>(block.data()), static_cast<uInt>(in.gcount()));
   }
-  if (!in.eof()) throw std::runtime_error(path + ": cannot read");
+  if (!in.eof()) throw Error(path, 0, 0, "cannot be read");
   char text[9];
   std::snprintf(text, sizeof text, "%08lx", sum);
   return text;

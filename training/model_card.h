@@ -22,8 +22,7 @@ struct CardFacts {
 };
 
 // The text of `model.json`: the facts, then the members of each decoder's card. Reads the input
-// files again for their checksums; throws std::runtime_error when that fails. Standard input has no
-// checksum.
+// files again for their checksums; throws Error when that fails. Standard input has no checksum.
 std::string modelCardText(const CardFacts& facts, std::span<const TrainedDecoder> decoders);
 
 // CRC-32 of a file's bytes as eight hexadecimal digits.

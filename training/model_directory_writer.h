@@ -10,7 +10,7 @@
 namespace velto {
 
 // Writes the files of all decoders and `model.json`. Throws OutputError;
-// std::runtime_error when an input file cannot be read again for its checksum.
+// Error when an input file cannot be read again for its checksum.
 void writeModelDirectory(const CardFacts& facts, std::span<const TrainedDecoder> decoders,
                          OutputDirectory& output);
 

@@ -4,17 +4,17 @@
 #include <cstdint>
 #include <functional>
 #include <span>
-#include <stdexcept>
 #include <string>
 #include <vector>
 
 #include "simulation/transcript.h"
+#include "velto/velto.h"
 
 namespace velto {
 
 // The transcripts do not suffice; the message names what is lacking and the counts.
-class TooLittleData : public std::runtime_error {
-  using std::runtime_error::runtime_error;
+class TooLittleData : public Error {
+  using Error::Error;
 };
 
 // What every trainer is given. Trains with all threads of the calling arena; the result does not

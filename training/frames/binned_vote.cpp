@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "model/sliding_vote.h"
+#include "model/window_width.h"
 
 namespace velto {
 namespace {
@@ -129,7 +130,7 @@ BinnedVote::BinnedVote(const Vote& vote) : added_(kWindowFeatures) {
 
 WindowScores BinnedVote::score(int windowWidth, const short* seq, int length) const {
   WindowScores scores;
-  const int codons = windowWidth / 3;
+  const int codons = windowCodons(windowWidth);
   const ReadCodons read(seq, length);
   for (int f = 0; f < 3; ++f) {
     if (f >= length - windowWidth) continue;
@@ -147,7 +148,7 @@ WindowScores BinnedVote::score(int windowWidth, const short* seq, int length) co
 void BinnedVote::write(int windowWidth, double shift, ModelTables& tables) const {
   tables.fh.assign(kModelHypotheses, fnlHypo{});
   setCountPriors(tables);
-  const int windowLength = 3 * (windowWidth / 3) - 1;
+  const int windowLength = votedLength(windowWidth);
   setConstantHypothesis(tables, 0, roundedToFile(fromMillionths(constant_) + shift));
   std::size_t i = 1;
   for (const auto& [stump, alpha] : alphas_) {

@@ -14,6 +14,7 @@
 #include "decoder/placed_call.h"
 #include "decoder/shift_placement.h"
 #include "evaluation/evaluation_figures.h"
+#include "model/window_width.h"
 #include "training/frames/window_features.h"
 
 namespace velto {
@@ -83,7 +84,7 @@ ScoredRead::ScoredRead(SimulatedRead read, const BinnedVote& vote, int windowWid
   std::vector<double> frameScore[3];
   layout lay;
   layOutFrames({unused, windowWidth}, read_.bases.data(), read_.length(), scores, lay, frameScore);
-  const auto half = static_cast<std::size_t>(windowWidth / 6);
+  const auto half = static_cast<std::size_t>(halfWindow(windowWidth));
   steps_.resize(lay.cls[0].size());
   for (std::size_t k = 0; k < steps_.size(); ++k) {
     for (std::size_t f = 0; f < 3; ++f) {

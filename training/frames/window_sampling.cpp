@@ -1,4 +1,5 @@
 #include "training/frames/window_sampling.h"
+#include "model/window_width.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -63,7 +64,7 @@ class Sampler {
  private:
   // Takes a window near base `start`, in frame or out of frame as likely where the read is coding.
   void takeWindow(const SimulatedRead& read, int start, Random& random, float weight) {
-    const int half = class_.windowWidth / 6;
+    const int half = halfWindow(class_.windowWidth);
     const auto middle = static_cast<std::size_t>(start + 3 * half + 1);
     const int frame = read.frame[middle];
     WindowKind kind = kOutside;
@@ -82,7 +83,7 @@ class Sampler {
 
   void add(const SimulatedRead& read, int start, WindowKind kind, float weight) {
     smplTestData counts;
-    for (int j = 0; j < class_.windowWidth / 3; ++j) {
+    for (int j = 0; j < windowCodons(class_.windowWidth); ++j) {
       countCodon(counts, read.bases.data(), read.length(), start + 3 * j);
     }
     windows_.add(counts, kind == kInFrame, weight);
