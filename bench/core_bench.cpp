@@ -3,10 +3,11 @@
 
 #include <sstream>
 
-#include "decoder/frame_scores.h"
 #include "model/model_file.h"
+#include "model/plain_engine.h"
 #include "model/read_class.h"
 #include "model/shortcut.h"
+#include "model/sliding_engine.h"
 #include "tests/support/reads.h"
 
 namespace velto {
@@ -26,17 +27,18 @@ const ModelTables& fullModel() {
   return tables;
 }
 
-using ScoreWindows = WindowScores (*)(const ModelView&, const short*, int);
-
-void scoreRead(benchmark::State& state, ScoreWindows score) {
+template <typename Engine>
+void scoreRead(benchmark::State& state) {
   const auto length = static_cast<int>(state.range(0));
   const std::vector<short> read = randomRead(length);
   const ModelView model{fullModel(), 196};
-  for (auto _ : state) benchmark::DoNotOptimize(score(model, read.data(), length));
+  for (auto _ : state) {
+    benchmark::DoNotOptimize(Engine(model, read.data(), length).scores());
+  }
   state.SetItemsProcessed(state.iterations() * length);
 }
-BENCHMARK_CAPTURE(scoreRead, plain, scoreWindowsPlain)->Arg(800)->Arg(5000);
-BENCHMARK_CAPTURE(scoreRead, sliding, scoreWindows)->Arg(800)->Arg(5000);
+BENCHMARK(scoreRead<PlainEngine>)->Arg(800)->Arg(5000);
+BENCHMARK(scoreRead<SlidingEngine>)->Arg(800)->Arg(5000);
 
 // Both model files of one class, from memory.
 void loadModelText(benchmark::State& state) {

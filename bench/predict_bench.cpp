@@ -3,12 +3,17 @@
 
 #include <memory>
 
-#include "decoder/integer_scores.h"
-#include "core/letter_codes.h"
-#include "model/model_set.h"
 #include "bench/reads.h"
+#include "core/letter_codes.h"
 #include "decoder/coding_region.h"
+#include "decoder/decode_frames.h"
 #include "decoder/frame_path.h"
+#include "decoder/frame_scores.h"
+#include "decoder/shift_placement.h"
+#include "model/integer_engine.h"
+#include "model/model_set.h"
+#include "model/plain_engine.h"
+#include "model/sliding_engine.h"
 #include "velto/velto.h"
 
 namespace velto {
@@ -55,7 +60,7 @@ Prepared::Prepared() {
     read.readClass = classifyRead(read.length(), 100.0 * gc / read.length());
     read.codons.assign(read.codes.data(), read.length());
     const ModelView& model = voting(read).model;
-    read.scores = scoreWindows(model, read.codes.data(), read.length());
+    read.scores = SlidingEngine(model, read.codes.data(), read.length()).scores();
     layOutFrames(model, read.codes.data(), read.length(), read.scores, read.lay, read.frameScore);
     fillLeadingClasses(read.lay, model.windowWidth);
     std::vector<dpNode> cells(3 * read.lay.cls[0].size());
@@ -79,15 +84,20 @@ void overReads(benchmark::State& state, Step step) {
   state.SetItemsProcessed(state.iterations() * static_cast<long>(data.reads.size()));
 }
 
+PlainEngine plainEngine(const VotingRead& read) {
+  return PlainEngine(read.model, read.seq, read.length);
+}
+
 void scorePlain(benchmark::State& state) {
   overReads(state, [](const VotingRead& voting, const PreparedRead& read) {
-    benchmark::DoNotOptimize(scoreWindowsPlain(voting.model, read.codes.data(), read.length()));
+    benchmark::DoNotOptimize(plainEngine(voting).scores());
   });
 }
 
 void scoreSliding(benchmark::State& state) {
   overReads(state, [](const VotingRead& voting, const PreparedRead& read) {
-    benchmark::DoNotOptimize(scoreWindows(voting.model, read.codes.data(), read.length()));
+    SlidingEngine votes(voting.model, voting.seq, voting.length);
+    benchmark::DoNotOptimize(votes.scores());
   });
 }
 
@@ -95,7 +105,7 @@ void scoreInteger(benchmark::State& state) {
   IntegerVote vote;
   WindowClasses classes;
   overReads(state, [&](const VotingRead& voting, const PreparedRead&) {
-    classifyWindows(voting, vote, classes);
+    IntegerEngine(voting, vote).classify(classes);
     benchmark::DoNotOptimize(classes);
   });
 }
@@ -123,7 +133,8 @@ void placePlain(benchmark::State& state) {
   overReads(state, [](const VotingRead& voting, const PreparedRead& read) {
     if (read.traced.score <= kLeastCodingScore) return;
     std::vector<int> path = read.path;
-    placeShiftsPlain(voting.model, read.codes.data(), read.length(), read.traced.endStep, path);
+    PlainEngine votes = plainEngine(voting);
+    placeShifts(votes, voting.model.windowWidth, read.traced.endStep, path);
     benchmark::DoNotOptimize(path.data());
   });
 }
@@ -133,27 +144,20 @@ void placeInteger(benchmark::State& state) {
   overReads(state, [&](const VotingRead& voting, const PreparedRead& read) {
     if (read.traced.score <= kLeastCodingScore) return;
     std::vector<int> path = read.path;
-    IntegerJudge judge(voting, vote);
-    placeShifts(judge, voting.model.windowWidth, read.traced.endStep, path);
+    IntegerEngine votes(voting, vote);
+    placeShifts(votes, voting.model.windowWidth, read.traced.endStep, path);
     benchmark::DoNotOptimize(path.data());
   });
 }
 
 void predictPlain(benchmark::State& state) {
-  layout lay;
-  std::vector<double> frameScore[3];
+  FrameScratch scratch;
   overReads(state, [&](const VotingRead& voting, const PreparedRead& read) {
-    const short* seq = read.codes.data();
-    layOutFrames(voting.model, seq, read.length(),
-                 scoreWindowsPlain(voting.model, seq, read.length()), lay, frameScore);
-    fillLeadingClasses(lay, voting.model.windowWidth);
-    std::vector<dpNode> cells(3 * lay.cls[0].size());
-    fillFramePaths(voting.model.tables.malkovChain, lay, cells.data());
-    std::vector<int> path;
+    const FrameModel model{voting.model.tables.malkovChain, voting.model.windowWidth};
+    PlainEngine votes = plainEngine(voting);
     const TracedPath traced =
-        traceFramePath(cells.data(), static_cast<int>(lay.cls[0].size()), path);
-    placeShiftsPlain(voting.model, seq, read.length(), traced.endStep, path);
-    benchmark::DoNotOptimize(codingRegion(path, traced.score));
+        decodeFrames(model, read.codons, read.length(), votes, false, scratch);
+    benchmark::DoNotOptimize(codingRegion(scratch.path, traced.score));
   });
 }
 

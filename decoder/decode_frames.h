@@ -6,15 +6,12 @@
 
 #include "decoder/frame_steps.h"
 #include "decoder/frame_trellis.h"
-#include "decoder/integer_scores.h"
-#include "decoder/shift_placement.h"
-#include "model/integer_vote.h"
+#include "model/vote_engine.h"
 
 namespace velto {
 
 // Reusable for one read after another; for one thread at a time.
 struct FrameScratch {
-  IntegerVote vote;
   WindowScores scores;  // if wanted
   WindowClasses classes;
   std::vector<FrameStep> steps;
@@ -33,8 +30,10 @@ struct FrameModel {
 TracedPath decodeSteps(const FrameModel& model, const std::vector<FrameStep>& steps,
                        TrialJudge& judge, FrameTrellis& trellis, std::vector<int>& path);
 
-// Fills scratch.path, and scratch.scores if wanted; the frame changes are placed if the score is
-// above kLeastCodingScore. Score and path are those of the named operations of the one-read program.
-TracedPath decodeFrames(const VotingRead& read, bool wantScores, FrameScratch& scratch);
+// The same from the codons of a read of `length` bases and its votes, into scratch.path; fills
+// scratch.scores if wanted. Score and path are those of the named operations of the one-read
+// program.
+TracedPath decodeFrames(const FrameModel& model, const CodedRead& codons, int length,
+                        VoteEngine& votes, bool wantScores, FrameScratch& scratch);
 
 }  // namespace velto

@@ -5,22 +5,18 @@
 #include "core/letter_codes.h"
 #include "decoder/base_scores.h"
 #include "decoder/decode_frames.h"
-#include "decoder/frame_scores.h"
 #include "decoder/placed_call.h"
+#include "model/integer_engine.h"
+#include "model/sliding_engine.h"
 
 namespace velto {
 namespace {
 
 struct ReadScratch : Decoder::Scratch {
   CodedRead codons;
+  IntegerVote vote;
   FrameScratch frames;
 };
-
-void fillBaseScores(const VotingRead& read, const WindowScores& scores, Call& call) {
-  std::vector<double> stepScores[3];
-  layOutScores(read.codons, read.length, read.model.windowWidth, scores, stepScores);
-  for (int f = 0; f < 3; ++f) call.scores[f] = baseScores(stepScores[f], f, read.length);
-}
 
 }  // namespace
 
@@ -42,15 +38,25 @@ void FrameDecoder::decode(const ReadView& read, const Wishes& wishes, Scratch& s
   const int length = read.length();
   const short* seq = read.codes.data();
   const ReadClass readClass = classifyRead(length, gcPercent(read.codes));
-  const ModelView model = models_.model(readClass).view();
+  const ModelView view = models_.model(readClass).view();
+  const FrameModel model{view.tables.malkovChain, view.windowWidth};
+  const VoteTables& tables = tablesOf(readClass);
   space.codons.assign(seq, length);
-  const VotingRead voting{model, tablesOf(readClass), seq, length, space.codons};
 
-  const TracedPath traced = decodeFrames(voting, wishes.scores, space.frames);
+  const VotingRead voting{view, tables, seq, length, space.codons};
+  IntegerEngine integers(voting, space.vote);
+  SlidingEngine doubles(view, seq, length);
+  VoteEngine& votes = tables.usable() ? static_cast<VoteEngine&>(integers) : doubles;
+  const TracedPath traced =
+      decodeFrames(model, space.codons, length, votes, wishes.scores, space.frames);
+
   call.clear();
   call.model = readClass.name();
   callPath(space.frames.path, traced.score, length, call);
-  if (wishes.scores) fillBaseScores(voting, space.frames.scores, call);
+  if (!wishes.scores) return;
+  std::vector<double> stepScores[3];
+  layOutScores(space.codons, length, view.windowWidth, space.frames.scores, stepScores);
+  for (int f = 0; f < 3; ++f) call.scores[f] = baseScores(stepScores[f], f, length);
 }
 
 }  // namespace velto

@@ -3,64 +3,11 @@
 #include <algorithm>
 
 #include "decoder/window_layout.h"
-#include "model/sliding_vote.h"
 #include "model/window_sample.h"
 #include "model/window_vote.h"
 #include "model/window_width.h"
 
 namespace velto {
-int scoredWindows(int length, int windowWidth, int frame) {
-  const int room = length - windowWidth - frame;
-  return room <= 0 ? 0 : (room + 2) / 3;
-}
-
-double scoreWindowPlain(const ModelView& model, const short* seq, int length, int start) {
-  smplTestData sample;
-  sample.start = start;
-  const int codons = windowCodons(model.windowWidth);
-  for (int j = 0; j < codons; ++j) countCodon(sample, seq, length, start + 3 * j);
-  sample.end = start + votedLength(model.windowWidth);
-  return voteSum(model.tables, sample);
-}
-
-WindowScores scoreWindowsPlain(const ModelView& model, const short* seq, int length) {
-  WindowScores scores;
-  for (int f = 0; f < 3; ++f) {
-    const int windows = scoredWindows(length, model.windowWidth, f);
-    for (int k = 0; k < windows; ++k) {
-      scores.frame[f].push_back(scoreWindowPlain(model, seq, length, 3 * k + f));
-    }
-  }
-  return scores;
-}
-
-WindowScores scoreWindows(const ModelView& model, const short* seq, int length) {
-  WindowScores scores;
-  const int most = scoredWindows(length, model.windowWidth, 0);
-  if (most == 0) return scores;
-  const int codons = windowCodons(model.windowWidth);
-  const ReadCodons read(seq, length);
-  SlidingVote vote(model.tables, votedLength(model.windowWidth), codons);
-  for (int f = 0; f < 3; ++f) {
-    for (int j = 0; j < codons; ++j) vote.add(f, read.at(f + 3 * j));
-  }
-  int windows[3];
-  for (int f = 0; f < 3; ++f) {
-    windows[f] = scoredWindows(length, model.windowWidth, f);
-    scores.frame[f].reserve(static_cast<size_t>(windows[f]));
-  }
-  for (int k = 0; k < most; ++k) {
-    double sums[SlidingVote::kLanes];
-    vote.sums(sums);
-    for (int f = 0; f < 3; ++f) {
-      if (k < windows[f]) scores.frame[f].push_back(sums[f]);
-      vote.remove(f, read.at(f + 3 * k));
-      vote.add(f, read.at(f + 3 * (k + codons)));
-    }
-  }
-  return scores;
-}
-
 namespace {
 
 void markAtg(const short* seq, int length, int frame, std::vector<int>& met) {

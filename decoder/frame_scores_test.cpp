@@ -5,6 +5,8 @@
 
 #include <cstring>
 
+#include "model/plain_engine.h"
+#include "model/sliding_engine.h"
 #include "tests/support/reads.h"
 
 namespace velto {
@@ -22,7 +24,7 @@ LaidOut layOut(const ModelTables& tables, const std::string& letters, int width 
   const ModelView model{tables, width};
   const auto length = static_cast<int>(codes.size());
   LaidOut result;
-  layOutFrames(model, codes.data(), length, scoreWindows(model, codes.data(), length), result.lay,
+  layOutFrames(model, codes.data(), length, SlidingEngine(model, codes.data(), length).scores(), result.lay,
                result.score);
   return result;
 }
@@ -94,11 +96,11 @@ TEST(FrameScores, WindowStartingExactlyOneWidthBeforeTheEndIsNotScored) {
   const ModelTables tables = alwaysCoding();
   const ModelView model{tables, 96};
   const std::vector<short> codes = test::baseCodes(repeated("GCC", 40));
-  EXPECT_TRUE(scoreWindows(model, codes.data(), 96).frame[0].empty());
-  EXPECT_EQ(scoreWindows(model, codes.data(), 97).frame[0].size(), 1U);
-  EXPECT_TRUE(scoreWindows(model, codes.data(), 97).frame[1].empty());
-  EXPECT_EQ(scoreWindows(model, codes.data(), 99).frame[2].size(), 1U);
-  EXPECT_EQ(scoreWindows(model, codes.data(), 100).frame[0].size(), 2U);
+  EXPECT_TRUE(SlidingEngine(model, codes.data(), 96).scores().frame[0].empty());
+  EXPECT_EQ(SlidingEngine(model, codes.data(), 97).scores().frame[0].size(), 1U);
+  EXPECT_TRUE(SlidingEngine(model, codes.data(), 97).scores().frame[1].empty());
+  EXPECT_EQ(SlidingEngine(model, codes.data(), 99).scores().frame[2].size(), 1U);
+  EXPECT_EQ(SlidingEngine(model, codes.data(), 100).scores().frame[0].size(), 2U);
 }
 
 TEST(FrameScores, BeforeAnyScoredWindowTheClassIsNonCodingAndTheScoreZero) {
@@ -206,8 +208,8 @@ TEST(FrameScoresAtRandom, SlidingEqualsPlainToTheLastBit) {
     const double unknown = test::chance(random, 0.5) ? 0.0 : 0.05;
     const std::vector<short> codes = test::baseCodes(test::randomLetters(random, length, unknown));
     const ModelView model{tables, width};
-    expectSameScores(scoreWindows(model, codes.data(), length),
-                     scoreWindowsPlain(model, codes.data(), length));
+    expectSameScores(SlidingEngine(model, codes.data(), length).scores(),
+                     PlainEngine(model, codes.data(), length).scores());
     if (HasFatalFailure()) return;
   }
 }
@@ -219,8 +221,8 @@ TEST(FrameScoresAtRandom, SlidingEqualsPlainOnLongReads) {
     const ModelTables tables = test::usualRandomModel(random);
     const std::vector<short> codes = test::baseCodes(test::randomLetters(random, length, 0.002));
     const ModelView model{tables, 196};
-    expectSameScores(scoreWindows(model, codes.data(), length),
-                     scoreWindowsPlain(model, codes.data(), length));
+    expectSameScores(SlidingEngine(model, codes.data(), length).scores(),
+                     PlainEngine(model, codes.data(), length).scores());
   }
 }
 

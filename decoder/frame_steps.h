@@ -3,17 +3,11 @@
 
 #include <vector>
 
-#include "decoder/frame_scores.h"
 #include "decoder/path_recurrence.h"
 #include "model/coded_read.h"
+#include "model/vote_engine.h"
 
 namespace velto {
-
-// Classes of the scored windows, [frame][window] as in WindowScores: kCodingWindow or
-// kNonCodingWindow.
-struct WindowClasses {
-  std::vector<signed char> frame[3];
-};
 
 // The steps that layOutFrames and fillLeadingClasses lay out for a read of `length` bases.
 void layOutSteps(const CodedRead& codons, int length, int windowWidth, const WindowClasses& classes,

@@ -19,16 +19,6 @@ WindowScores randomScores(test::Random& random, int length, int width) {
   return scores;
 }
 
-WindowClasses classesOf(const WindowScores& scores) {
-  WindowClasses classes;
-  for (int f = 0; f < 3; ++f) {
-    for (const double score : scores.frame[f]) {
-      classes.frame[f].push_back(static_cast<signed char>(windowClass(score)));
-    }
-  }
-  return classes;
-}
-
 // Reads of every length around the bounds, rich in stop codons and with unknown bases.
 TEST(FrameSteps, AreThoseOfTheLayoutForReadsOfAnyLength) {
   test::Random random(test::testSeed());
@@ -47,7 +37,9 @@ TEST(FrameSteps, AreThoseOfTheLayoutForReadsOfAnyLength) {
       fillLeadingClasses(lay, width);
 
       codons.assign(codes.data(), length);
-      layOutSteps(codons, length, width, classesOf(scores), steps);
+      WindowClasses classes;
+      classify(scores, classes);
+      layOutSteps(codons, length, width, classes, steps);
       ASSERT_EQ(steps.size(), lay.cls[0].size());
       for (size_t i = 0; i < steps.size(); ++i) {
         for (size_t f = 0; f < 3; ++f) {

@@ -1,11 +1,9 @@
-// 1. Frame changes of a path  2. Votes of the trial windows  3. Placing
+// 1. Frame changes of a path  2. Placing
 #include "decoder/shift_placement.h"
 
 #include <algorithm>
 
 #include "decoder/layout.h"
-#include "model/window_sample.h"
-#include "model/window_vote.h"
 #include "model/window_width.h"
 
 namespace velto {
@@ -35,49 +33,7 @@ std::vector<FrameChange> frameChanges(const std::vector<int>& path) {
   return changes;
 }
 
-// ---- 2. Votes of the trial windows
-
-int earliestBest(const std::vector<double>& scores, int otherwise) {
-  double best = kWorstTrialScore;
-  int place = otherwise;
-  for (size_t t = 0; t < scores.size(); ++t) {
-    if (scores[t] > best) {
-      best = scores[t];
-      place = static_cast<int>(t);
-    }
-  }
-  return place;
-}
-
-}  // namespace
-
-int PlainJudge::bestTrial(const TrialWindow& window, int otherwise) {
-  std::vector<double> scores;
-  for (int t = 0; t < window.trials(); ++t) {
-    scores.push_back(scoreTrialPlain(model_, seq_, length_, window, t));
-  }
-  return earliestBest(scores, otherwise);
-}
-
-int SlidingJudge::bestTrial(const TrialWindow& window, int otherwise) {
-  const TrialCodons codons(seq_, length_, window);
-  SlidingVote vote(model_.tables, window.windowLength(), window.codons);
-  for (int j = 0; j < window.codons; ++j) vote.add(0, codons.at(j, true));
-  std::vector<double> scores;
-  for (int t = 0; t < window.trials(); ++t) {
-    double sums[SlidingVote::kLanes];
-    vote.sums(sums);
-    scores.push_back(sums[0]);
-    if (t == window.codons) break;
-    vote.remove(0, codons.at(t, true));
-    vote.add(0, codons.at(t, false));
-  }
-  return earliestBest(scores, otherwise);
-}
-
-namespace {
-
-// ---- 3. Placing
+// ---- 2. Placing
 
 // Writes the old frame up to the change's new place and the new frame behind it, for the window's
 // steps between the two neighbouring changes.
@@ -91,25 +47,6 @@ void rewritePath(std::vector<int>& path, int firstStep, int steps, int place, in
 }
 
 }  // namespace
-
-TrialCodons::TrialCodons(const short* seq, int length, const TrialWindow& window)
-    : window_(window),
-      length_(length),
-      end_(std::min(length, window.end + 1 + 3 * kPairGaps)),
-      first_(std::min(std::max(0, window.start), end_)),
-      bases_(seq + first_, end_ - first_) {}
-
-double scoreTrialPlain(const ModelView& model, const short* seq, int length,
-                       const TrialWindow& window, int trial) {
-  smplTestData sample;
-  sample.start = window.start;
-  sample.end = window.end;
-  for (int j = 0; j < window.codons; ++j) {
-    const int p = window.codonAt(j, j >= trial, length);
-    if (p >= 0) countCodon(sample, seq, length, p);
-  }
-  return voteSum(model.tables, sample);
-}
 
 void placeShifts(TrialJudge& judge, int windowWidth, int endStep, std::vector<int>& path) {
   const std::vector<FrameChange> changes = frameChanges(path);
@@ -128,18 +65,6 @@ void placeShifts(TrialJudge& judge, int windowWidth, int endStep, std::vector<in
     rewritePath(path, firstStep, codons, place, changes[c - 1].step, changes[c + 1].step,
                 oldFrame, newFrame);
   }
-}
-
-void placeShifts(const ModelView& model, const short* seq, int length, int endStep,
-                 std::vector<int>& path) {
-  SlidingJudge judge(model, seq, length);
-  placeShifts(judge, model.windowWidth, endStep, path);
-}
-
-void placeShiftsPlain(const ModelView& model, const short* seq, int length, int endStep,
-                      std::vector<int>& path) {
-  PlainJudge judge(model, seq, length);
-  placeShifts(judge, model.windowWidth, endStep, path);
 }
 
 }  // namespace velto

@@ -3,6 +3,9 @@
 
 #include <gtest/gtest.h>
 
+#include "decoder/layout.h"
+#include "model/plain_engine.h"
+#include "model/sliding_engine.h"
 #include "tests/support/reads.h"
 
 namespace velto {
@@ -13,7 +16,8 @@ using test::repeated;
 std::vector<int> placed(const ModelTables& tables, const std::string& letters, int endStep,
                         std::vector<int> path, int width = 96) {
   const std::vector<short> codes = test::baseCodes(letters);
-  placeShifts({tables, width}, codes.data(), static_cast<int>(codes.size()), endStep, path);
+  SlidingEngine votes({tables, width}, codes.data(), static_cast<int>(codes.size()));
+  placeShifts(votes, width, endStep, path);
   return path;
 }
 
@@ -186,8 +190,10 @@ TEST(ShiftPlacementAtRandom, SlidingEqualsPlain) {
     const int endStep = test::randomInt(random, 0, static_cast<int>(path.size()));
     std::vector<int> sliding = path;
     std::vector<int> plain = path;
-    placeShifts({tables, width}, codes.data(), length, endStep, sliding);
-    placeShiftsPlain({tables, width}, codes.data(), length, endStep, plain);
+    SlidingEngine slidingVotes({tables, width}, codes.data(), length);
+    placeShifts(slidingVotes, width, endStep, sliding);
+    PlainEngine plainVotes({tables, width}, codes.data(), length);
+    placeShifts(plainVotes, width, endStep, plain);
     ASSERT_EQ(sliding, plain) << "round " << round;
     moved += sliding != path;
   }

@@ -1,6 +1,7 @@
 #include "decoder/tester.h"
 
 #include "decoder/shift_placement.h"
+#include "model/sliding_engine.h"
 #include "model/window_vote.h"
 
 namespace velto {
@@ -43,7 +44,8 @@ double Test::TraceBack(dpNode* nodes, int n, std::vector<int>& path) {
 }
 
 void Test::FocusErrPlace(short* seq, int len, std::vector<int>& path) {
-  placeShifts(processModelView(), seq, len, endStep, path);
+  SlidingEngine votes(processModelView(), seq, len);
+  placeShifts(votes, WINDOW_WIDTH, endStep, path);
 }
 
 char Test::ConvertLayout(int code) { return layoutSymbol(code); }

@@ -10,6 +10,7 @@
 #include "driver/web_predict.h"
 #include "model/read_class.h"
 #include "model/shortcut.h"
+#include "model/sliding_engine.h"
 
 namespace velto {
 namespace {
@@ -39,8 +40,8 @@ std::unique_ptr<dpNode[]> allocateCells(int steps) {
 
 int WebPredict::GetSmplsFromArray() {
   const ModelView model = processModelView();
-  layOutFrames(model, seqArray, seqLength, scoreWindows(model, seqArray, seqLength), lay,
-               frameScore);
+  const WindowScores scores = SlidingEngine(model, seqArray, seqLength).scores();
+  layOutFrames(model, seqArray, seqLength, scores, lay, frameScore);
   return 0;
 }
 

@@ -6,10 +6,10 @@
 #include <cstdlib>
 #include <sstream>
 
-#include "decoder/frame_path.h"
-#include "decoder/frame_scores.h"
-#include "decoder/shift_placement.h"
+#include "decoder/decode_frames.h"
 #include "model/model_file.h"
+#include "model/plain_engine.h"
+#include "model/sliding_engine.h"
 #include "tests/support/reads.h"
 
 namespace {
@@ -43,19 +43,14 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   const velto::ModelView model{tables, 96};
   const std::vector<short>& read = fuzzRead();
   const auto length = static_cast<int>(read.size());
-  const velto::WindowScores scores = velto::scoreWindows(model, read.data(), length);
-  const velto::WindowScores plain = velto::scoreWindowsPlain(model, read.data(), length);
+  const velto::WindowScores scores = velto::SlidingEngine(model, read.data(), length).scores();
+  const velto::WindowScores plain = velto::PlainEngine(model, read.data(), length).scores();
   for (int f = 0; f < 3; ++f) expectSame(scores.frame[f], plain.frame[f]);
 
-  velto::layout lay;
-  std::vector<double> frameScore[3];
-  velto::layOutFrames(model, read.data(), length, scores, lay, frameScore);
-  velto::fillLeadingClasses(lay, 96);
-  std::vector<velto::dpNode> nodes(3 * lay.cls[0].size());
-  velto::fillFramePaths(tables.malkovChain, lay, nodes.data());
-  std::vector<int> path;
-  const velto::TracedPath traced =
-      velto::traceFramePath(nodes.data(), static_cast<int>(lay.cls[0].size()), path);
-  velto::placeShifts(model, read.data(), length, traced.endStep, path);
+  velto::CodedRead codons;
+  codons.assign(read.data(), length);
+  velto::SlidingEngine votes(model, read.data(), length);
+  velto::FrameScratch scratch;
+  velto::decodeFrames({tables.malkovChain, 96}, codons, length, votes, false, scratch);
   return 0;
 }

@@ -6,10 +6,7 @@
 
 #include "core/six_digits.h"
 #include "decoder/base_scores.h"
-#include "decoder/frame_path.h"
-#include "decoder/frame_scores.h"
 #include "decoder/placed_call.h"
-#include "decoder/shift_placement.h"
 #include "model/model_set.h"
 #include "tests/support/reads.h"
 #include "tests/support/temp_dir.h"
@@ -23,36 +20,31 @@ using test::PriorForm;
 using test::Random;
 using Status = Prediction::Status;
 
-// The prediction of one read by the plain definitions, with scores.
+// The prediction of one read by the named operations of the one-read program, with scores.
 Prediction definition(const ModelSet& models, const std::string& letters) {
-  const std::vector<short> codes = test::baseCodes(letters);
+  WebPredict one;
+  one.setRead(test::baseCodes(letters));
   Prediction result;
-  result.length = static_cast<int>(codes.size());
-  const auto gc = std::count_if(codes.begin(), codes.end(), [](short code) { return code >= 2; });
-  result.gcPercent = static_cast<double>(gc) * 100.0 / result.length;
+  result.length = one.seqLength;
+  result.gcPercent = one.gcPressure;
   const ReadClass readClass = classifyRead(result.length, result.gcPercent);
   result.model = readClass.name();
   const ModelView model = models.model(readClass).view();
-  layout lay;
-  std::vector<double> frameScore[3];
-  layOutFrames(model, codes.data(), result.length,
-               scoreWindowsPlain(model, codes.data(), result.length), lay, frameScore);
-  fillLeadingClasses(lay, model.windowWidth);
-  const size_t steps = lay.cls[0].size();
-  std::vector<dpNode> cells(3 * steps);
-  fillFramePaths(model.tables.malkovChain, lay, cells.data());
+  test::useAsProcessModel(model.tables, model.windowWidth);
+  one.predictRead();
   std::vector<int> path;
-  const TracedPath traced = traceFramePath(cells.data(), static_cast<int>(steps), path);
-  placeShiftsPlain(model, codes.data(), result.length, traced.endStep, path);
+  for (int step = 0; 3 * step < result.length; ++step) path.push_back(one.frameAt(step));
   Call call;
-  callPath(path, traced.score, result.length, call);
-  result.score = call.score;
-  result.start = call.start;
-  result.stop = call.stop;
-  result.status = call.coding ? Status::kCoding : Status::kNoncoding;
+  callPath(path, one.dpScore, result.length, call);
+  result.score = one.dpScore;
+  result.start = one.lay.start;
+  result.stop = one.lay.stop;
+  result.status = result.start >= 0 ? Status::kCoding : Status::kNoncoding;
   result.frame = call.frame;
   result.frameshifts = call.frameshifts;
-  for (int f = 0; f < 3; ++f) result.scores[f] = baseScores(frameScore[f], f, result.length);
+  for (int f = 0; f < 3; ++f) {
+    result.scores[f] = baseScores(one.frameScore[f], f, result.length);
+  }
   return result;
 }
 

@@ -5,20 +5,19 @@
 #include <cstdint>
 #include <vector>
 
-#include "decoder/frame_scores.h"
-#include "decoder/shift_placement.h"
+#include "model/vote_engine.h"
 #include "training/frames/boosting.h"
 
 namespace velto {
 
 // A vote as its parameter file will hold it. Votes are whole millionths, so that sums are exact and
-// may be kept up to date from window to window; those of scoreWindows differ by rounding only.
+// may be kept up to date from window to window; those of the plain engine differ by rounding only.
 // Constant after construction; any thread may use it.
 class BinnedVote {
  public:
   explicit BinnedVote(const Vote& vote);
 
-  // Vote sums of the windows that scoreWindows scores.
+  // Vote sums of the scored windows.
   WindowScores score(int windowWidth, const short* seq, int length) const;
 
   // Place of one frame change as a TrialJudge under the written model picks it.

@@ -6,6 +6,7 @@
 
 #include "core/random.h"
 #include "model/model_file.h"
+#include "model/plain_engine.h"
 
 namespace velto {
 namespace {
@@ -42,7 +43,7 @@ TEST(BinnedVote, ScoresAreThoseOfTheWrittenModel) {
     for (const int length : {width, width + 1, width + 2, width + 30, 700}) {
       const std::vector<short> bases = randomBases(length, random);
       const WindowScores fast = vote.score(width, bases.data(), length);
-      const WindowScores plain = scoreWindowsPlain({tables, width}, bases.data(), length);
+      const WindowScores plain = PlainEngine({tables, width}, bases.data(), length).scores();
       for (int f = 0; f < 3; ++f) {
         ASSERT_EQ(fast.frame[f].size(), plain.frame[f].size());
         for (std::size_t k = 0; k < fast.frame[f].size(); ++k) {
@@ -63,8 +64,8 @@ TEST(BinnedVote, WrittenModelIsUnchangedByItsFile) {
   EXPECT_TRUE(readParameterFile(in, kModelHypotheses, read).regular());
   EXPECT_EQ(parameterFileText(read), text);
   const std::vector<short> bases = randomBases(400, random);
-  const WindowScores before = scoreWindowsPlain({tables, 96}, bases.data(), 400);
-  const WindowScores after = scoreWindowsPlain({read, 96}, bases.data(), 400);
+  const WindowScores before = PlainEngine({tables, 96}, bases.data(), 400).scores();
+  const WindowScores after = PlainEngine({read, 96}, bases.data(), 400).scores();
   for (int f = 0; f < 3; ++f) EXPECT_EQ(before.frame[f], after.frame[f]);
 }
 

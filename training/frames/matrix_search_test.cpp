@@ -3,10 +3,9 @@
 #include <gtest/gtest.h>
 #include <tbb/global_control.h>
 
-#include "decoder/frame_path.h"
-#include "decoder/frame_scores.h"
+#include "decoder/decode_frames.h"
 #include "decoder/placed_call.h"
-#include "decoder/shift_placement.h"
+#include "model/sliding_engine.h"
 #include "simulation/synthetic_species.h"
 
 namespace velto {
@@ -41,20 +40,14 @@ EvaluationCounts countByDecoder(const SimulatedRead& read, const BinnedVote& vot
                                 const double (&matrix)[16]) {
   ModelTables tables;
   vote.write(96, shift, tables);
-  const ModelView model{tables, 96};
-  layout lay;
-  std::vector<double> frameScore[3];
-  layOutFrames(model, read.bases.data(), read.length(),
-               scoreWindows(model, read.bases.data(), read.length()), lay, frameScore);
-  fillLeadingClasses(lay, 96);
-  const std::size_t steps = lay.cls[0].size();
-  std::vector<dpNode> nodes(3 * steps);
-  fillFramePaths(matrix, lay, nodes.data());
-  std::vector<int> path;
-  const TracedPath traced = traceFramePath(nodes.data(), static_cast<int>(steps), path);
-  placeShifts(model, read.bases.data(), read.length(), traced.endStep, path);
+  CodedRead codons;
+  codons.assign(read.bases.data(), read.length());
+  SlidingEngine votes({tables, 96}, read.bases.data(), read.length());
+  FrameScratch scratch;
+  const TracedPath traced =
+      decodeFrames({matrix, 96}, codons, read.length(), votes, false, scratch);
   Call call;
-  callPath(path, traced.score, read.length(), call);
+  callPath(scratch.path, traced.score, read.length(), call);
   return countRegion({read.frame, read.start, read.stop, read.startInside, read.stopInside},
                      call.frame, call.start, call.stop);
 }
