@@ -67,9 +67,7 @@ class LaneGroup {
   HWY_ATTR V load(const LaneRow& row) const { return hn::LoadU(d_, row.data() + firstLane_); }
   HWY_ATTR void store(V x, LaneRow& row) const { hn::StoreU(x, d_, row.data() + firstLane_); }
 
-  bool isRescaled(std::size_t p) const {
-    return (tables_.positions - 1 - p) % kRescaleStep == 0;
-  }
+  bool isRescaled(std::size_t p) const { return (tables_.positions - 1 - p) % kRescaleStep == 0; }
 
   HWY_ATTR Emission emissionAt(std::size_t p) const {
     const LaneRow* rows = tables_.emission.data() + p * kValues;

@@ -15,12 +15,12 @@ namespace velto {
 
 // What is kept of the posteriors of a base, the place of each value in its row.
 enum LanePosterior {
-  kCodingBase,                       // [phase] start and stop codon included
-  kInsertedBase = kCodingBase + 3,   // [phase] after that phase
-  kLostBase = kInsertedBase + 3,     // [phase] before a coding base of that phase
-  kStartBase = kLostBase + 3,        // first base of the start codon
-  kStopBase,                         // last base of the stop codon
-  kOfRegion,                         // in any of these states
+  kCodingBase,                      // [phase] start and stop codon included
+  kInsertedBase = kCodingBase + 3,  // [phase] after that phase
+  kLostBase = kInsertedBase + 3,    // [phase] before a coding base of that phase
+  kStartBase = kLostBase + 3,       // first base of the start codon
+  kStopBase,                        // last base of the stop codon
+  kOfRegion,                        // in any of these states
   kLanePosteriors
 };
 
