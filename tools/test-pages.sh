@@ -33,7 +33,7 @@ fi
 if [ -n "$chromium" ] && command -v node >/dev/null && command -v npm >/dev/null; then
   cp tests/browser/* "$work"
   [ -d "$work/node_modules" ] || (cd "$work" && npm install --silent --no-audit --no-fund)
-  CHROMIUM=$chromium PAGES=$work node --test --test-reporter=spec "$work/pages.test.mjs"
+  CHROMIUM=$chromium PAGES=$work node --test --test-reporter=tap "$work/pages.test.mjs"
 else
   echo "skipped: chromium, node or npm is not installed"
 fi
