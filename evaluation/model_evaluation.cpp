@@ -19,7 +19,7 @@ void addWholeSet(const std::vector<LabelledRead>& reads,
 }
 
 // The sample that scan learns from is about as large.
-constexpr std::size_t kSampleReads = 1000;
+constexpr std::size_t kSampleReads = 4096;
 constexpr std::size_t kSampleBases = 4'000'000;
 
 // Fitted to the reads as scan fits to a file.

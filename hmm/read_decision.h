@@ -9,7 +9,7 @@
 namespace velto {
 
 // A read whose probability is at least this is called coding by default.
-constexpr double kMinProbability = 0.45;
+constexpr double kMinProbability = 0.5;
 
 // What the decision looks at.
 struct ReadEvidence {

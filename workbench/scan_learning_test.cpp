@@ -17,10 +17,10 @@ namespace {
 
 using test::ProcessResult;
 
-// 1,400 coding reads with 2 % insertions and 3 % deletions, all next to bases of low quality.
+// 4,200 coding reads with 2 % insertions and 3 % deletions, all next to bases of low quality.
 std::string fastq() {
   ToyReads reads(7);
-  for (int i = 0; i < 1400; ++i) reads.addCoding(60 + i % 40, {0.02, 0.03, 0.25, 8, 30});
+  for (int i = 0; i < 4200; ++i) reads.addCoding(60 + i % 40, {0.02, 0.03, 0.25, 8, 30});
   std::string text;
   int number = 0;
   for (const ReadView& read : reads.views(true)) {
@@ -75,17 +75,17 @@ std::vector<std::string> column(const std::string& table, size_t index) {
 TEST_F(LearningScanTest, LearnsTheErrorRatesOfTheFirstReads) {
   table({"reads.fq", "--ignore-qualities", "--summary", "s.json"});
   const auto learnt = calibration("s.json");
-  EXPECT_EQ(learnt["reads"], 1024);  // eight batches of 128
+  EXPECT_EQ(learnt["reads"], 4096);  // 32 batches of 128
   EXPECT_NEAR(learnt["error_rates"]["insertion"].get<double>(), 0.02, 0.01);
   EXPECT_NEAR(learnt["error_rates"]["deletion"].get<double>(), 0.03, 0.015);
   EXPECT_GT(learnt["coding_share"].get<double>(), 0.8);
   EXPECT_TRUE(learnt["qualities"].empty());
-  EXPECT_NE(messages.find("of the reads code; learnt from 1024 reads\n"), std::string::npos);
+  EXPECT_NE(messages.find("of the reads code; learnt from 4096 reads\n"), std::string::npos);
 }
 
 TEST_F(LearningScanTest, WritesTheSameRowsFromStandardInputAndAtAnyNumberOfThreads) {
   const std::string whole = table({"reads.fq", "-t", "1"});
-  EXPECT_EQ(column(whole, 0).size(), 1400U);
+  EXPECT_EQ(column(whole, 0).size(), 4200U);
   EXPECT_EQ(table({"-", "-t", "2"}, fastq()), whole);
   EXPECT_EQ(table({"reads.fq", "-t", "8"}), whole);
 }
@@ -128,13 +128,13 @@ TEST_F(LearningScanTest, WhatIsToldIsNotLearnt) {
 
 TEST_F(LearningScanTest, LeastProbabilityDecidesWhichReadsAreCoding) {
   const std::string all = table({"reads.fq", "--min-probability", "0"});
-  EXPECT_EQ(column(all, 12), std::vector<std::string>(1400, "coding"));
+  EXPECT_EQ(column(all, 12), std::vector<std::string>(4200, "coding"));
   const auto probability = column(all, 14);
   auto sorted = probability;
   std::sort(sorted.begin(), sorted.end());
-  const std::string middle = sorted[700];
+  const std::string middle = sorted[2100];
   const auto status = column(table({"reads.fq", "--min-probability", middle}), 12);
-  ASSERT_EQ(status.size(), 1400U);
+  ASSERT_EQ(status.size(), 4200U);
   for (size_t i = 0; i < status.size(); ++i) {
     if (probability[i] == middle) continue;  // rounded
     EXPECT_EQ(status[i] == "coding", std::stod(probability[i]) > std::stod(middle)) << i;

@@ -104,6 +104,7 @@ std::string cardOf(const TrainedHmm& trained) {
   const ReadDecision& decision = trained.model.decision;
   const WindowNetwork& network = trained.model.network;
   const nlohmann::ordered_json card{
+      {"default", "hmm"},
       {"hmm",
        {{"units", network.units},
         {"steps", trained.steps},
