@@ -89,13 +89,13 @@ PlainEngine plainEngine(const VotingRead& read) {
 }
 
 void scorePlain(benchmark::State& state) {
-  overReads(state, [](const VotingRead& voting, const PreparedRead& read) {
+  overReads(state, [](const VotingRead& voting, const PreparedRead&) {
     benchmark::DoNotOptimize(plainEngine(voting).scores());
   });
 }
 
 void scoreSliding(benchmark::State& state) {
-  overReads(state, [](const VotingRead& voting, const PreparedRead& read) {
+  overReads(state, [](const VotingRead& voting, const PreparedRead&) {
     SlidingEngine votes(voting.model, voting.seq, voting.length);
     benchmark::DoNotOptimize(votes.scores());
   });
