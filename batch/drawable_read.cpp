@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "batch/file_calibration.h"
+#include "predict/coding_sequence.h"
 
 namespace velto {
 

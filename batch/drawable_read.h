@@ -3,7 +3,6 @@
 
 #include <string>
 
-#include "batch/coding_sequence.h"
 #include "core/genetic_code.h"
 #include "draw/drawn_read.h"
 #include "seqio/record.h"

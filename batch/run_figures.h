@@ -6,6 +6,7 @@
 
 #include "batch/histogram.h"
 #include "batch/scanned_read.h"
+#include "predict/coding_sequence.h"
 
 namespace velto {
 

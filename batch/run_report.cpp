@@ -9,6 +9,7 @@
 #include "draw/page.h"
 #include "draw/read_page.h"
 #include "draw/read_sentence.h"
+#include "predict/coding_sequence.h"
 
 namespace velto {
 namespace {

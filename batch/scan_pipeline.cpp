@@ -14,6 +14,7 @@
 #include "batch/record_batches.h"
 #include "batch/repeated_names.h"
 #include "core/letter_codes.h"
+#include "predict/coding_sequence.h"
 
 namespace velto {
 namespace {

@@ -5,19 +5,6 @@
 
 namespace velto {
 
-const char* nameOf(Prediction::Status status) {
-  switch (status) {
-    case Prediction::Status::kCoding:
-      return "coding";
-    case Prediction::Status::kNoncoding:
-      return "noncoding";
-    case Prediction::Status::kShort:
-      return "short";
-    default:
-      return "empty";
-  }
-}
-
 char symbolOf(Strand strand) { return strand == Strand::kMinus ? '-' : '+'; }
 
 std::string positionList(const Prediction& prediction, Frameshift::Kind kind) {

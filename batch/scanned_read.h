@@ -3,7 +3,6 @@
 
 #include <string>
 
-#include "batch/coding_sequence.h"
 #include "seqio/record.h"
 #include "velto/velto.h"
 
@@ -19,9 +18,6 @@ struct ScannedRead {
   bool isCoding() const { return prediction.isCoding(); }
   bool isPredicted() const { return prediction.isPredicted(); }
 };
-
-// "coding", "noncoding", "short" or "empty".
-const char* nameOf(Prediction::Status status);
 
 // '+' or '-'.
 char symbolOf(Strand strand);

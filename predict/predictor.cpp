@@ -120,6 +120,19 @@ const DecoderEntry& entryFor(const FileSource& files, const std::string& name) {
 
 }  // namespace
 
+const char* nameOf(Prediction::Status status) {
+  switch (status) {
+    case Prediction::Status::kCoding:
+      return "coding";
+    case Prediction::Status::kNoncoding:
+      return "noncoding";
+    case Prediction::Status::kShort:
+      return "short";
+    default:
+      return "empty";
+  }
+}
+
 struct Workspace::Impl {
   // Scratch for this decoder, made anew when another one comes.
   Decoder::Scratch& scratchFor(const std::shared_ptr<const Decoder>& decoder) {

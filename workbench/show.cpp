@@ -17,6 +17,7 @@
 #include "draw/markup.h"
 #include "draw/read_page.h"
 #include "draw/read_text.h"
+#include "predict/coding_sequence.h"
 #include "seqio/input_error.h"
 #include "seqio/output_file.h"
 #include "seqio/record_reader.h"

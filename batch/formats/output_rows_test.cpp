@@ -1,13 +1,13 @@
 // Every output format on one read worked by hand.
 #include <gtest/gtest.h>
 
-#include "batch/coding_sequence.h"
 #include "batch/formats/bed_rows.h"
 #include "batch/formats/gff3_rows.h"
 #include "batch/formats/json_rows.h"
 #include "batch/formats/score_rows.h"
 #include "batch/formats/sequence_rows.h"
 #include "batch/formats/tsv_rows.h"
+#include "predict/coding_sequence.h"
 
 namespace velto {
 namespace {

@@ -4,8 +4,8 @@
 #include <span>
 #include <string>
 
-#include "batch/coding_sequence.h"
 #include "batch/scanned_read.h"
+#include "predict/coding_sequence.h"
 
 namespace velto {
 

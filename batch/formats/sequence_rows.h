@@ -4,6 +4,7 @@
 #include <string>
 
 #include "batch/scanned_read.h"
+#include "predict/coding_sequence.h"
 
 namespace velto {
 

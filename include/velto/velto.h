@@ -129,6 +129,39 @@ struct Prediction {
   bool isPredicted() const { return status == Status::kCoding || status == Status::kNoncoding; }
 };
 
+// "coding", "noncoding", "short" or "empty".
+const char* nameOf(Prediction::Status status);
+
+// Adjoining bases of the read, first to one behind the last, 0-based on the predicted strand.
+struct CodingPart {
+  int begin;
+  int end;
+  int phase;  // bases before the first base of the next codon, 0 to 2
+};
+
+// Whether the coding region has its start codon and its stop codon, and no stop codon between.
+enum class CodingType {
+  kComplete,     // both, none between
+  kInterrupted,  // both, and inner stop codons
+  kNoStart,      // whatever lies between in this and the next ones
+  kNoStop,
+  kNeither,
+};
+
+// "complete", "interrupted", "5prime_partial" (no start codon), "3prime_partial" (no stop codon) or
+// "internal".
+const char* nameOf(CodingType type);
+
+// The coding region read in frame from its first to its last whole codon.
+struct CodingSequence {
+  std::string bases;               // inserted bases left out, an N for each lost base; whole codons
+  std::vector<CodingPart> kept;    // all bases of the read that are in it
+  std::vector<CodingPart> intact;  // the same without the codons that lost a base
+  CodingType type = CodingType::kNeither;
+  std::string protein;  // one letter for each codon: '*' for a stop codon, X for a codon with N
+  int innerStops = 0;   // stop codons but the one at the end
+};
+
 // Errors per base of coding sequence, or factors of them.
 struct BaseErrorRates {
   double insertion = 0.0;
@@ -230,5 +263,12 @@ class Predictor {
 // The read as it is predicted: along `strand` (kPlus or kMinus), every letter A, C, G, T or, for an
 // unknown base, N.
 std::string predictedLetters(std::string_view bases, Strand strand, Letters letters);
+
+// The coding sequence of a prediction by a genetic code of the NCBI list. `letters` are those of
+// predictedLetters on the prediction's strand. A start codon of the code is M in the first place, a
+// stop codon '*' in the last one, whatever they mean elsewhere. A prediction that is not coding has
+// an empty sequence. Throws std::invalid_argument for a number that the list lacks.
+CodingSequence codingSequence(const Prediction& prediction, std::string_view letters,
+                              int geneticCode = 1);
 
 }  // namespace velto

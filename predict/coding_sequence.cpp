@@ -1,6 +1,7 @@
-#include "batch/coding_sequence.h"
+#include "predict/coding_sequence.h"
 
 #include <algorithm>
+#include <stdexcept>
 
 #include "core/corrected_positions.h"
 
@@ -73,6 +74,15 @@ CodingSequence codingSequence(const Prediction& prediction, std::string_view let
   sequence.innerStops = static_cast<int>(std::count(sequence.protein.begin(), end, '*'));
   sequence.type = typeOf(sequence, code);
   return sequence;
+}
+
+CodingSequence codingSequence(const Prediction& prediction, std::string_view letters,
+                              int geneticCode) {
+  const GeneticCode* code = velto::geneticCode(geneticCode);
+  if (code == nullptr) {
+    throw std::invalid_argument("there is no genetic code " + std::to_string(geneticCode));
+  }
+  return codingSequence(prediction, letters, *code);
 }
 
 std::vector<std::string> proteins(const CodingSequence& sequence, InnerStops innerStops) {
