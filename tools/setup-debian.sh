@@ -6,7 +6,8 @@ set -euo pipefail
 packages=("$@")
 if [ ${#packages[@]} -eq 0 ]; then
   packages=(g++ cmake ninja-build pkg-config libgtest-dev libcli11-dev nlohmann-json3-dev
-            libhts-dev libhwy-dev libtbb-dev libbenchmark-dev python3 genometools bedtools gffread)
+            libhts-dev libhwy-dev libtbb-dev libbenchmark-dev genometools bedtools gffread
+            python3-dev python3-numpy python3-pip python3-pytest python3-venv pybind11-dev)
 fi
 
 missing=()
