@@ -8,9 +8,10 @@ import gzip
 import itertools
 import json
 
-# velto scan learns from the reads up to the end of the batch that brings it to 1,000 reads or
-# 4 million bases; batches end at 128 reads or 65,536 bases, so that twice that holds it for sure.
-HEAD_READS = 2_000
+# velto scan learns from the reads up to the end of the batch that brings it to 4,096 reads or
+# 4 million bases (batch/file_calibration.h); batches end at 128 reads or 65,536 bases, so that twice
+# that holds it for sure.
+HEAD_READS = 8_192
 HEAD_BASES = 8_000_000
 
 
