@@ -41,7 +41,7 @@ class RunReportTest : public testing::Test {
     return text.find(part) != std::string::npos;
   }
 
-  const Record record;
+  const Record record{};
   RunFigures figures;
   ScanCounts counts;
   ScanRun run{"1.2.3", "models", "vote", {"reads.fa"}, 1, {}, 4, 12.5};
