@@ -209,7 +209,7 @@ class LaneGroup {
     store(hn::Add(bases, ends), out[kOfRegion]);
     const V lost = hn::Mul(inverse, load(tables_.scale[p]));
     for (std::size_t k = 0; k < 3; ++k) {
-      const V before = p == 0 ? hn::Zero(d_) : load(forward[kC0 + (k + 1) % 3 - kStates]);
+      const V before = p == 0 ? hn::Zero(d_) : load((forward - kStates)[kC0 + (k + 1) % 3]);
       const V here = hn::Mul(e.kind[k], backward[kC0 + k]);
       store(hn::Mul(hn::Mul(hn::Mul(before, e.deletion), here), lost), out[kLostBase + k]);
     }
