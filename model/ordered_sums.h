@@ -13,7 +13,7 @@ namespace velto {
 class OrderedSums {
  public:
   explicit OrderedSums(const VoteTables& tables)
-      : hypotheses_(tables.orderedVotes().size()), votes_(kWindows * hypotheses_) {}
+      : hypotheses_(tables.orderedVotes().size()), votes_(kWindows * (hypotheses_ + 1)) {}
 
   // Takes the window as it is now. `sum`, to the last bit that of voteSum, is filled by finish() at
   // the latest and must stay where it is until then.
@@ -24,7 +24,7 @@ class OrderedSums {
   static constexpr std::size_t kWindows = 4;
 
   std::size_t hypotheses_;
-  std::vector<double> votes_;  // [hypothesis][window]
+  std::vector<double> votes_;  // [hypothesis][window], and one row more so that it is never empty
   double* sums_[kWindows] = {};
   std::size_t taken_ = 0;
 };
