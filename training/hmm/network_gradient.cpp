@@ -158,7 +158,7 @@ void NetworkGradient::addPathGradient(Parameters& gradient) const {
 // Of the logarithm of each factor of base i.
 Factors NetworkGradient::outputGradient(const LabelledLattice& labelled, std::size_t i) const {
   const StateRow &known = true_[i].state, &all = free_[i].state;
-  Factors slope;
+  Factors slope{};
   const bool isKnown = isKnownBase(labelled.read.codes[i]);
   const int gcClass = blocks_[i / kCompositionBlock].gcClass();
   const EmissionRow& row = labelled.tables.emission(gcClass, fiveMers_[i]);
