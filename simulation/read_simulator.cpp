@@ -42,13 +42,13 @@ class ReadBuilder {
 
   // Appends a base that the template does not have.
   void insert(short base) {
-    if (read_.isCoding()) pending_.push_back({read_.length(), true});
+    if (read_.isCoding()) pending_.push_back({Frameshift::Kind::kInsertion, read_.length()});
     read_.bases.push_back(base);
     read_.frame.push_back(-1);
   }
 
   void drop() {
-    if (read_.isCoding()) pending_.push_back({-1, false});
+    if (read_.isCoding()) pending_.push_back({Frameshift::Kind::kDeletion, -1});
   }
 
   SimulatedRead finish() { return std::move(read_); }
@@ -60,7 +60,7 @@ class ReadBuilder {
     if (pending_.empty()) return;
     int next = position;
     for (auto shift = pending_.rbegin(); shift != pending_.rend(); ++shift) {
-      if (shift->insertion) {
+      if (shift->kind == Frameshift::Kind::kInsertion) {
         next = shift->position;
       } else {
         shift->position = next;
@@ -83,7 +83,7 @@ class ReadBuilder {
 
   const Transcript& transcript_;
   SimulatedRead read_;
-  std::vector<FrameShift> pending_;  // shifts since the last coding base
+  std::vector<Frameshift> pending_;  // shifts since the last coding base
   int lastTemplate_ = -2;            // last coding template base appended, and where
   int lastPosition_ = -2;
   int run_ = 0;  // coding bases appended in a row, on both sides

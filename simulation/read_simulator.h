@@ -8,17 +8,9 @@
 #include "simulation/error_model.h"
 #include "simulation/template_errors.h"
 #include "simulation/transcript.h"
+#include "velto/velto.h"
 
 namespace velto {
-
-// A place where the reading frame shifts inside the coding region of a read.
-struct FrameShift {
-  int position;    // 0-based in the read: the inserted base, or the base after the gap
-  bool insertion;  // false: a lost base
-  bool operator==(const FrameShift& other) const {
-    return position == other.position && insertion == other.insertion;
-  }
-};
 
 // A read with its truth. The coding region is that of the transcript as far as the fragment covers
 // it, start and stop codon included. A shift counts only with coding bases of the read on both
@@ -32,7 +24,7 @@ struct SimulatedRead {
   int stop = -1;                    // 0-based last coding base in the read; -1 when there is none
   bool startInside = false;         // the three bases of the start codon stand together in the read
   bool stopInside = false;          // the three bases of the stop codon stand together in the read
-  std::vector<FrameShift> shifts;   // in order of position
+  std::vector<Frameshift> shifts;   // in order of position
   bool reversed = false;            // to be written as its reverse complement; all else here is not
   const Transcript* source = nullptr;  // not owned; the transcript must outlive the read
   Fragment fragment{0, 0};

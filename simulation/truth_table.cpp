@@ -67,8 +67,9 @@ TruthRow truthOf(const SimulatedRead& read, std::string name) {
   row.reversed = read.reversed;
   row.startExact = read.startInside;
   row.stopExact = read.stopInside;
-  for (const FrameShift& shift : read.shifts) {
-    (shift.insertion ? row.insertions : row.deletions).push_back(shift.position);
+  for (const Frameshift& shift : read.shifts) {
+    const bool inserted = shift.kind == Frameshift::Kind::kInsertion;
+    (inserted ? row.insertions : row.deletions).push_back(shift.position);
   }
   return row;
 }

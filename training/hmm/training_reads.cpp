@@ -170,7 +170,7 @@ void trueStates(const SimulatedRead& read, std::vector<StateMask>& masks) {
   const Fragment& fragment = read.fragment;
   if (fragment.start <= read.source->cdsStart) markStart(read, masks);
   if (fragment.start + fragment.length > read.source->cdsStop) markStop(read, masks);
-  for (const FrameShift& shift : read.shifts) freeAround(shift.position, masks);
+  for (const Frameshift& shift : read.shifts) freeAround(shift.position, masks);
 }
 
 }  // namespace velto
