@@ -1,14 +1,19 @@
 // A record of an input predicted for a drawing.
 #pragma once
 
+#include <cstddef>
 #include <string>
 
 #include "core/genetic_code.h"
 #include "draw/drawn_read.h"
+#include "draw/page.h"
 #include "seqio/record.h"
 #include "velto/velto.h"
 
 namespace velto {
+
+// Longer reads are not kept for the drawings of a report.
+constexpr std::size_t kMostDrawnBases = 20'000;
 
 struct DrawableRead {
   std::string name;       // "unnamed read" if the record has none
@@ -23,5 +28,8 @@ struct DrawableRead {
 // Predicts the record as `options` say, but with scores.
 DrawableRead drawableRead(const Predictor& predictor, const Record& record, PredictOptions options,
                           const GeneticCode& code, bool useQualities);
+
+// What is known of the read, from its description to the model that served.
+Facts factsOf(const Record& record, const DrawableRead& read);
 
 }  // namespace velto

@@ -2,6 +2,8 @@
 
 #include <utility>
 
+#include "seqio/input_error.h"
+
 namespace velto {
 namespace {
 
@@ -13,12 +15,10 @@ constexpr size_t kBatchBases = 1 << 16;
 
 bool RecordBatches::nextRecord(Record& record) {
   for (;;) {
-    if (reader_ == nullptr) {
-      if (nextPath_ == paths_.size()) return false;
-      reader_ = std::make_unique<RecordReader>(paths_[nextPath_++]);
-    }
-    if (reader_->next(record)) return true;
-    reader_.reset();
+    if (source_ == nullptr) source_ = sources_();
+    if (source_ == nullptr) return false;
+    if (source_->next(record)) return true;
+    source_.reset();
   }
 }
 

@@ -1,13 +1,13 @@
-// Cuts the records of several files into batches of about equal work.
+// Cuts the records of several sources into batches of about equal work.
 #pragma once
 
 #include <deque>
 #include <exception>
 #include <memory>
-#include <string>
+#include <utility>
 #include <vector>
 
-#include "seqio/record_reader.h"
+#include "seqio/record_source.h"
 
 namespace velto {
 
@@ -19,7 +19,7 @@ struct RecordBatch {
 // For one thread at a time.
 class RecordBatches {
  public:
-  explicit RecordBatches(std::vector<std::string> paths) : paths_(std::move(paths)) {}
+  explicit RecordBatches(RecordSources sources) : sources_(std::move(sources)) {}
 
   // Reads on until this many records or bases are read and not handed out, or the input ends, and
   // returns what is; next() hands it out first.
@@ -36,11 +36,10 @@ class RecordBatches {
   RecordBatch read();
   bool nextRecord(Record& record);
 
-  std::vector<std::string> paths_;
-  size_t nextPath_ = 0;
-  std::unique_ptr<RecordReader> reader_;
-  long ordinal_ = 0;               // records read
-  std::deque<RecordBatch> ahead_;  // read and not handed out
+  RecordSources sources_;
+  std::unique_ptr<RecordSource> source_;  // null before the first record of a source
+  long ordinal_ = 0;                      // records read
+  std::deque<RecordBatch> ahead_;         // read and not handed out
   std::exception_ptr error_;
 };
 

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include "seqio/input_error.h"
+#include "seqio/record_reader.h"
 #include "tests/support/temp_dir.h"
 
 namespace velto {
@@ -14,7 +16,8 @@ TEST(RecordBatches, GoThroughAllFilesInOrder) {
   test::writeFile(directory.file("1.fa"), first);
   test::writeFile(directory.file("2.fa"), "");
   test::writeFile(directory.file("3.fa"), ">b\nAC\n");
-  RecordBatches batches({directory.file("1.fa"), directory.file("2.fa"), directory.file("3.fa")});
+  RecordBatches batches(
+      filesInOrder({directory.file("1.fa"), directory.file("2.fa"), directory.file("3.fa")}));
   std::vector<std::string> names;
   for (RecordBatch batch = batches.next(); !batch.records.empty(); batch = batches.next()) {
     EXPECT_EQ(batch.firstOrdinal, static_cast<long>(names.size()) + 1);
@@ -31,7 +34,7 @@ TEST(RecordBatches, GoThroughAllFilesInOrder) {
 TEST(RecordBatches, ALongRecordEndsItsBatch) {
   const test::TempDir directory;
   test::writeFile(directory.file("1.fa"), ">a\nAC\n>b\n" + std::string(200000, 'A') + "\n>c\nAC\n");
-  RecordBatches batches({directory.file("1.fa")});
+  RecordBatches batches(filesInOrder({directory.file("1.fa")}));
   EXPECT_EQ(batches.next().records.size(), 2U);
   EXPECT_EQ(batches.next().records.size(), 1U);
 }
@@ -41,7 +44,7 @@ TEST(RecordBatches, ReadAheadAreHandedOutInOrderAllTheSame) {
   std::string fasta;
   for (int i = 0; i < 1000; ++i) fasta += ">" + std::to_string(i) + "\nACGT\n";
   test::writeFile(directory.file("1.fa"), fasta);
-  RecordBatches batches({directory.file("1.fa")});
+  RecordBatches batches(filesInOrder({directory.file("1.fa")}));
   EXPECT_EQ(batches.readAhead(300, 1000000).size(), 3U);  // of 128 records
   for (int i = 0; i < 1000;) {
     const RecordBatch batch = batches.next();
@@ -56,9 +59,10 @@ TEST(RecordBatches, ReadAheadStopAtTheBoundOfBasesTheEndAndDamage) {
   const test::TempDir directory;
   test::writeFile(directory.file("1.fa"), ">a\n" + std::string(70000, 'A') + "\n>b\nAC\n");
   test::writeFile(directory.file("2.fq"), "@a\nACGT\n+\nIIII\n@b\nACGT\n+\nI\n");
-  EXPECT_EQ(RecordBatches({directory.file("1.fa")}).readAhead(300, 50000).size(), 1U);
-  EXPECT_EQ(RecordBatches({directory.file("1.fa")}).readAhead(300, 1000000).size(), 2U);
-  RecordBatches damaged({directory.file("2.fq")});
+  EXPECT_EQ(RecordBatches(filesInOrder({directory.file("1.fa")})).readAhead(300, 50000).size(), 1U);
+  EXPECT_EQ(RecordBatches(filesInOrder({directory.file("1.fa")})).readAhead(300, 1000000).size(),
+            2U);
+  RecordBatches damaged(filesInOrder({directory.file("2.fq")}));
   EXPECT_EQ(damaged.readAhead(300, 1000000).size(), 1U);
   EXPECT_EQ(damaged.next().records.size(), 1U);
   EXPECT_TRUE(damaged.next().records.empty());
@@ -68,7 +72,7 @@ TEST(RecordBatches, ReadAheadStopAtTheBoundOfBasesTheEndAndDamage) {
 TEST(RecordBatches, EndBeforeTheDamageAndKeepTheError) {
   const test::TempDir directory;
   test::writeFile(directory.file("1.fq"), "@a\nACGT\n+\nIIII\n@b\nACGT\n+\nI\n");
-  RecordBatches batches({directory.file("1.fq"), directory.file("1.fq")});
+  RecordBatches batches(filesInOrder({directory.file("1.fq"), directory.file("1.fq")}));
   const RecordBatch batch = batches.next();
   ASSERT_EQ(batch.records.size(), 1U);
   EXPECT_EQ(batch.records[0].name, "a");

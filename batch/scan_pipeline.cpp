@@ -10,11 +10,13 @@
 #include <deque>
 #include <utility>
 
+#include "batch/drawable_read.h"
 #include "batch/file_calibration.h"
 #include "batch/record_batches.h"
 #include "batch/repeated_names.h"
 #include "core/letter_codes.h"
 #include "predict/coding_sequence.h"
+#include "seqio/record_reader.h"
 
 namespace velto {
 namespace {
@@ -57,7 +59,7 @@ class Scan {
         options_(options),
         calibration_(options.known),
         outputs_(outputs),
-        batches_(options.inputs) {}
+        batches_(filesInOrder(options.inputs)) {}
 
   ScanResult run() {
     calibrate();

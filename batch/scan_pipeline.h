@@ -38,9 +38,6 @@ struct ScanOptions {
   std::function<void(const std::string& name)> warnOfRepeatedName;
 };
 
-// Longer reads are not kept for drawings.
-constexpr std::size_t kMostDrawnBases = 20'000;
-
 struct ScanResult {
   ScanCounts counts;
   RunFigures figures;

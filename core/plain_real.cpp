@@ -1,8 +1,11 @@
 #include "core/plain_real.h"
 
+#include <charconv>
+#include <limits>
 #include <locale>
 #include <sstream>
 #include <string>
+#include <version>
 
 namespace velto {
 namespace {
@@ -18,10 +21,28 @@ bool read(std::string_view field, Real& value) {
   return !in.fail() && in.peek() == std::istringstream::traits_type::eof();
 }
 
+template <typename Real>
+void append(std::string& text, Real value) {
+#ifdef __cpp_lib_to_chars
+  char digits[32];
+  text.append(digits, std::to_chars(digits, digits + sizeof digits, value).ptr);
+#else
+  std::ostringstream out;
+  out.imbue(std::locale::classic());
+  out.precision(std::numeric_limits<Real>::max_digits10);
+  out << value;
+  text += out.str();
+#endif
+}
+
 }  // namespace
 
 bool readPlainReal(std::string_view field, float& value) { return read(field, value); }
 
 bool readPlainReal(std::string_view field, double& value) { return read(field, value); }
+
+void appendPlainReal(std::string& text, float value) { append(text, value); }
+
+void appendPlainReal(std::string& text, double value) { append(text, value); }
 
 }  // namespace velto

@@ -1,6 +1,7 @@
-// Real numbers of texts, read alike whatever the locale and the standard library.
+// Real numbers in texts, alike whatever the locale and the standard library.
 #pragma once
 
+#include <string>
 #include <string_view>
 
 namespace velto {
@@ -9,5 +10,9 @@ namespace velto {
 // text, a leading plus sign or blank included, and for a number that is too large.
 bool readPlainReal(std::string_view field, float& value);
 bool readPlainReal(std::string_view field, double& value);
+
+// Appends digits that read back as the same number, the fewest if the standard library can tell.
+void appendPlainReal(std::string& text, float value);
+void appendPlainReal(std::string& text, double value);
 
 }  // namespace velto

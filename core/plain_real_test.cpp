@@ -18,10 +18,26 @@ TEST(PlainReal, ReadsDecimalNotation) {
 
 TEST(PlainReal, RefusesAnyOtherText) {
   double value = 0.0;
-  for (const char* field : {"", "+1", " 1", "1 ", "1,5", "0x1", "nan", "inf", "-", "1e", "1.2.3",
-                            "1e999", "--1"}) {
+  for (const char* field :
+       {"", "+1", " 1", "1 ", "1,5", "0x1", "nan", "inf", "-", "1e", "1.2.3", "1e999", "--1"}) {
     EXPECT_FALSE(readPlainReal(field, value)) << field;
   }
+}
+
+TEST(PlainReal, IsWrittenSoThatItReadsBackTheSame) {
+  for (const double value : {0.1, -1.0 / 3.0, 1e-300, 123456789.0}) {
+    std::string text;
+    appendPlainReal(text, value);
+    double back = 0.0;
+    EXPECT_TRUE(readPlainReal(text, back)) << text;
+    EXPECT_EQ(back, value);
+  }
+}
+
+TEST(PlainReal, OfSinglePrecisionIsWrittenBehindTheTextInItsOwnFewDigits) {
+  std::string text = "weight ";
+  appendPlainReal(text, 0.1F);
+  EXPECT_EQ(text, "weight 0.1");
 }
 
 }  // namespace

@@ -2,7 +2,9 @@
 
 #include <charconv>
 #include <cmath>
+#include <cstdio>
 #include <cstdlib>
+#include <version>
 
 namespace velto {
 namespace {
@@ -51,6 +53,19 @@ void appendMillionths(std::string& text, int millionths) {
   text.append(begin, static_cast<std::size_t>(last - begin));
 }
 
+void appendRounded(std::string& text, double number) {
+  char buffer[32];
+#ifdef __cpp_lib_to_chars
+  constexpr int kPrecision = 6;
+  const std::to_chars_result end =
+      std::to_chars(buffer, buffer + sizeof buffer, number, std::chars_format::general, kPrecision);
+  text.append(buffer, end.ptr);
+#else  // slower, and obeys the locale
+  text.append(buffer,
+              static_cast<std::size_t>(std::snprintf(buffer, sizeof buffer, "%.6g", number)));
+#endif
+}
+
 }  // namespace
 
 bool isRoundingEdge(int millionths) {
@@ -67,11 +82,7 @@ void appendSixDigits(std::string& text, double number) {
       return;
     }
   }
-  constexpr int kPrecision = 6;
-  char buffer[32];
-  const std::to_chars_result end =
-      std::to_chars(buffer, buffer + sizeof buffer, number, std::chars_format::general, kPrecision);
-  text.append(buffer, end.ptr);
+  appendRounded(text, number);
 }
 
 }  // namespace velto

@@ -48,8 +48,11 @@ class Writer {
   template <class Number>
   Writer& number(Number value) {
     separate();
-    char digits[32];
-    text_.append(digits, std::to_chars(digits, digits + sizeof digits, value).ptr);
+    if constexpr (std::is_floating_point_v<Number>) {
+      appendPlainReal(text_, value);
+    } else {
+      text_ += std::to_string(value);
+    }
     return *this;
   }
 

@@ -3,25 +3,19 @@
 
 #include <cstddef>
 #include <memory>
-#include <stdexcept>
 #include <string>
 #include <string_view>
+
+#include "seqio/byte_stream.h"
 
 struct BGZF;
 
 namespace velto {
 
-// Why bytes could not be read; the caller adds file, record and line.
-class ByteError : public std::runtime_error {
-  using std::runtime_error::runtime_error;
-};
-
 // Reads one file from its start to its end; for one thread at a time. Switches off htslib's own
 // messages in the whole process, since every failure comes back as a ByteError.
-class ByteSource {
+class ByteSource : public ByteStream {
  public:
-  static constexpr int kEnd = -1;
-
   // Opens `path`, "-" being standard input. Throws ByteError.
   explicit ByteSource(const std::string& path);
 
@@ -32,10 +26,10 @@ class ByteSource {
   // until the next call.
   std::string_view held() const;
 
-  // Copies at least one and at most `size` bytes into `into` (`size` > 0); 0 only at the end of a
-  // complete file. Throws ByteError, after all bytes before the damaged block were handed out. The
-  // bytes of a plain gzip member are handed out before its checksum, and wrong ones if it is damaged.
-  std::size_t read(char* into, std::size_t size);
+  // 0 only at the end of a complete file. Throws ByteError, after all bytes before the damaged
+  // block were handed out. The bytes of a plain gzip member are handed out before its checksum, and
+  // wrong ones if it is damaged.
+  std::size_t read(char* into, std::size_t size) override;
 
   // Throws ByteError if the file is BGZF and stopped without its end-of-file block. To be asked
   // once a reader of handle() has met the end; peek() and read() ask by themselves.

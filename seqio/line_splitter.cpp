@@ -10,7 +10,8 @@ constexpr std::size_t kBufferBytes = std::size_t{1} << 18;
 
 }  // namespace
 
-LineSplitter::LineSplitter(ByteSource bytes) : bytes_(std::move(bytes)), buffer_(kBufferBytes) {}
+LineSplitter::LineSplitter(std::unique_ptr<ByteStream> bytes, long firstLine)
+    : bytes_(std::move(bytes)), buffer_(kBufferBytes), line_(firstLine) {}
 
 int LineSplitter::peek() {
   if (begin_ == end_ && !refill()) return kEnd;
@@ -68,7 +69,7 @@ bool LineSplitter::refill() {
   std::memmove(buffer_.data(), buffer_.data() + begin_, kept);
   begin_ = 0;
   end_ = kept;
-  const std::size_t count = bytes_.read(buffer_.data() + kept, buffer_.size() - kept);
+  const std::size_t count = bytes_->read(buffer_.data() + kept, buffer_.size() - kept);
   end_ += count;
   return count > 0;
 }

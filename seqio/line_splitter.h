@@ -2,10 +2,11 @@
 #pragma once
 
 #include <cstddef>
+#include <memory>
 #include <string_view>
 #include <vector>
 
-#include "seqio/byte_source.h"
+#include "seqio/byte_stream.h"
 
 namespace velto {
 
@@ -18,9 +19,10 @@ class LineSplitter {
     std::string_view text;  // without the bytes that end the line
     bool endsLine;          // true if the line (or the file) ends after it
   };
-  static constexpr int kEnd = ByteSource::kEnd;
+  static constexpr int kEnd = ByteStream::kEnd;
 
-  explicit LineSplitter(ByteSource bytes);
+  // `bytes` is not null; its first line has the number `firstLine`.
+  explicit LineSplitter(std::unique_ptr<ByteStream> bytes, long firstLine = 1);
 
   // The next byte, left in place, or kEnd. Throws ByteError.
   int peek();
@@ -29,7 +31,7 @@ class LineSplitter {
   // like a line feed does. Throws ByteError.
   Piece take();
 
-  // 1-based number of the line that the next byte belongs to.
+  // Number of the line that the next byte belongs to.
   long line() const { return line_; }
 
  private:
@@ -41,11 +43,11 @@ class LineSplitter {
   Piece takeToCarriageReturn();
   Piece takeUntil(std::size_t textEnd, std::size_t next, bool endsLine);
 
-  ByteSource bytes_;
+  std::unique_ptr<ByteStream> bytes_;
   std::vector<char> buffer_;
   std::size_t begin_ = 0;  // the bytes not yet taken are [begin_, end_) of buffer_
   std::size_t end_ = 0;
-  long line_ = 1;
+  long line_;
   Ends ends_ = Ends::kNotSeen;
 };
 

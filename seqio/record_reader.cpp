@@ -33,12 +33,19 @@ std::unique_ptr<RecordSource> openSource(const std::string& path, std::size_t ma
   if (first == kFirstByteOfBam) {
     return std::make_unique<BamRecords>(path, std::move(bytes), maxBases);
   }
-  return std::make_unique<TextRecords>(path, std::move(bytes), maxBases);
+  return std::make_unique<TextRecords>(path, std::make_unique<ByteSource>(std::move(bytes)),
+                                       maxBases);
 }
 
 }  // namespace
 
 RecordReader::RecordReader(const std::string& path, std::size_t maxBases)
     : source_(openSource(path, maxBases)) {}
+
+RecordSources filesInOrder(std::vector<std::string> paths) {
+  return [paths = std::move(paths), next = std::size_t{0}]() mutable {
+    return next < paths.size() ? std::make_unique<RecordReader>(paths[next++]) : nullptr;
+  };
+}
 
 }  // namespace velto

@@ -38,8 +38,9 @@ void appendWithoutSpaces(std::string& bases, std::string_view text) {
 
 }  // namespace
 
-TextRecords::TextRecords(std::string path, ByteSource bytes, std::size_t maxBases)
-    : path_(std::move(path)), maxBases_(maxBases), lines_(std::move(bytes)) {}
+TextRecords::TextRecords(std::string path, std::unique_ptr<ByteStream> bytes, std::size_t maxBases,
+                         long firstLine)
+    : path_(std::move(path)), maxBases_(maxBases), lines_(std::move(bytes), firstLine) {}
 
 // Hands the current line to `use`, one piece at a time.
 template <typename Use>

@@ -3,11 +3,12 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
 
-#include "seqio/byte_source.h"
+#include "seqio/byte_stream.h"
 #include "seqio/line_splitter.h"
 #include "seqio/record_source.h"
 
@@ -16,8 +17,10 @@ namespace velto {
 // The first record's '>' or '@' decides the format of the whole file.
 class TextRecords : public RecordSource {
  public:
-  // `path` serves messages only. A sequence longer than `maxBases` is an error.
-  TextRecords(std::string path, ByteSource bytes, std::size_t maxBases);
+  // `path` serves messages only. A sequence longer than `maxBases` is an error. The first line has
+  // the number `firstLine`.
+  TextRecords(std::string path, std::unique_ptr<ByteStream> bytes, std::size_t maxBases,
+              long firstLine = 1);
 
   bool next(Record& record) override;
 

@@ -1,23 +1,20 @@
-// 1. The read  2. What is said of it  3. The terminal  4. Options
+// 1. The read  2. The terminal  3. Options
 #include "workbench/show.h"
 
 #include <sys/ioctl.h>
 #include <unistd.h>
 
 #include <algorithm>
-#include <cmath>
 #include <cstdlib>
 #include <memory>
 #include <string>
 #include <string_view>
 
 #include "batch/drawable_read.h"
-#include "batch/scanned_read.h"
 #include "core/genetic_code.h"
 #include "draw/markup.h"
 #include "draw/read_page.h"
 #include "draw/read_text.h"
-#include "predict/coding_sequence.h"
 #include "seqio/input_error.h"
 #include "seqio/output_file.h"
 #include "seqio/record_reader.h"
@@ -57,26 +54,7 @@ Record wantedRecord(const CommandLine& line) {
                                  : "named '" + printable(line.name) + "'"));
 }
 
-// ---- 2. What is said of it
-
-Facts factsOf(const Record& record, const DrawableRead& read) {
-  const Prediction& p = read.prediction;
-  Facts facts;
-  if (!record.description.empty()) facts.emplace_back("Description", record.description);
-  facts.emplace_back("Length", std::to_string(p.length) + " bases");
-  if (p.length > 0) facts.emplace_back("G and C", decimal(p.gcPercent) + "\u00A0%");
-  if (!p.isPredicted()) return facts;
-  facts.emplace_back("Strand", p.strand == Strand::kMinus ? "\u2212, the reverse complement"
-                                                          : "+, as the read is given");
-  if (p.isCoding()) facts.emplace_back("Coding region", meaningOf(read.coding.type));
-  if (!std::isnan(p.probability)) facts.emplace_back("Probability", decimal(p.probability, 4));
-  facts.emplace_back("Score", scoreText(p.score));
-  facts.emplace_back("Decoder", p.decoder);
-  if (!p.model.empty()) facts.emplace_back("Model class", p.model);
-  return facts;
-}
-
-// ---- 3. The terminal
+// ---- 2. The terminal
 
 constexpr int kDefaultColumns = 100;
 constexpr int kFewestColumns = 40;
@@ -117,7 +95,7 @@ void show(const CommandLine& line) {
   output.commit();
 }
 
-// ---- 4. Options
+// ---- 3. Options
 
 void addDrawingOptions(CLI::App& command, CommandLine& line) {
   command.add_option("-o,--output", line.output, "Page of the read as HTML; else text is shown")
