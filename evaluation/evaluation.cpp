@@ -2,6 +2,7 @@
 
 #include <tbb/parallel_for.h>
 
+#include <numeric>
 #include <unordered_map>
 
 namespace velto {
@@ -22,29 +23,35 @@ std::vector<ReadEvaluation> evaluateReads(const std::vector<LabelledRead>& reads
   return evaluations;
 }
 
-EvaluationCounts totalOf(const std::vector<ReadEvaluation>& evaluations) {
+EvaluationCounts totalOf(const std::vector<EvaluationCounts>& parts) {
   EvaluationCounts total;
-  for (const ReadEvaluation& evaluation : evaluations) total += evaluation.counts;
+  for (const EvaluationCounts& part : parts) total += part;
   return total;
 }
 
-std::vector<EvaluationCounts> totalsByClass(const std::vector<LabelledRead>& reads,
-                                            const std::vector<ReadEvaluation>& evaluations) {
-  std::vector<EvaluationCounts> totals(kReadClasses);
-  for (std::size_t i = 0; i < reads.size(); ++i) {
-    totals[static_cast<std::size_t>(readClassIndex(reads[i].readClass()))] += evaluations[i].counts;
+ReadPlaces allPlaces(const std::vector<LabelledRead>& reads) {
+  ReadPlaces places(reads.size());
+  std::iota(places.begin(), places.end(), 0U);
+  return places;
+}
+
+std::vector<ReadPlaces> placesByClass(const std::vector<LabelledRead>& reads) {
+  std::vector<ReadPlaces> places(kReadClasses);
+  for (std::uint32_t i = 0; i < reads.size(); ++i) {
+    places[static_cast<std::size_t>(readClassIndex(reads[i].readClass()))].push_back(i);
   }
-  return totals;
+  return places;
 }
 
 std::vector<EvaluationCounts> totalsByTranscript(const std::vector<LabelledRead>& reads,
-                                                 const std::vector<ReadEvaluation>& evaluations) {
+                                                 const std::vector<ReadEvaluation>& evaluations,
+                                                 const ReadPlaces& places) {
   std::vector<EvaluationCounts> totals;
-  std::unordered_map<std::string, std::size_t> places;
-  for (std::size_t i = 0; i < reads.size(); ++i) {
-    const auto place = places.emplace(reads[i].truth.transcript, totals.size()).first->second;
-    if (place == totals.size()) totals.emplace_back();
-    totals[place] += evaluations[i].counts;
+  std::unordered_map<std::string, std::size_t> ofTranscript;
+  for (const std::uint32_t i : places) {
+    const auto k = ofTranscript.emplace(reads[i].truth.transcript, totals.size()).first->second;
+    if (k == totals.size()) totals.emplace_back();
+    totals[k] += evaluations[i].counts;
   }
   return totals;
 }

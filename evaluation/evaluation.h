@@ -1,6 +1,7 @@
 // The evaluation of a model: what is counted of every read, summed up over sets of reads.
 #pragma once
 
+#include <cstdint>
 #include <functional>
 #include <string>
 #include <vector>
@@ -27,14 +28,20 @@ using PredictRead = std::function<Prediction(const LabelledRead& read)>;
 std::vector<ReadEvaluation> evaluateReads(const std::vector<LabelledRead>& reads,
                                           const PredictRead& predict);
 
-EvaluationCounts totalOf(const std::vector<ReadEvaluation>& evaluations);
+EvaluationCounts totalOf(const std::vector<EvaluationCounts>& parts);
 
-// Sums over the reads of each class, [readClassIndex].
-std::vector<EvaluationCounts> totalsByClass(const std::vector<LabelledRead>& reads,
-                                            const std::vector<ReadEvaluation>& evaluations);
+// Places in a list of reads, ascending.
+using ReadPlaces = std::vector<std::uint32_t>;
 
-// Sums over the reads of each transcript, in the order in which the transcripts first occur.
+ReadPlaces allPlaces(const std::vector<LabelledRead>& reads);
+
+// The places of the reads of each class, [readClassIndex].
+std::vector<ReadPlaces> placesByClass(const std::vector<LabelledRead>& reads);
+
+// Sums over those reads of each transcript that are in `places`, in the order in which the
+// transcripts first occur there.
 std::vector<EvaluationCounts> totalsByTranscript(const std::vector<LabelledRead>& reads,
-                                                 const std::vector<ReadEvaluation>& evaluations);
+                                                 const std::vector<ReadEvaluation>& evaluations,
+                                                 const ReadPlaces& places);
 
 }  // namespace velto

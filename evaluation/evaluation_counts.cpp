@@ -74,6 +74,13 @@ EvaluationCounts& EvaluationCounts::operator+=(const EvaluationCounts& other) {
   return *this;
 }
 
+EvaluationCounts sumOf(const std::vector<EvaluationCounts>& counts,
+                       std::span<const std::uint32_t> places) {
+  EvaluationCounts total;
+  for (const std::uint32_t i : places) total += counts[i];
+  return total;
+}
+
 EvaluationCounts countRegion(const RegionTruth& truth, std::span<const std::int8_t> frame,
                              int start, int stop) {
   EvaluationCounts counts;

@@ -1,6 +1,7 @@
 // What is counted of a prediction against the truth; all figures of an evaluation are ratios of it.
 #pragma once
 
+#include <cstdint>
 #include <span>
 #include <vector>
 
@@ -40,6 +41,10 @@ struct EvaluationCounts : ConfusionCounts {
 
   EvaluationCounts& operator+=(const EvaluationCounts& other);
 };
+
+// Sum over the counts in these places; a place may occur several times.
+EvaluationCounts sumOf(const std::vector<EvaluationCounts>& counts,
+                       std::span<const std::uint32_t> places);
 
 // What is known of the coding region of a read; a view.
 struct RegionTruth {

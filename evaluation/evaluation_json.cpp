@@ -12,36 +12,43 @@ using Json = nlohmann::ordered_json;
 
 Json numberOrNull(std::optional<double> value) { return value ? Json(*value) : Json(nullptr); }
 
-Json figuresJson(const EvaluationCounts& counts) {
+// `intervals` may be empty.
+Json figuresJson(const EvaluationCounts& counts, const FigureIntervals& intervals) {
   Json json = Json::object();
-  for (const Figure& figure : evaluationFigures()) {
-    const FigureValue value = figure.of(counts);
-    json[figure.id] = {{"value", numberOrNull(value.value)}};
-    if (figure.isRatio) json[figure.id]["part"] = value.part;
-    json[figure.id]["of"] = value.whole;
+  const std::vector<Figure>& figures = evaluationFigures();
+  for (std::size_t f = 0; f < figures.size(); ++f) {
+    const FigureValue value = figures[f].of(counts);
+    Json& figure = json[figures[f].id] = {{"value", numberOrNull(value.value)}};
+    if (figures[f].isRatio) figure["part"] = value.part;
+    figure["of"] = value.whole;
+    if (intervals.empty() || !intervals[f]) continue;
+    figure["low"] = intervals[f]->low;
+    figure["high"] = intervals[f]->high;
   }
   return json;
 }
 
-Json countsJson(const EvaluationCounts& counts) {
+Json countsJson(const EvaluationCounts& counts, const FigureIntervals& intervals = {}) {
   return {{"reads", counts.reads},
           {"noncoding_reads", counts.noncodingReads},
           {"bases", counts.bases},
           {"coding_bases", counts.coding},
-          {"figures", figuresJson(counts)}};
+          {"figures", figuresJson(counts, intervals)}};
 }
 
-Json classesJson(const std::vector<EvaluationCounts>& byClass) {
+Json classesJson(const ModelEvaluation& model) {
   Json json = Json::array();
   for (int i = 0; i < kReadClasses; ++i) {
-    const EvaluationCounts& counts = byClass[static_cast<std::size_t>(i)];
-    if (counts.reads == 0) continue;
+    const auto k = static_cast<std::size_t>(i);
+    if (model.byClass[k].reads == 0) continue;
     const ReadClass readClass = readClassAt(i);
     Json row = {{"class", readClass.name()},
                 {"window_width", readClass.windowWidth},
                 {"length_class", readClass.lengthId},
                 {"gc_class", readClass.gcId}};
-    row.update(countsJson(counts));
+    row.update(countsJson(model.byClass[k], model.classIntervals.empty()
+                                                ? FigureIntervals{}
+                                                : model.classIntervals[k]));
     json.push_back(std::move(row));
   }
   return json;
@@ -50,12 +57,12 @@ Json classesJson(const std::vector<EvaluationCounts>& byClass) {
 Json modelJson(const ModelEvaluation& model) {
   Json json = {{"directory", model.directory}, {"decoder", model.decoder}};
   json.update(countsJson(model.total));
-  json["classes"] = classesJson(model.byClass);
+  json["classes"] = classesJson(model);
   json["shift_distances"] = model.shiftDistances;
   json["error_rates"] = Json::array();
   for (const RatePoint& point : model.byRate) {
     Json row = {{"shifts_per_100_coding_bases", point.shiftsPer100}};
-    row.update(countsJson(point.counts));
+    row.update(countsJson(point.counts, point.intervals));
     json["error_rates"].push_back(std::move(row));
   }
   return json;

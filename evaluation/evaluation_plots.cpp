@@ -2,6 +2,7 @@
 #include "evaluation/evaluation_plots.h"
 
 #include <algorithm>
+#include <iterator>
 
 #include "evaluation/evaluation.h"
 #include "evaluation/evaluation_figures.h"
@@ -13,11 +14,9 @@ namespace {
 
 // ---- 1. Headings and colours
 
-constexpr double kAxisRoom = 70;       // pixels beside the vertical axis, for numbers
-constexpr double kClassRoom = 290;     // the same for names of classes
-constexpr double kPlotHeight = 340;    // pixels
-constexpr double kRowHeight = 26;      // pixels per class
-constexpr std::size_t kLeastRows = 6;  // leaves room for the legend
+constexpr double kPlotHeight = 300;  // pixels
+constexpr double kLabelHeight = 19;  // pixels of the name of a class
+constexpr double kMarkHeight = 11;   // pixels of a figure of a class, for each model
 
 // Colours that people with colour blindness tell apart.
 constexpr char kBlue[] = "#0072b2";
@@ -30,8 +29,8 @@ struct PlottedFigure {
   const char* colour;
   FigureValue (*of)(const EvaluationCounts& counts);
 };
-constexpr PlottedFigure kPlotted[] = {{"CC", kBlue, correlationOf},
-                                      {"right frame FR", kOrange, frameSensitivityOf},
+constexpr PlottedFigure kPlotted[] = {{"correlation (CC)", kBlue, correlationOf},
+                                      {"in right frame (FR)", kOrange, frameSensitivityOf},
                                       {"frame F1", kGreen, frameF1Of}};
 
 constexpr const char* kModelNames[] = {"first", "second"};
@@ -47,6 +46,9 @@ std::vector<std::string> headingOf(const std::string& title, const EvaluationRep
   return heading;
 }
 
+// A correlation below 0 is drawn at 0, where the axis begins.
+double drawn(double value) { return std::max(0.0, value); }
+
 ChartStyle styleOf(const PlottedFigure& figure, std::size_t model) {
   return {figure.colour, model == 1};
 }
@@ -57,16 +59,24 @@ std::string legendOf(const PlottedFigure& figure, std::size_t model,
   return std::string(figure.label) + ", " + kModelNames[model];
 }
 
+std::optional<Interval> intervalOf(const PlottedFigure& figure, const FigureIntervals& intervals) {
+  const std::vector<Figure>& figures = evaluationFigures();
+  for (std::size_t f = 0; f < intervals.size(); ++f) {
+    if (figures[f].of == figure.of && intervals[f]) {
+      return Interval{drawn(intervals[f]->low), drawn(intervals[f]->high)};
+    }
+  }
+  return std::nullopt;
+}
+
 void addLegends(SvgChart& chart, const EvaluationReport& report) {
   for (std::size_t m = 0; m < report.models.size(); ++m) {
     for (const PlottedFigure& figure : kPlotted) {
       chart.addLegend(legendOf(figure, m, report), styleOf(figure, m));
     }
   }
+  chart.addNote("Lines at the points: 95 % intervals (bootstrap of the transcripts)");
 }
-
-// A correlation below 0 is drawn at 0, where the axis begins.
-double drawn(double value) { return std::max(0.0, value); }
 
 // ---- 2. Error rate
 
@@ -78,11 +88,15 @@ double highestRate(const EvaluationReport& report) {
   return highest > 0.0 ? highest : 1.0;
 }
 
-std::vector<SvgPoint> seriesOf(const ModelEvaluation& model, const PlottedFigure& figure) {
-  std::vector<SvgPoint> points;
+// `aside` sets the points of a series off from those of others at the same rate.
+std::vector<ChartPoint> seriesOf(const ModelEvaluation& model, const PlottedFigure& figure,
+                                 double aside) {
+  std::vector<ChartPoint> points;
   for (const RatePoint& point : model.byRate) {
     const FigureValue value = figure.of(point.counts);
-    if (value.value) points.push_back({point.shiftsPer100, drawn(*value.value)});
+    if (!value.value) continue;
+    points.push_back(
+        {point.shiftsPer100 + aside, drawn(*value.value), intervalOf(figure, point.intervals)});
   }
   return points;
 }
@@ -92,11 +106,13 @@ std::vector<SvgPoint> seriesOf(const ModelEvaluation& model, const PlottedFigure
 std::string ratePlot(const EvaluationReport& report) {
   const double highest = highestRate(report);
   SvgChart chart(headingOf("Score against error rate", report),
-                 {"true frameshifts per 100 coding bases", 0.0, highest * 1.05, roundTick(highest)},
-                 {"score", 0.0, 1.0, 0.2}, kAxisRoom, kPlotHeight);
+                 {"true frameshifts per 100 coding bases", 0.0, highest * 1.08, roundTick(highest)},
+                 {"score", 0.0, 1.0, 0.2}, kPlotHeight);
+  double aside = highest * 0.01;
   for (std::size_t m = 0; m < report.models.size(); ++m) {
     for (const PlottedFigure& figure : kPlotted) {
-      chart.addSeries(seriesOf(report.models[m], figure), styleOf(figure, m));
+      chart.addSeries(seriesOf(report.models[m], figure, aside), styleOf(figure, m));
+      aside += highest * 0.01;
     }
   }
   addLegends(chart, report);
@@ -153,7 +169,7 @@ std::string distancePlot(const EvaluationReport& report) {
                   binStart(kBins) + kBinWidth, 15.0},
                  {"matched frameshifts per " + std::to_string(kBinWidth) + " bases", 0.0,
                   most * 1.05, std::max(1.0, roundTick(most))},
-                 kAxisRoom, kPlotHeight);
+                 kPlotHeight);
   for (int b = 0; b < kBins; ++b) {
     chart.addBar(binStart(b), binStart(b + 1), bins[0][static_cast<std::size_t>(b)], kLightBlue);
   }
@@ -189,17 +205,20 @@ std::string classWords(const ReadClass& readClass) {
   return std::string(length) + ", " + kGc[readClass.gcId];
 }
 
-// The figures of a row stand a little below each other, so that none hides another.
-constexpr double kFigureStep = 0.25;  // rows
+FigureIntervals classIntervals(const ModelEvaluation& model, std::size_t readClass) {
+  return model.classIntervals.empty() ? FigureIntervals{} : model.classIntervals[readClass];
+}
 
-void addClassPoints(SvgChart& chart, const EvaluationReport& report, int readClass, double row) {
-  for (std::size_t m = 0; m < report.models.size(); ++m) {
-    const EvaluationCounts& counts = report.models[m].byClass[static_cast<std::size_t>(readClass)];
-    double height = row + kFigureStep;
-    for (const PlottedFigure& figure : kPlotted) {
-      const FigureValue value = figure.of(counts);
-      if (value.value) chart.addPoint({drawn(*value.value), height}, styleOf(figure, m));
-      height -= kFigureStep;
+// Figures stand below each other, those of two models side by side; `y` counts pixels upwards.
+void addClassPoints(SvgChart& chart, const EvaluationReport& report, std::size_t readClass,
+                    double y) {
+  for (const PlottedFigure& figure : kPlotted) {
+    for (std::size_t m = 0; m < report.models.size(); ++m) {
+      const ModelEvaluation& model = report.models[m];
+      const FigureValue value = figure.of(model.byClass[readClass]);
+      const std::optional<Interval> interval = intervalOf(figure, classIntervals(model, readClass));
+      if (value.value) chart.addPoint({drawn(*value.value), y, interval}, styleOf(figure, m));
+      y -= kMarkHeight;
     }
   }
 }
@@ -208,16 +227,19 @@ void addClassPoints(SvgChart& chart, const EvaluationReport& report, int readCla
 
 std::string classPlot(const EvaluationReport& report) {
   const std::vector<int> classes = classesWithReads(report.models.front());
-  const auto rows = static_cast<double>(std::max(kLeastRows, classes.size()));
+  const double rowHeight =
+      kLabelHeight + kMarkHeight * static_cast<double>(std::size(kPlotted) * report.models.size());
+  const double height = rowHeight * static_cast<double>(std::max<std::size_t>(1, classes.size()));
   SvgChart chart(headingOf("Accuracy by class of reads", report), {"score", 0.0, 1.0, 0.2},
-                 {"class (reads)", 0.0, rows, 0.0}, kClassRoom, kRowHeight * rows);
-  for (std::size_t i = 0; i < classes.size(); ++i) {
-    const double row = rows - static_cast<double>(i) - 0.5;
-    const EvaluationCounts& counts =
-        report.models.front().byClass[static_cast<std::size_t>(classes[i])];
-    chart.labelRow(row,
-                   classWords(readClassAt(classes[i])) + " (" + std::to_string(counts.reads) + ")");
-    addClassPoints(chart, report, classes[i], row);
+                 {"", 0.0, height, 0.0}, height);
+  double y = height;
+  for (const int i : classes) {
+    const auto readClass = static_cast<std::size_t>(i);
+    const long reads = report.models.front().byClass[readClass].reads;
+    const std::string label = classWords(readClassAt(i)) + ": " + std::to_string(reads) + " reads";
+    chart.labelRow(y - kLabelHeight + 5, label);
+    addClassPoints(chart, report, readClass, y - kLabelHeight - kMarkHeight / 2);
+    y -= rowHeight;
   }
   addLegends(chart, report);
   return chart.finish();

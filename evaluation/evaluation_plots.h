@@ -14,7 +14,7 @@ std::string ratePlot(const EvaluationReport& report);
 // How many called frameshifts lie how far from their true one.
 std::string distancePlot(const EvaluationReport& report);
 
-// Correlation and right-frame share in each class with reads.
+// Correlation, right-frame share and frame F1 in each class with reads.
 std::string classPlot(const EvaluationReport& report);
 
 struct Plot {

@@ -4,6 +4,7 @@
 
 #include <vector>
 
+#include "evaluation/evaluation_figures.h"
 #include "evaluation/svg_chart.h"
 #include "model/read_class.h"
 
@@ -102,21 +103,52 @@ TEST(EvaluationPlots, EveryFigureOfEveryModelHasItsPoints) {
   EXPECT_EQ(occurrences(classPlot(report(2)), "<circle"), 2U * (3 * 2 + 3));
 }
 
+// The interval 0.2 to 0.7 for frame F1, none for the other figures.
+FigureIntervals intervalsOfFrameF1() {
+  const std::vector<Figure>& figures = evaluationFigures();
+  FigureIntervals intervals(figures.size());
+  for (std::size_t f = 0; f < figures.size(); ++f) {
+    if (figures[f].of == frameF1Of) intervals[f] = Interval{0.2, 0.7};
+  }
+  return intervals;
+}
+
+TEST(EvaluationPlots, IntervalsAreLinesAtTheirPoints) {
+  const EvaluationReport without = report(1);
+  EvaluationReport with = without;
+  with.models[0].byRate[1].intervals = intervalsOfFrameF1();
+  with.models[0].classIntervals.resize(kReadClasses);
+  with.models[0].classIntervals[9] = intervalsOfFrameF1();
+  // One line more each, of half the plotted height of 300, or of half the width of 420 - 2 x 14.
+  EXPECT_EQ(occurrences(ratePlot(with), "<line"), occurrences(ratePlot(without), "<line") + 1);
+  EXPECT_NE(ratePlot(with).find("y1=\"300\" x2=\"389.9\" y2=\"150\""), std::string::npos)
+      << ratePlot(with);
+  EXPECT_EQ(occurrences(classPlot(with), "<line"), occurrences(classPlot(without), "<line") + 1);
+  EXPECT_NE(classPlot(with).find("x1=\"92.4\""), std::string::npos) << classPlot(with);
+  EXPECT_NE(classPlot(with).find("x2=\"288.4\""), std::string::npos);
+}
+
+TEST(EvaluationPlots, ImagesAreNoWiderThanATelephoneShows) {
+  for (const auto plot : {ratePlot, distancePlot, classPlot}) {
+    EXPECT_NE(plot(report(2)).find("viewBox=\"0 0 420 "), std::string::npos);
+  }
+}
+
 TEST(EvaluationPlots, ClassesAreNamedInWords) {
   EvaluationReport twoClasses = report(1);
   for (EvaluationCounts& counts : twoClasses.models[0].byClass) counts = {};
   twoClasses.models[0].byClass[0].reads = 12;
   twoClasses.models[0].byClass[14].reads = 3;
   const std::string text = classPlot(twoClasses);
-  EXPECT_NE(text.find("up to 599 bases, GC below 43 % (12)"), std::string::npos) << text;
-  EXPECT_NE(text.find("over 3000 bases, GC 51 to 57 % (3)"), std::string::npos) << text;
+  EXPECT_NE(text.find("up to 599 bases, GC below 43 %: 12 reads"), std::string::npos) << text;
+  EXPECT_NE(text.find("over 3000 bases, GC 51 to 57 %: 3 reads"), std::string::npos) << text;
 }
 
 TEST(EvaluationPlots, DistancesFallIntoBinsAroundMultiplesOfFive) {
   // -2, 0 and 2 stand in the bin of 0: the highest bar, as high as the axis of 3 x 1.05 allows.
   const std::string text = distancePlot(report(1));
-  EXPECT_NE(text.find("height=\"323.81\""), std::string::npos) << text;  // 340 x 3 / 3.15
-  EXPECT_EQ(occurrences(text, "height=\"107.94\""), 3U);                 // -60, 3 and 60
+  EXPECT_NE(text.find("height=\"285.7\""), std::string::npos) << text;  // 300 x 3 / 3.15
+  EXPECT_EQ(occurrences(text, "height=\"95.2\""), 3U);                  // -60, 3 and 60
 }
 
 TEST(SvgChart, TicksAreRound) {

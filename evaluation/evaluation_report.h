@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "evaluation/evaluation_counts.h"
+#include "evaluation/figure_intervals.h"
 #include "evaluation/paired_bootstrap.h"
 
 namespace velto {
@@ -14,15 +15,17 @@ namespace velto {
 struct RatePoint {
   double shiftsPer100;  // true frameshifts per 100 coding bases
   EvaluationCounts counts;
+  FigureIntervals intervals = {};  // may be empty
 };
 
 struct ModelEvaluation {
   std::string directory;
   std::string decoder;  // its name
   EvaluationCounts total;
-  std::vector<EvaluationCounts> byClass;  // [readClassIndex]
-  std::vector<RatePoint> byRate;          // ascending; empty when it was not asked for
-  std::vector<int> shiftDistances;        // bases, see shiftDistances; reach kDistanceReach
+  std::vector<EvaluationCounts> byClass;        // [readClassIndex]
+  std::vector<FigureIntervals> classIntervals;  // [readClassIndex]; empty when not asked for
+  std::vector<RatePoint> byRate;                // ascending; empty when not asked for
+  std::vector<int> shiftDistances;              // bases, see shiftDistances; reach kDistanceReach
 };
 
 struct EvaluationReport {

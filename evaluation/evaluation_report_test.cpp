@@ -97,6 +97,24 @@ TEST(EvaluationJson, HoldsEveryFigureWithItsCounts) {
   EXPECT_FALSE(json.contains("differences"));
 }
 
+TEST(EvaluationJson, IntervalsStandBesideTheirFigures) {
+  EvaluationReport r;
+  r.models.push_back(model("m", counts()));
+  FigureIntervals intervals(evaluationFigures().size());
+  intervals.front() = Interval{0.25, 0.5};
+  r.models[0].byRate[0].intervals = intervals;
+  r.models[0].classIntervals.assign(kReadClasses, intervals);
+  const auto json = nlohmann::json::parse(reportJson(r));
+  const char* first = evaluationFigures()[0].id;
+  const char* second = evaluationFigures()[1].id;
+  for (const char* list : {"error_rates", "classes"}) {
+    const auto& figures = json["models"][0][list][0]["figures"];
+    EXPECT_EQ(figures[first]["low"], 0.25);
+    EXPECT_EQ(figures[first]["high"], 0.5);
+    EXPECT_FALSE(figures[second].contains("low"));
+  }
+}
+
 TEST(EvaluationJson, NothingToJudgeIsNull) {
   const std::string text = reportJson(oneModel({}));
   EXPECT_FALSE(holds(text, "nan"));

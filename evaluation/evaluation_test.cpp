@@ -54,15 +54,17 @@ TEST(Evaluation, TotalsAreSumsOverAllReadsOverTranscriptsAndOverClasses) {
   const std::vector<LabelledRead> longReads = codingReads({"a"}, 600);
   reads.insert(reads.end(), longReads.begin(), longReads.end());
   const auto evaluations = evaluateReads(reads, callNameLength);
-  EXPECT_EQ(totalOf(evaluations).reads, 4);
-  EXPECT_EQ(totalOf(evaluations).inFrame, 2 + 1 + 2 + 1);
-  const auto byTranscript = totalsByTranscript(reads, evaluations);
+  const auto byTranscript = totalsByTranscript(reads, evaluations, allPlaces(reads));
+  EXPECT_EQ(totalOf(byTranscript).reads, 4);
+  EXPECT_EQ(totalOf(byTranscript).inFrame, 2 + 1 + 2 + 1);
   ASSERT_EQ(byTranscript.size(), 2U);
   EXPECT_EQ(byTranscript[0].inFrame, 4);
   EXPECT_EQ(byTranscript[1].inFrame, 2);
-  const auto byClass = totalsByClass(reads, evaluations);
-  EXPECT_EQ(byClass[static_cast<std::size_t>(readClassIndex({3, 0, 96}))].reads, 3);
-  EXPECT_EQ(byClass[static_cast<std::size_t>(readClassIndex({3, 0, 196}))].reads, 1);
+  const std::vector<ReadPlaces> byClass = placesByClass(reads);
+  EXPECT_EQ(byClass[static_cast<std::size_t>(readClassIndex({3, 0, 96}))], (ReadPlaces{0, 1, 2}));
+  const ReadPlaces& longer = byClass[static_cast<std::size_t>(readClassIndex({3, 0, 196}))];
+  EXPECT_EQ(longer, ReadPlaces{3});
+  EXPECT_EQ(totalOf(totalsByTranscript(reads, evaluations, longer)).inFrame, 1);
 }
 
 }  // namespace

@@ -6,16 +6,53 @@
 namespace velto {
 namespace {
 
-void addWholeSet(const std::vector<LabelledRead>& reads,
-                 const std::vector<ReadEvaluation>& evaluations, JudgedModel& judged) {
+// The reads of one set and what was made of them.
+struct JudgedSet {
+  const std::vector<LabelledRead>& reads;
+  std::vector<ReadEvaluation> evaluations;
+
+  std::vector<EvaluationCounts> byTranscript(const ReadPlaces& places) const {
+    return totalsByTranscript(reads, evaluations, places);
+  }
+};
+
+void addWholeSet(const JudgedSet& set, JudgedModel& judged) {
   ModelEvaluation& model = judged.evaluation;
-  model.total = totalOf(evaluations);
-  model.byClass = totalsByClass(reads, evaluations);
-  for (const ReadEvaluation& read : evaluations) {
+  judged.byTranscript = set.byTranscript(allPlaces(set.reads));
+  model.total = totalOf(judged.byTranscript);
+  for (const ReadPlaces& places : placesByClass(set.reads)) {
+    model.byClass.push_back(totalOf(set.byTranscript(places)));
+  }
+  for (const ReadEvaluation& read : set.evaluations) {
     model.shiftDistances.insert(model.shiftDistances.end(), read.shiftDistances.begin(),
                                 read.shiftDistances.end());
   }
-  judged.byTranscript = totalsByTranscript(reads, evaluations);
+}
+
+void addClassIntervals(const JudgedSet& set, std::uint64_t seed, ModelEvaluation& model) {
+  for (const ReadPlaces& places : placesByClass(set.reads)) {
+    model.classIntervals.push_back(figureIntervals(set.byTranscript(places), seed));
+  }
+}
+
+void addRatePoint(const JudgedSet& set, const ReadPlaces& places, std::uint64_t seed,
+                  ModelEvaluation& model) {
+  const std::vector<EvaluationCounts> byTranscript = set.byTranscript(places);
+  const EvaluationCounts total = totalOf(byTranscript);
+  model.byRate.push_back({shiftsPer100(total), total, figureIntervals(byTranscript, seed)});
+}
+
+void addSeries(const JudgedSet& set, bool isWhole, const RateSeries& series,
+               ModelEvaluation& model) {
+  if (series.points == RatePoints::kNone) return;
+  if (isWhole) addClassIntervals(set, series.seed, model);
+  if (series.points == RatePoints::kSets) {
+    addRatePoint(set, allPlaces(set.reads), series.seed, model);
+  } else if (isWhole) {
+    for (const ReadPlaces& places : placesByRate(set.evaluations)) {
+      addRatePoint(set, places, series.seed, model);
+    }
+  }
 }
 
 // The sample that scan learns from is about as large.
@@ -37,7 +74,7 @@ Predictor fitted(const Predictor& predictor, const std::vector<LabelledRead>& re
 }  // namespace
 
 JudgedModel judgeModel(const Predictor& predictor, std::span<const ReadSet> sets,
-                       RateSeries series) {
+                       const RateSeries& series) {
   JudgedModel judged;
   for (const ReadSet& set : sets) {
     const Predictor ofSet = fitted(predictor, set.reads);
@@ -45,13 +82,9 @@ JudgedModel judgeModel(const Predictor& predictor, std::span<const ReadSet> sets
       static thread_local Workspace workspace;
       return ofSet.predict(read.bases, read.qualities, workspace);
     };
-    const std::vector<ReadEvaluation> evaluations = evaluateReads(set.reads, predict);
-    if (set.isWhole) addWholeSet(set.reads, evaluations, judged);
-    if (series == RateSeries::kSets) {
-      judged.evaluation.byRate.push_back(ratePoint(totalOf(evaluations)));
-    } else if (series == RateSeries::kReads && set.isWhole) {
-      judged.evaluation.byRate = ratePointsOfReads(evaluations);
-    }
+    const JudgedSet judgedSet{set.reads, evaluateReads(set.reads, predict)};
+    if (set.isWhole) addWholeSet(judgedSet, judged);
+    addSeries(judgedSet, set.isWhole, series, judged.evaluation);
   }
   return judged;
 }

@@ -73,7 +73,7 @@ TEST(ModelEvaluation, ReadsOfFewerThanThirtyBasesAreCountedAndNotCalled) {
   test::setCodingMatrix(tables);
   test::writeModelDirectory(directory.path(), tables);
   const ReadSet set{{noncodingRead("a", 29), noncodingRead("b", 0)}, true};
-  const JudgedModel judged = judgeModel(Predictor(directory.path()), {&set, 1}, RateSeries::kNone);
+  const JudgedModel judged = judgeModel(Predictor(directory.path()), {&set, 1});
   EXPECT_EQ(judged.evaluation.total.reads, 2);
   EXPECT_EQ(judged.evaluation.total.noncodingReads, 2);
   EXPECT_EQ(judged.evaluation.total.noncodingCalled, 0);
@@ -89,7 +89,7 @@ TEST(ModelEvaluation, OnlyTheWholeSetIsJudgedButEverySetGivesAPoint) {
   test::writeModelDirectory(directory.path(), tables);
   const ReadSet sets[] = {{{noncodingRead("a", 100)}, false},
                           {{noncodingRead("a", 100), noncodingRead("b", 60)}, true}};
-  const JudgedModel judged = judgeModel(Predictor(directory.path()), sets, RateSeries::kSets);
+  const JudgedModel judged = judgeModel(Predictor(directory.path()), sets, {RatePoints::kSets, 1});
   EXPECT_EQ(judged.evaluation.total.bases, 160);
   ASSERT_EQ(judged.evaluation.byRate.size(), 2U);
   EXPECT_EQ(judged.evaluation.byRate[0].counts.bases, 100);

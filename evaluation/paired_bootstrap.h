@@ -10,9 +10,6 @@
 
 namespace velto {
 
-constexpr int kResamples = 1000;
-constexpr double kIntervalTail = 0.025;  // share of resamples beyond each end of the interval
-
 // The difference of one figure, first model minus second. Empty where the figure is not defined for
 // both models.
 struct FigureDifference {

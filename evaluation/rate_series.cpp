@@ -10,11 +10,6 @@ namespace {
 // Upper bounds of the groups, frameshifts per 100 coding bases.
 constexpr double kGroupMost[] = {0.0, 0.5, 1.0, 2.0, std::numeric_limits<double>::infinity()};
 
-double shiftsPer100(const EvaluationCounts& counts) {
-  if (counts.coding == 0) return 0.0;
-  return 100.0 * static_cast<double>(counts.shifts.known) / static_cast<double>(counts.coding);
-}
-
 }  // namespace
 
 std::vector<double> indelShares(const ErrorRates& rates) {
@@ -22,21 +17,22 @@ std::vector<double> indelShares(const ErrorRates& rates) {
   return {0.0, 1.0 / 3.0, 2.0 / 3.0, 1.0};
 }
 
-RatePoint ratePoint(const EvaluationCounts& counts) { return {shiftsPer100(counts), counts}; }
+double shiftsPer100(const EvaluationCounts& counts) {
+  if (counts.coding == 0) return 0.0;
+  return 100.0 * static_cast<double>(counts.shifts.known) / static_cast<double>(counts.coding);
+}
 
-std::vector<RatePoint> ratePointsOfReads(const std::vector<ReadEvaluation>& evaluations) {
-  EvaluationCounts groups[std::size(kGroupMost)];
-  for (const ReadEvaluation& evaluation : evaluations) {
-    if (evaluation.counts.coding == 0) continue;
-    const auto group = std::lower_bound(std::begin(kGroupMost), std::end(kGroupMost),
-                                        shiftsPer100(evaluation.counts));
-    groups[group - std::begin(kGroupMost)] += evaluation.counts;
+std::vector<ReadPlaces> placesByRate(const std::vector<ReadEvaluation>& evaluations) {
+  std::vector<ReadPlaces> groups(std::size(kGroupMost));
+  for (std::uint32_t i = 0; i < evaluations.size(); ++i) {
+    const EvaluationCounts& counts = evaluations[i].counts;
+    if (counts.coding == 0) continue;
+    const auto group =
+        std::lower_bound(std::begin(kGroupMost), std::end(kGroupMost), shiftsPer100(counts));
+    groups[static_cast<std::size_t>(group - std::begin(kGroupMost))].push_back(i);
   }
-  std::vector<RatePoint> points;
-  for (const EvaluationCounts& group : groups) {
-    if (group.reads > 0) points.push_back(ratePoint(group));
-  }
-  return points;
+  std::erase_if(groups, [](const ReadPlaces& places) { return places.empty(); });
+  return groups;
 }
 
 }  // namespace velto

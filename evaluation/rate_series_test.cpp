@@ -20,18 +20,14 @@ TEST(RateSeries, IndelRatesAreScaledInThirdsUnlessThereAreNone) {
 
 TEST(RateSeries, ReadsAreGroupedByTheirShiftsPer100CodingBases) {
   // 0; 0.5 and 0.4; 0.6; 3.0; a read without coding bases is left out.
-  const auto points = ratePointsOfReads(
+  const std::vector<ReadPlaces> groups = placesByRate(
       {read(200, 1), read(50, 0), read(250, 1), read(500, 3), read(100, 3), read(0, 0)});
-  ASSERT_EQ(points.size(), 4U);
-  EXPECT_EQ(points[0].shiftsPer100, 0.0);
-  EXPECT_EQ(points[1].counts.reads, 2);
-  EXPECT_DOUBLE_EQ(points[1].shiftsPer100, 200.0 / 450.0);
-  EXPECT_DOUBLE_EQ(points[2].shiftsPer100, 0.6);
-  EXPECT_DOUBLE_EQ(points[3].shiftsPer100, 3.0);
+  EXPECT_EQ(groups, (std::vector<ReadPlaces>{{1}, {0, 2}, {3}, {4}}));
 }
 
-TEST(RateSeries, ReadsWithoutCodingBasesGiveARateOfNought) {
-  EXPECT_EQ(ratePoint({}).shiftsPer100, 0.0);
+TEST(RateSeries, RatesAreShiftsPer100CodingBases) {
+  EXPECT_DOUBLE_EQ(shiftsPer100(read(500, 3).counts), 0.6);
+  EXPECT_EQ(shiftsPer100({}), 0.0);
 }
 
 }  // namespace

@@ -1,45 +1,9 @@
 #include "evaluation/svg_canvas.h"
 
-#include <cstdio>
+#include "draw/markup.h"
 
 namespace velto {
 namespace {
-
-std::string escaped(const std::string& words) {
-  std::string text;
-  for (const char c : words) {
-    switch (c) {
-      case '&':
-        text += "&amp;";
-        break;
-      case '<':
-        text += "&lt;";
-        break;
-      case '>':
-        text += "&gt;";
-        break;
-      case '"':
-        text += "&quot;";
-        break;
-      default:  // characters that XML does not allow, and bytes that need not be UTF-8
-        text += c >= ' ' && c <= '~' ? c : '?';
-    }
-  }
-  return text;
-}
-
-std::string number(double value) {
-  char text[32];
-  std::snprintf(text, sizeof text, "%.2f", value);
-  return text;
-}
-
-// name="value" with a blank before it.
-std::string attribute(const char* name, const std::string& value) {
-  return std::string(" ") + name + "=\"" + value + "\"";
-}
-
-std::string attribute(const char* name, double value) { return attribute(name, number(value)); }
 
 const char* anchorName(SvgAnchor anchor) {
   switch (anchor) {
@@ -54,17 +18,6 @@ const char* anchorName(SvgAnchor anchor) {
 
 }  // namespace
 
-SvgCanvas::SvgCanvas(int width, int height, const std::string& title) {
-  const std::string w = std::to_string(width);
-  const std::string h = std::to_string(height);
-  body_ =
-      "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<svg xmlns=\"http://www.w3.org/2000/svg\"" +
-      attribute("width", w) + attribute("height", h) + attribute("viewBox", "0 0 " + w + " " + h) +
-      " style=\"max-width:100%;height:auto\" role=\"img\" font-family=\"sans-serif\">\n<title>" +
-      escaped(title) + "</title>\n";
-  rectangle({0, 0}, width, height, "#ffffff", "none");
-}
-
 void SvgCanvas::line(SvgPoint from, SvgPoint to, const std::string& colour, double width) {
   body_ += "<line" + attribute("x1", from.first) + attribute("y1", from.second) +
            attribute("x2", to.first) + attribute("y2", to.second) + attribute("stroke", colour) +
@@ -75,7 +28,7 @@ void SvgCanvas::polyline(const std::vector<SvgPoint>& points, const std::string&
                          double width, bool dashed) {
   std::string list;
   for (const SvgPoint& p : points) {
-    list += (list.empty() ? "" : " ") + number(p.first) + "," + number(p.second);
+    list += (list.empty() ? "" : " ") + decimal(p.first) + "," + decimal(p.second);
   }
   body_ += "<polyline" + attribute("points", list) + attribute("fill", "none") +
            attribute("stroke", colour) + attribute("stroke-width", width) +
@@ -98,12 +51,24 @@ void SvgCanvas::circle(SvgPoint centre, double radius, const std::string& fill,
 
 void SvgCanvas::text(SvgPoint at, const std::string& words, int size, SvgAnchor anchor,
                      const std::string& colour, bool upward) {
-  const std::string place = number(at.first) + " " + number(at.second);
+  const std::string place = decimal(at.first) + " " + decimal(at.second);
   body_ += "<text" + attribute("x", at.first) + attribute("y", at.second) +
            attribute("font-size", std::to_string(size)) +
            attribute("text-anchor", anchorName(anchor)) + attribute("fill", colour) +
            (upward ? attribute("transform", "rotate(-90 " + place + ")") : "") + ">" +
            escaped(words) + "</text>\n";
+}
+
+std::string SvgCanvas::image(int width, int height, const std::string& title) const {
+  const std::string w = std::to_string(width);
+  const std::string h = std::to_string(height);
+  SvgCanvas paper;
+  paper.rectangle({0, 0}, width, height, "#ffffff", "none");
+  return "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<svg xmlns=\"http://www.w3.org/2000/svg\"" +
+         attribute("width", w) + attribute("height", h) +
+         attribute("viewBox", "0 0 " + w + " " + h) +
+         " style=\"max-width:100%;height:auto\" role=\"img\" font-family=\"sans-serif\">\n<title>" +
+         escaped(title) + "</title>\n" + paper.body_ + body_ + "</svg>\n";
 }
 
 }  // namespace velto

@@ -12,11 +12,9 @@ using SvgPoint = std::pair<double, double>;  // x to the right, y down, in pixel
 enum class SvgAnchor { kStart, kMiddle, kEnd };
 
 // Shapes lie above those drawn before. Colours are as in CSS, for example "#0072b2" or "none".
+// Words may be any bytes.
 class SvgCanvas {
  public:
-  // A white image of this size in pixels, less where there is less room; the title is what screen readers read.
-  SvgCanvas(int width, int height, const std::string& title);
-
   void line(SvgPoint from, SvgPoint to, const std::string& colour, double width);
   void polyline(const std::vector<SvgPoint>& points, const std::string& colour, double width,
                 bool dashed);
@@ -28,8 +26,9 @@ class SvgCanvas {
   void text(SvgPoint at, const std::string& words, int size, SvgAnchor anchor,
             const std::string& colour, bool upward = false);
 
-  // The whole image.
-  std::string finish() const { return body_ + "</svg>\n"; }
+  // The whole image on white, of this size in pixels, less where there is less room; the title is
+  // what screen readers read.
+  std::string image(int width, int height, const std::string& title) const;
 
  private:
   std::string body_;

@@ -1,9 +1,11 @@
-// A chart with two axes on an SVG canvas: frame, ticks, labels, heading and legend.
+// A chart with two axes on an SVG canvas: heading, frame, ticks and labels, and a legend below.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <vector>
 
+#include "evaluation/resampling.h"
 #include "evaluation/svg_canvas.h"
 
 namespace velto {
@@ -21,44 +23,58 @@ struct ChartStyle {
   bool hollow;
 };
 
+// A value with the interval that it is sure to lie in, if there is one.
+struct ChartPoint {
+  double x;
+  double y;
+  std::optional<Interval> interval;
+};
+
 // A round distance of ticks (1, 2 or 5 times a power of ten) that gives four to ten ticks up to
 // `most`, which must be above 0.
 double roundTick(double most);
 
+// Narrow enough to be read on a telephone.
 class SvgChart {
  public:
-  // `heading` is the title and up to two further lines. `left` is the room for the labels beside
-  // the vertical axis, in pixels; `height` that of the plotted area.
+  // `heading` is the title and up to two further lines; `height` that of the plotted area in
+  // pixels. A vertical axis without ticks has no room for labels: rows are labelled inside.
   SvgChart(const std::vector<std::string>& heading, const ChartAxis& x, const ChartAxis& y,
-           double left, double height);
+           double height);
 
-  // Series are joined by lines in the order of their points, which lie inside the axes.
-  void addSeries(const std::vector<SvgPoint>& points, const ChartStyle& style);
-  void addPoint(SvgPoint point, const ChartStyle& style);
+  // Points inside the axes, joined by lines in their order, each with the interval of its y.
+  void addSeries(const std::vector<ChartPoint>& points, const ChartStyle& style);
+  // A point with the interval of its x.
+  void addPoint(const ChartPoint& point, const ChartStyle& style);
   // Bar from the horizontal axis up to y.
   void addBar(double fromX, double toX, double y, const std::string& fill);
   // Lines without markers.
   void addOutline(const std::vector<SvgPoint>& points, const std::string& colour);
 
-  // Label beside the vertical axis at y.
+  // Label inside the plotted area, its baseline at y.
   void labelRow(double y, const std::string& label);
 
-  // Next entry of the legend, right of the plotted area.
+  // The next line below the plotted area: an entry of the legend, or words alone.
   void addLegend(const std::string& label, const ChartStyle& style);
+  void addNote(const std::string& words);
 
-  std::string finish() const { return canvas_.finish(); }
+  // The image.
+  std::string finish() const;
 
  private:
-  SvgPoint place(SvgPoint point) const;
+  SvgPoint place(double x, double y) const;
   void drawAxes();
+  void drawMarker(SvgPoint at, const ChartStyle& style);
+  double nextLine();
 
+  const std::string title_;
   const ChartAxis x_;
   const ChartAxis y_;
   const double left_;    // pixels
   const double top_;     // pixels
   const double height_;  // pixels
   SvgCanvas canvas_;
-  int legendEntries_ = 0;
+  int linesBelow_ = 0;
 };
 
 }  // namespace velto

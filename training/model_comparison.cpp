@@ -54,8 +54,8 @@ std::vector<std::string> comparison(const Predictor& made, const Predictor& othe
                                     const std::string& otherName, const TranscriptPool& transcripts,
                                     std::uint64_t seed) {
   const ReadSet reads = estReads(transcripts, seed);
-  const ModelEvaluation mine = judgeModel(made, {&reads, 1}, RateSeries::kNone).evaluation;
-  const ModelEvaluation theirs = judgeModel(other, {&reads, 1}, RateSeries::kNone).evaluation;
+  const ModelEvaluation mine = judgeModel(made, {&reads, 1}).evaluation;
+  const ModelEvaluation theirs = judgeModel(other, {&reads, 1}).evaluation;
   std::vector<std::string> lines = {
       line("est reads of held-back transcripts", mine.total, theirs.total, otherName)};
   for (int c = 0; c < kReadClasses; ++c) {

@@ -43,9 +43,9 @@ std::vector<ReadSet> readSets(const EvaluateOptions& options) {
 
 JudgedModel judge(const std::string& directory, const std::string& decoder,
                   const std::vector<ReadSet>& sets, const EvaluateOptions& options) {
-  RateSeries series = RateSeries::kNone;
+  RateSeries series = {RatePoints::kNone, options.sampling.seed};
   if (!options.plotsPath.empty()) {
-    series = options.readsPath.empty() ? RateSeries::kSets : RateSeries::kReads;
+    series.points = options.readsPath.empty() ? RatePoints::kSets : RatePoints::kReads;
   }
   const Predictor predictor(directory, decoder);
   JudgedModel judged =
@@ -111,25 +111,45 @@ std::string plotPath(const EvaluateOptions& options, const Plot& plot) {
   return options.plotsPath + "/" + plot.fileName;
 }
 
+// A folder, made if it is not there. What was made and is still empty goes away with the object.
+class Folder {
+ public:
+  Folder() = default;
+  Folder(const Folder&) = delete;
+  Folder& operator=(const Folder&) = delete;
+  ~Folder() {
+    std::error_code ignored;  // a folder that holds files stays
+    for (const std::filesystem::path& path : made_) std::filesystem::remove(path, ignored);
+  }
+
+  void make(const std::filesystem::path& path) {
+    std::error_code error;
+    for (std::filesystem::path p = path; !p.empty() && !std::filesystem::exists(p, error);
+         p = p.parent_path()) {
+      made_.push_back(p);
+    }
+    std::filesystem::create_directories(path, error);
+    if (error) throw OutputError(path.string(), "cannot make the folder", error.value());
+  }
+
+ private:
+  std::vector<std::filesystem::path> made_;  // innermost first
+};
+
 // What is asked for, opened before the work, which may take long.
 struct Outputs {
+  Folder plotsFolder;
   OutputSet files;
   OutputFile* tables = nullptr;  // null: not wanted
   OutputFile* json = nullptr;
   std::vector<OutputFile*> plots;  // by kPlots; empty: not wanted
 };
 
-void makeFolder(const std::string& path) {
-  std::error_code error;
-  std::filesystem::create_directories(path, error);
-  if (error) throw OutputError(path, "cannot make the folder", error.value());
-}
-
 void openOutputs(const EvaluateOptions& options, Outputs& outputs) {
   if (options.jsonPath != "-") outputs.tables = &outputs.files.add("-");
   if (!options.jsonPath.empty()) outputs.json = &outputs.files.add(options.jsonPath);
   if (options.plotsPath.empty()) return;
-  makeFolder(options.plotsPath);
+  outputs.plotsFolder.make(options.plotsPath);
   for (const Plot& plot : kPlots) {
     outputs.plots.push_back(&outputs.files.add(plotPath(options, plot)));
   }

@@ -1,6 +1,7 @@
 // Runs the command as a process: options, statuses, streams and files.
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <nlohmann/json.hpp>
 #include <string>
 #include <vector>
@@ -191,6 +192,12 @@ TEST_F(Evaluate, FailedRunLeavesEarlierOutputsAsTheyWere) {
       directory_.path());
   EXPECT_EQ(full.status, 1);
   EXPECT_EQ(test::readFile(path("out.json")), "old");
+}
+
+TEST_F(Evaluate, AFailedRunLeavesNoFolderThatItMade) {
+  std::filesystem::create_directory(path("mine"));
+  EXPECT_EQ(evaluate({"--plots", "mine/new/plots", "--json", "/dev/full"}).status, 1);
+  EXPECT_TRUE(std::filesystem::is_empty(path("mine")));
 }
 
 TEST_F(Evaluate, WrongCommandLinesAreUsageErrors) {
