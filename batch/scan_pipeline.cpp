@@ -76,7 +76,7 @@ class Scan {
   static constexpr size_t kBatchesPerThread = 3;
 
   void calibrate() {
-    if (options_.learn) {
+    if (options_.learn && predictor_.usesCalibration()) {
       const auto& beginning = batches_.readAhead(kSampleReads, kSampleBases);
       calibration_ = predictor_.learn(sampleOf(beginning, options_.useQualities), options_.predict,
                                       options_.known);

@@ -25,6 +25,9 @@ constexpr short baseCode(char letter) {
 
 constexpr bool isKnownBase(int code) { return code >= 0 && code <= 3; }
 
+// Upper case; 'n' for every unknown base.
+constexpr char baseLetter(int code) { return isKnownBase(code) ? "ATGC"[code] : 'n'; }
+
 constexpr int kCodons = 64;
 constexpr int kNoCodon = -1;
 

@@ -93,12 +93,28 @@ constexpr GeneticCode kCodes[] = {
 
 constexpr std::size_t kUnknownCodon = 64;
 
+// Places of the bases in the order of the list; kUnknownCodon for other letters.
+std::size_t baseIndex(char letter) {
+  switch (letter) {
+    case 'T':
+      return 0;
+    case 'C':
+      return 1;
+    case 'A':
+      return 2;
+    case 'G':
+      return 3;
+    default:
+      return kUnknownCodon;
+  }
+}
+
 // Place in the order of the list.
 std::size_t codonIndex(std::string_view codon) {
   std::size_t index = 0;
   for (const char letter : codon) {
-    const std::size_t base = std::string_view("TCAG").find(letter);
-    if (base == std::string_view::npos) return kUnknownCodon;
+    const std::size_t base = baseIndex(letter);
+    if (base == kUnknownCodon) return kUnknownCodon;
     index = 4 * index + base;
   }
   return index;

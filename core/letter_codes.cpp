@@ -47,7 +47,7 @@ void codeLetters(std::string_view bases, Letters letters, std::vector<short>& co
 long long countUnknown(std::string_view bases, Letters letters) {
   const CodeTable& table = tableOf(letters);
   return std::count_if(bases.begin(), bases.end(), [&table](char letter) {
-    return !isKnownBase(table[static_cast<unsigned char>(letter)]);
+    return table[static_cast<unsigned char>(letter)] == kUnknownBase;
   });
 }
 

@@ -6,33 +6,30 @@ void FrameTrellis::fill(const double (&matrix)[16], const std::vector<FrameStep>
   best_ = kWorstPathScore;
   endStep_ = 0;
   endFrame_ = 0;
-  cells_.clear();
+  cells_.resize(steps.size());
   if (steps.empty()) return;
-  cells_.reserve(steps.size());
   const Transitions transitions(matrix);
   PathCells cells = firstCells(steps[0]);
-  keep(cells);
+  keep(cells, 0);
   for (size_t i = 1; i < steps.size(); ++i) {
     cells = nextCells(transitions, steps[i - 1], cells, steps[i]);
-    noteEnd(cells, steps[i]);
-    keep(cells);
+    noteEnd(cells, steps[i], i);
+    keep(cells, i);
   }
 }
 
-void FrameTrellis::keep(const PathCells& cells) {
-  std::array<Cell, 3> kept;
+void FrameTrellis::keep(const PathCells& cells, size_t i) {
   for (size_t f = 0; f < 3; ++f) {
-    kept[f] = static_cast<Cell>(cells.from[f] | (isPoorPrefix(cells.score[f]) ? kPoor : 0));
+    cells_[i][f] = static_cast<Cell>(cells.from[f] | (isPoorPrefix(cells.score[f]) ? kPoor : 0));
   }
-  cells_.push_back(kept);
 }
 
-// The earliest step, then the lowest frame, among equals. The step is not kept yet.
-void FrameTrellis::noteEnd(const PathCells& cells, const FrameStep& step) {
+// The earliest step, then the lowest frame, among equals.
+void FrameTrellis::noteEnd(const PathCells& cells, const FrameStep& step, size_t i) {
   for (size_t f = 0; f < 3; ++f) {
     if (!step.mayEnd(f) || !(cells.score[f] > best_)) continue;
     best_ = cells.score[f];
-    endStep_ = static_cast<int>(cells_.size());
+    endStep_ = static_cast<int>(i);
     endFrame_ = static_cast<int>(f);
   }
 }

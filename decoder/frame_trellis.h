@@ -25,8 +25,8 @@ class FrameTrellis {
   using Cell = std::uint8_t;
   static constexpr int kPoor = 0x80;
 
-  void keep(const PathCells& cells);
-  void noteEnd(const PathCells& cells, const FrameStep& step);
+  void keep(const PathCells& cells, std::size_t i);
+  void noteEnd(const PathCells& cells, const FrameStep& step, std::size_t i);
 
   std::vector<std::array<Cell, 3>> cells_;  // [step][frame]
   double best_ = kWorstPathScore;           // score of the best cell that may end a path

@@ -14,6 +14,33 @@ int frameAt(const std::vector<int>& path, int step) {
   return inside ? path[static_cast<std::size_t>(step)] : kOffPath;
 }
 
+// The first step from this one on whose frame is not that of the step before, at most `steps`.
+int nextChange(const std::vector<int>& path, int step, int steps) {
+  while (step < steps && frameAt(path, step) == frameAt(path, step - 1)) ++step;
+  return step;
+}
+
+// Fills in the frames and frameshifts of the bases from `start` up to `end`.
+void fillRegion(const std::vector<int>& path, int start, int end, Call& call) {
+  const int steps = (end + 2) / 3;
+  int frame = frameAt(path, start / 3);
+  for (int p = start; p < end;) {
+    const int change = std::min(end, 3 * nextChange(path, p / 3, steps));
+    for (; p < change; ++p) call.frame[static_cast<std::size_t>(p)] = static_cast<std::int8_t>(frame);
+    for (const int next = std::min(end, p - p % 3 + 3); p < next; ++p) {
+      const int current = frameAt(path, p / 3);
+      const FrameError error = frameErrorAt(frameAt(path, p / 3 - 1), current, p % 3);
+      const bool inserted = error == FrameError::kInsertion;
+      if (error != FrameError::kNone) {
+        call.frameshifts.push_back(
+            {inserted ? Frameshift::Kind::kInsertion : Frameshift::Kind::kDeletion, p});
+        frame = current;
+      }
+      if (!inserted) call.frame[static_cast<std::size_t>(p)] = static_cast<std::int8_t>(frame);
+    }
+  }
+}
+
 }  // namespace
 
 void callPath(const std::vector<int>& path, double score, int length, Call& call) {
@@ -24,19 +51,7 @@ void callPath(const std::vector<int>& path, double score, int length, Call& call
   call.stop = region.stop;
   if (!call.coding) return;
   call.frame.assign(static_cast<std::size_t>(length), kOffPath);
-  const int last = std::min(region.stop, length - 1);
-  int frame = frameAt(path, region.start / 3);
-  for (int p = region.start; p <= last; ++p) {
-    const int current = frameAt(path, p / 3);
-    const FrameError error = frameErrorAt(frameAt(path, p / 3 - 1), current, p % 3);
-    const bool inserted = error == FrameError::kInsertion;
-    if (error != FrameError::kNone) {
-      call.frameshifts.push_back(
-          {inserted ? Frameshift::Kind::kInsertion : Frameshift::Kind::kDeletion, p});
-      frame = current;
-    }
-    if (!inserted) call.frame[static_cast<std::size_t>(p)] = static_cast<std::int8_t>(frame);
-  }
+  fillRegion(path, region.start, std::min(region.stop + 1, length), call);
 }
 
 }  // namespace velto

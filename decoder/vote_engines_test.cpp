@@ -179,6 +179,33 @@ TEST(IntegerEngine, DecideAsTheDefinitionForModelsThatMakeNoSense) {
   EXPECT_LT(tally.unusable, 250);
 }
 
+// One Ala before a Lys is enough, whatever the length is taken for: (3 + 0) / L over 1 is above 0.
+TEST(VoteTables, OfLengthsWithTheSameVotesAreShared) {
+  ModelTables tables;
+  test::addPair(tables, 0, 0, 8, 0.5, 1, 0.0);
+  for (auto& prior : tables.snglAcidPriproTable) prior[0] = 1e9;  // rates that hardly move
+  const VoteTables votes({tables, 96});
+  ASSERT_TRUE(votes.pairTables(95)->moving.empty());
+  EXPECT_EQ(votes.pairTables(95), votes.pairTables(80));
+  EXPECT_EQ(votes.pairTables(95)->leastPlaces[kPairGaps], PairTables::place(kPairGaps, 1));
+}
+
+TEST(VoteTables, OfLengthsWithOtherVotesAreTheirOwn) {
+  ModelTables tables;
+  test::addPair(tables, 0, 0, 8, 0.5, 1, 6.2);
+  for (auto& prior : tables.snglAcidPriproTable) {
+    prior[0] = 1e9;
+    prior[1] = 1e9;  // rates of about 1
+  }
+  tables.pairAcidPriproTable[0][0][8][1] = -89.5;  // 3 counts / 5.5 of 95, 3 counts / 0.5 of 90
+  const VoteTables votes({tables, 96});
+  ASSERT_TRUE(votes.pairTables(95)->moving.empty());
+  ASSERT_TRUE(votes.pairTables(90)->moving.empty());
+  EXPECT_EQ(votes.pairTables(90)->leastPlaces[kPairGaps], PairTables::place(kPairGaps, 2));
+  EXPECT_EQ(votes.pairTables(95)->leastPlaces[kPairGaps], PairTables::place(kPairGaps, 12));
+  EXPECT_NE(votes.pairTables(95), votes.pairTables(90));
+}
+
 TEST(VoteTables, RefuseWeightsThatAreNoWholeMillionths) {
   ModelTables tables;
   test::addAcid(tables, 0, 0.25, 1, 3);

@@ -1,9 +1,19 @@
 #include "model/integer_vote.h"
 
-#include <algorithm>
-#include <iterator>
+#include <bit>
+#include <numeric>
 
 namespace velto {
+namespace {
+
+// The vote if above, its negative otherwise.
+double signedVote(double whenAbove, bool above) {
+  constexpr int kSignBit = 63;
+  return std::bit_cast<double>(std::bit_cast<std::uint64_t>(whenAbove) ^
+                               static_cast<std::uint64_t>(!above) << kSignBit);
+}
+
+}  // namespace
 
 // The change of the sum by the codon's own hypotheses and by the steady pairs.
 template <int kBy>
@@ -32,15 +42,12 @@ int IntegerVote::count(const CodedRead& read, int p) {
 void IntegerVote::begin(const VoteTables& tables, const PairTables& pairs) {
   tables_ = &tables;
   pairs_ = &pairs;
-  sum_ = pairs.emptySum;
-  for (int acid = 0; acid < kAminoAcids; ++acid) {
-    acidCounts_[acid] = 0;
-    acidVotes_[acid] = tables.acidVotes(acid, 0);
-    sum_ += acidVotes_[acid];
-  }
+  acidCounts_.fill(0);
+  acidVotes_ = tables.emptyAcidVotes();
+  sum_ = std::accumulate(acidVotes_.begin(), acidVotes_.end(), pairs.emptySum);
   place_.resize(tables.rows());
   for (size_t row = 0; row < place_.size(); ++row) place_[row] = PairTables::place(row, 0);
-  std::fill(std::begin(memberCount_), std::end(memberCount_), std::uint8_t{0});
+  memberCount_.fill(0);
   above_ = pairs.emptyAbove;
 }
 
@@ -115,36 +122,34 @@ bool IntegerVote::isAbove(const MovingFeature& feature, unsigned pairCount, unsi
 }
 
 double IntegerVote::orderedSum() const {
-  double votes[kModelHypotheses];
-  writeVotes(votes, 1);
+  double votes[kMostVoteSlots];
+  writeVotes(votes);
   double sum = 0.0;
-  for (size_t i = 0; i < tables_->orderedVotes().size(); ++i) sum += votes[i];
+  for (const std::uint16_t slot : tables_->slots()) sum += votes[slot];
   return sum;
 }
 
-// First which hypotheses are above, kind by kind without unforeseeable branches, then their votes.
-void IntegerVote::writeVotes(double* votes, std::size_t stride) const {
-  bool above[kModelHypotheses];
+// Rule by rule, the kinds one after the other, without unforeseeable branches.
+void IntegerVote::writeVotes(double* votes) const {
+  const double* whenAbove = tables_->slotVotes().data();
+  const std::uint16_t* leastPlaces = pairs_->leastPlaces.data();
+  for (size_t row = 0; row < place_.size(); ++row) {
+    votes[row] = signedVote(whenAbove[row], place_[row] >= leastPlaces[row]);
+  }
+  const auto write = [=](std::size_t slot, bool above) {
+    votes[slot] = signedVote(whenAbove[slot], above);
+  };
   for (const CodonRule& rule : tables_->codonRules()) {
-    // The operations of codonFeature.
     const AcidCounts counts = acidCounts_[rule.acid];
-    const auto acids = static_cast<double>(counts >> kAcidByte);
-    const auto codons = static_cast<double>(counts >> (8 * rule.synonym) & 0xFF);
-    above[rule.order] = (acids == 0 ? rule.absent : codons / acids) > rule.threshold;
+    write(rule.slot, (counts >> (8 * rule.synonym) & 0xFF) >= tables_->leastCodons(rule, counts));
   }
   for (const AcidRule& rule : tables_->acidRules()) {
-    above[rule.order] = static_cast<int>(acidCounts_[rule.acid] >> kAcidByte) > rule.threshold;
+    write(rule.slot, static_cast<int>(acidCounts_[rule.acid] >> kAcidByte) > rule.threshold);
   }
   for (const SteadyPairRule& rule : pairs_->steady) {
-    above[rule.order] = place_[rule.row] >= rule.leastPlace;
+    write(rule.slot, place_[rule.row] >= rule.leastPlace);
   }
-  for (size_t i = 0; i < above_.size(); ++i) above[pairs_->movingOrder[i]] = above_[i] != 0;
-
-  const std::vector<double>& whenAbove = tables_->orderedVotes();
-  for (size_t i = 0; i < whenAbove.size(); ++i) {
-    const double either[2] = {-whenAbove[i], whenAbove[i]};
-    votes[i * stride] = either[above[i]];
-  }
+  for (size_t i = 0; i < above_.size(); ++i) write(pairs_->movingSlots[i], above_[i] != 0);
 }
 
 }  // namespace velto

@@ -1,6 +1,7 @@
 // The integer vote of one window whose codons come and go.
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <vector>
@@ -30,8 +31,8 @@ class IntegerVote {
   // The vote as the ordered sum of doubles, to the last bit that of voteSum.
   double orderedSum() const;
 
-  // Writes the votes of the counted hypotheses in their order into votes[0], votes[stride], ...
-  void writeVotes(double* votes, std::size_t stride) const;
+  // Writes the votes of the counted hypotheses into their slots, as VoteTables::slots.
+  void writeVotes(double* votes) const;
 
  private:
   template <int kBy>
@@ -45,11 +46,11 @@ class IntegerVote {
   const VoteTables* tables_ = nullptr;
   const PairTables* pairs_ = nullptr;
   int sum_ = 0;
-  AcidCounts acidCounts_[kAminoAcids] = {};  // [acid]
-  int acidVotes_[kAminoAcids] = {};          // [acid], as VoteTables::acidVotes
-  std::vector<std::uint16_t> place_;         // [pair row]: of its count in PairTables::step
-  std::uint8_t memberCount_[kPairGaps * 2 * kAminoAcids] = {};  // [memberElement]; moving only
-  std::vector<char> above_;                                     // [moving pair]
+  std::array<AcidCounts, kAminoAcids> acidCounts_{};  // [acid]
+  std::array<int, kAminoAcids> acidVotes_{};          // [acid], as VoteTables::acidVotes
+  std::vector<std::uint16_t> place_;  // [pair row]: of its count in PairTables::step
+  std::array<std::uint8_t, kPairGaps * 2 * kAminoAcids> memberCount_{};  // [memberElement]; moving
+  std::vector<char> above_;                                              // [moving pair]
 };
 
 }  // namespace velto

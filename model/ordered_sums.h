@@ -1,7 +1,9 @@
 // The ordered sums of doubles of several windows at a time.
 #pragma once
 
+#include <array>
 #include <cstddef>
+#include <cstdint>
 #include <vector>
 
 #include "model/integer_vote.h"
@@ -12,8 +14,8 @@ namespace velto {
 // than one. For one thread at a time.
 class OrderedSums {
  public:
-  explicit OrderedSums(const VoteTables& tables)
-      : hypotheses_(tables.orderedVotes().size()), votes_(kWindows * (hypotheses_ + 1)) {}
+  // The tables must outlive the object.
+  explicit OrderedSums(const VoteTables& tables) : slots_(tables.slots()) {}
 
   // Takes the window as it is now. `sum`, to the last bit that of voteSum, is filled by finish() at
   // the latest and must stay where it is until then.
@@ -21,10 +23,10 @@ class OrderedSums {
   void finish();
 
  private:
-  static constexpr std::size_t kWindows = 4;
+  static constexpr std::size_t kWindows = 8;
 
-  std::size_t hypotheses_;
-  std::vector<double> votes_;  // [hypothesis][window], and one row more so that it is never empty
+  const std::vector<std::uint16_t>& slots_;  // [counted hypothesis, in order]
+  std::array<std::array<double, kMostVoteSlots>, kWindows> votes_{};
   double* sums_[kWindows] = {};
   std::size_t taken_ = 0;
 };

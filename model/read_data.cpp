@@ -53,7 +53,7 @@ double ReadData::BasicCodonRate(int first, int second, int third) {
   return acid == kNoAminoAcid ? -1.0 : kUniformRate[static_cast<size_t>(acid)];
 }
 
-char ReadData::outPutBase(short code) { return isKnownBase(code) ? "ATGC"[code] : 'n'; }
+char ReadData::outPutBase(short code) { return baseLetter(code); }
 
 std::string ReadData::outPutAcid(short number) {
   if (number < 0 || number >= kAminoAcids) return "";

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 #include "core/base_code.h"
 #include "core/six_digits.h"
@@ -28,9 +29,9 @@ VoteTables::VoteTables(const ModelView& model)
     : model_(model.tables), counts_(windowCodons(model.windowWidth) + 1) {
   usable_ = readWeights();
   if (!usable_) return;
+  numberRows();
   fillRules();
   fillCodonVotes();
-  numberRows();
   pairTables_ = std::make_unique<LazyPairTables[]>(static_cast<size_t>(lengths()));
 }
 
@@ -54,25 +55,49 @@ bool VoteTables::readWeights() {
   return true;
 }
 
-void VoteTables::fillRules() {
+void VoteTables::numberSlots() {
+  auto next = static_cast<std::uint16_t>(rowCount_);
+  std::vector<bool> isTaken(rowCount_);  // [pair row]
   for (const size_t i : counted_) {
     const fnlHypo& h = model_.fh[i];
-    const auto order = static_cast<std::uint16_t>(orderedVotes_.size());
+    const std::uint16_t row = h.kind == kPairKind ? rows_[h.elem1][h.gap][h.elem2] : 0;
+    const bool takesRow = h.kind == kPairKind && !isTaken[row];
+    if (takesRow) isTaken[row] = true;
+    slots_.push_back(takesRow ? row : next++);
+  }
+  slotVotes_.resize(next);
+}
+
+void VoteTables::fillRules() {
+  numberSlots();
+  for (size_t order = 0; order < counted_.size(); ++order) {
+    const size_t i = counted_[order];
+    const fnlHypo& h = model_.fh[i];
+    const std::uint16_t slot = slots_[order];
     int polarity = model_.pairAcidTrsld[i].polarity;
     if (h.kind == kSingleAcidKind) {
       const CountThreshold& t = model_.snglAcidTrsld[i];
       polarity = t.polarity;
-      acidRules_.push_back({order, static_cast<std::uint8_t>(h.elem1), t.trsld});
+      acidRules_.push_back({slot, static_cast<std::uint8_t>(h.elem1), t.trsld});
     } else if (h.kind == kCodonKind) {
-      const RealThreshold& t = model_.codonTrsld[i];
-      polarity = t.polarity;
-      const int acid = ReadData::CodonTable(h.elem1, h.elem2, h.elem3);
-      codonRules_.push_back(
-          {order, static_cast<std::uint8_t>(acid),
-           codonSynonyms()[static_cast<size_t>(16 * h.elem1 + 4 * h.elem2 + h.elem3)],
-           ReadData::BasicCodonRate(h.elem1, h.elem2, h.elem3), t.trsld});
+      polarity = model_.codonTrsld[i].polarity;
+      addCodonRule(i, slot);
     }
-    orderedVotes_.push_back(polarity != 0 ? h.alpha : -h.alpha);
+    slotVotes_[slot] = polarity != 0 ? h.alpha : -h.alpha;
+  }
+}
+
+// The share of a codon grows with its count, so that a least count tells which shares are above.
+void VoteTables::addCodonRule(size_t i, std::uint16_t slot) {
+  const fnlHypo& h = model_.fh[i];
+  const auto codon = static_cast<size_t>(codonIndex(h.elem1, h.elem2, h.elem3));
+  codonRules_.push_back(
+      {slot, static_cast<std::uint8_t>(ReadData::CodonTable(h.elem1, h.elem2, h.elem3)),
+       codonSynonyms()[codon], static_cast<std::uint32_t>(leastCodons_.size())});
+  for (short acids = 0; acids < counts_; ++acids) {
+    short least = 0;
+    while (least <= acids && !(codonFeature(h, least, acids) > model_.codonTrsld[i].trsld)) ++least;
+    leastCodons_.push_back(static_cast<std::uint8_t>(least));
   }
 }
 
@@ -84,6 +109,9 @@ void VoteTables::fillCodonVotes() {
     const int kind = model_.fh[i].kind;
     if (kind == kCodonKind) addCodonHypothesis(i);
     if (kind == kSingleAcidKind) addAcidHypothesis(i);
+  }
+  for (int acid = 0; acid < kAminoAcids; ++acid) {
+    emptyAcidVotes_[static_cast<size_t>(acid)] = acidVotes(acid, 0);
   }
 }
 
@@ -231,60 +259,83 @@ std::vector<double> acidRates(const ModelTables& tables, int length, int counts)
 const PairTables* VoteTables::pairTables(int length) const {
   if (length < 0 || length >= lengths()) return nullptr;
   LazyPairTables& lazy = pairTables_[static_cast<size_t>(length)];
-  std::call_once(lazy.once, [&] { lazy.tables = makePairTables(length); });
+  std::call_once(lazy.once, [&] { lazy.tables = shared(makePairTables(length)); });
   return lazy.tables.get();
 }
 
-std::unique_ptr<const PairTables> VoteTables::makePairTables(int length) const {
-  auto tables = std::make_unique<PairTables>();
-  tables->rate = acidRates(model_, length, counts_);
-  tables->movedBy.resize(kPairGaps * 2 * kAminoAcids);
+std::shared_ptr<const PairTables> VoteTables::shared(PairTables tables) const {
+  const std::lock_guard lock(madeMutex_);
+  for (const auto& made : made_) {
+    if (made->isSame(tables)) return made;
+  }
+  made_.push_back(std::make_shared<const PairTables>(std::move(tables)));
+  return made_.back();
+}
+
+PairTables VoteTables::makePairTables(int length) const {
+  PairTables tables;
+  tables.leastPlaces.resize(rowCount_);
   const size_t counts = static_cast<size_t>(counts_);
   std::vector<int> votes(rowCount_ * counts);  // of the pair hypotheses that do not move
   for (size_t order = 0; order < counted_.size(); ++order) {
-    if (model_.fh[counted_[order]].kind == kPairKind) addPair(order, length, *tables, votes);
+    if (model_.fh[counted_[order]].kind == kPairKind) addPair(order, length, tables, votes);
   }
-  tables->step.resize(counts * PairTables::kCountStride);
+  tables.step.resize(counts * PairTables::kCountStride);
   for (size_t row = 0; row < rowCount_; ++row) {
     const int* ofRow = votes.data() + row * counts;
-    tables->emptySum += ofRow[0];
+    tables.emptySum += ofRow[0];
     for (size_t count = 0; count + 1 < counts; ++count) {
-      tables->step[PairTables::place(row, count)] = ofRow[count + 1] - ofRow[count];
+      tables.step[PairTables::place(row, count)] = ofRow[count + 1] - ofRow[count];
     }
   }
   return tables;
 }
 
+// The vote of a pair hypothesis when above.
+int VoteTables::voteOfPair(size_t i) const {
+  return model_.pairAcidTrsld[i].polarity != 0 ? weight_[i] : -weight_[i];
+}
+
 void VoteTables::addPair(size_t order, int length, PairTables& tables,
                          std::vector<int>& votes) const {
   const size_t i = counted_[order];
-  const auto shortOrder = static_cast<std::uint16_t>(order);
   const fnlHypo& h = model_.fh[i];
-  const RealThreshold& t = model_.pairAcidTrsld[i];
   const PairFeature feature(model_, i, length, counts_);
-  const int vote = t.polarity != 0 ? weight_[i] : -weight_[i];  // when above
-  const std::uint16_t rowOfPair = rows_[h.elem1][h.gap][h.elem2];
-  if (feature.isSteady()) {
-    const int least = feature.leastSteady();
-    tables.steady.push_back(
-        {shortOrder, rowOfPair, PairTables::place(0, static_cast<size_t>(least))});
-    for (int count = 0; count < counts_; ++count) {
-      votes[rowOfPair * static_cast<size_t>(counts_) + static_cast<size_t>(count)] +=
-          count >= least ? vote : -vote;
-    }
-    return;
+  if (!feature.isSteady()) return addMovingPair(order, length, tables);
+  const std::uint16_t row = rows_[h.elem1][h.gap][h.elem2];
+  const int least = feature.leastSteady();
+  const std::uint16_t leastPlace = PairTables::place(row, static_cast<size_t>(least));
+  if (slots_[order] == row) {
+    tables.leastPlaces[row] = leastPlace;
+  } else {
+    tables.steady.push_back({slots_[order], row, leastPlace});
   }
+  int* const ofRow = votes.data() + row * static_cast<size_t>(counts_);
+  for (int count = 0; count < counts_; ++count) {
+    ofRow[count] += count >= least ? voteOfPair(i) : -voteOfPair(i);
+  }
+}
+
+void VoteTables::addMovingPair(size_t order, int length, PairTables& tables) const {
+  if (tables.moving.empty()) {
+    tables.movedBy.resize(kPairGaps * 2 * kAminoAcids);
+    tables.rate = acidRates(model_, length, counts_);
+  }
+  const size_t i = counted_[order];
+  const fnlHypo& h = model_.fh[i];
+  const PairFeature feature(model_, i, length, counts_);
   const double(&prior)[2] = model_.pairAcidPriproTable[h.gap][h.elem1][h.elem2];
   const std::uint8_t first = PairTables::memberElement(h.gap, 0, h.elem1);
   const std::uint8_t second = PairTables::memberElement(h.gap, 1, h.elem2);
   const auto index = static_cast<std::uint16_t>(tables.moving.size());
-  tables.moving.push_back({rowOfPair, first, second, vote});
-  tables.movingOrder.push_back(shortOrder);
-  tables.features.push_back({h.elem1, h.elem2, prior[0], length + prior[1], t.trsld});
+  tables.moving.push_back({rows_[h.elem1][h.gap][h.elem2], first, second, voteOfPair(i)});
+  tables.movingSlots.push_back(slots_[order]);
+  tables.features.push_back(
+      {h.elem1, h.elem2, prior[0], length + prior[1], model_.pairAcidTrsld[i].trsld});
   if (length >= 3 * codons() - 3) feature.appendLeast(tables.least);
   const bool above = feature.above(0, 0, 0);
   tables.emptyAbove.push_back(above);
-  tables.emptySum += above ? vote : -vote;
+  tables.emptySum += above ? voteOfPair(i) : -voteOfPair(i);
   tables.movedBy[first].push_back(index);
   tables.movedBy[second].push_back(index);
 }

@@ -7,6 +7,7 @@
 // or two are equal, the doubles have to be asked.
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
@@ -29,6 +30,9 @@ constexpr AcidCounts oneCodon(int synonym) {
   return AcidCounts{1} << kAcidByte | AcidCounts{1} << (8 * synonym);
 }
 
+// Most slots for the votes of single hypotheses, as VoteTables::slots.
+constexpr int kMostVoteSlots = kModelHypotheses + kPairGaps;
+
 // A pair hypothesis whose feature moves with the counts of its two amino acids, so that it has to
 // be asked whenever one of them changes.
 struct MovingPair {
@@ -46,24 +50,25 @@ struct MovingFeature {
   double threshold;
 };
 
-// The hypotheses one by one, for the ordered sum of doubles. `order` is the number among those that
-// are counted.
+// The hypotheses one by one, for the ordered sum of doubles. Each has a slot for its vote; that of
+// the first pair hypothesis of a row has the row's number.
 struct CodonRule {
-  std::uint16_t order;
+  std::uint16_t slot;
   std::uint8_t acid;
   std::uint8_t synonym;
-  double absent;  // share of the codon when the acid is absent
-  double threshold;
+  std::uint32_t leastCodons;  // where its entries of VoteTables::leastCodons begin
 };
 struct AcidRule {
-  std::uint16_t order;
+  std::uint16_t slot;
   std::uint8_t acid;
   int threshold;
 };
 struct SteadyPairRule {
-  std::uint16_t order;
+  std::uint16_t slot;
   std::uint16_t row;         // of the pair count
   std::uint16_t leastPlace;  // PairTables::place of the row's counts that are above, or beyond
+
+  bool operator==(const SteadyPairRule&) const = default;
 };
 
 // The pair votes for windows of one length in bases. Constant after construction.
@@ -78,12 +83,15 @@ struct PairTables {
   std::vector<int> step;  // [place]: vote change from the count to the next
   int emptySum = 0;       // votes of all pair hypotheses in a window without pairs
 
-  std::vector<SteadyPairRule> steady;
+  // [pair row]: leastPlace of its first hypothesis; any number if that one is not steady.
+  std::vector<std::uint16_t> leastPlaces;
+  std::vector<SteadyPairRule> steady;  // those that are not the first of their row
 
   std::vector<MovingPair> moving;
-  std::vector<std::uint16_t> movingOrder;           // [moving] number among the counted hypotheses
+  std::vector<std::uint16_t> movingSlots;           // [moving]
   std::vector<MovingFeature> features;              // [moving]
   std::vector<char> emptyAbove;                     // [moving] above in a window without pairs
+  // Empty where nothing moves:
   std::vector<std::vector<std::uint16_t>> movedBy;  // [memberElement]: indices of moving
   std::vector<double> rate;                         // [acid x counts + count]: its frequency
 
@@ -100,6 +108,12 @@ struct PairTables {
   static std::uint8_t memberElement(int gap, int member, int acid) {
     return static_cast<std::uint8_t>((2 * gap + member) * kAminoAcids + acid);
   }
+
+  // True if both are the same tables, as they are for most lengths if all features are steady.
+  bool isSame(const PairTables& other) const {
+    return moving.empty() && other.moving.empty() && leastPlaces == other.leastPlaces &&
+           steady == other.steady;
+  }
 };
 
 // All tables of one model. Constant after construction as far as a caller can see: the tables of a
@@ -115,10 +129,17 @@ class VoteTables {
   int codons() const { return counts_ - 1; }  // of a whole window
   int counts() const { return counts_; }      // entries per count: 0 to codons()
 
-  // The counted hypotheses in order: the vote of each when above, and the rules of those on codons
-  // and single amino acids; those of pairs stand in PairTables.
-  const std::vector<double>& orderedVotes() const { return orderedVotes_; }
+  // [counted hypothesis, in order]: its slot. [slot]: the vote when above.
+  const std::vector<std::uint16_t>& slots() const { return slots_; }
+  const std::vector<double>& slotVotes() const { return slotVotes_; }
+
+  // The rules of the hypotheses on codons and single amino acids; those of pairs stand in
+  // PairTables.
   const std::vector<CodonRule>& codonRules() const { return codonRules_; }
+  // The least count of the codon that is above when the amino acid has this count.
+  std::uint8_t leastCodons(const CodonRule& rule, AcidCounts counts) const {
+    return leastCodons_[rule.leastCodons + (counts >> kAcidByte)];
+  }
   const std::vector<AcidRule>& acidRules() const { return acidRules_; }
 
   // Tables for windows of `length` bases; null for lengths no window of this model has.
@@ -129,6 +150,9 @@ class VoteTables {
   using PairRows = std::uint16_t[kPairGaps][kAminoAcids + 1];
   const PairRows& rowsAfter(int first) const { return rows_[first]; }
   size_t rows() const { return rowCount_; }
+
+  // [acid]: its votes in a window without it.
+  const std::array<int, kAminoAcids>& emptyAcidVotes() const { return emptyAcidVotes_; }
 
   // Votes of all hypotheses on one amino acid and its codons. Amino acids of fewer codons add
   // zeros: that is faster than a loop whose length cannot be foreseen.
@@ -147,15 +171,20 @@ class VoteTables {
   void addCodonHypothesis(size_t i);
   void addAcidHypothesis(size_t i);
   void fillRules();
+  void numberSlots();
+  void addCodonRule(size_t i, std::uint16_t slot);
   void numberRows();
   int lengths() const;
   int* votesOfCodon(int acid, size_t synonym);
   void addPair(size_t order, int length, PairTables& tables, std::vector<int>& votes) const;
-  std::unique_ptr<const PairTables> makePairTables(int length) const;
+  void addMovingPair(size_t order, int length, PairTables& tables) const;
+  int voteOfPair(size_t i) const;
+  PairTables makePairTables(int length) const;
+  std::shared_ptr<const PairTables> shared(PairTables tables) const;
 
   struct LazyPairTables {
     std::once_flag once;
-    std::unique_ptr<const PairTables> tables;
+    std::shared_ptr<const PairTables> tables;
   };
 
   const ModelTables& model_;
@@ -163,18 +192,23 @@ class VoteTables {
   bool usable_ = false;
   std::vector<size_t> counted_;  // hypotheses that vote, in order
   std::vector<int> weight_;      // [hypothesis] millionths, the vote when above
-  std::vector<double> orderedVotes_;
+  std::vector<std::uint16_t> slots_;
+  std::vector<double> slotVotes_;
   std::vector<CodonRule> codonRules_;
+  std::vector<std::uint8_t> leastCodons_;  // of each codon rule: [acid count]
   std::vector<AcidRule> acidRules_;
 
   // [acid][synonym]: begin of the codon's table in codonVotes_; 0, where a table of zeros stands,
   // for codons without hypotheses and numbers that no codon has.
   size_t codonTable_[kAminoAcids][kSynonyms] = {};
   std::vector<int> codonVotes_;  // of each table: [triangle(acid count) + codon count]
+  std::array<int, kAminoAcids> emptyAcidVotes_{};
 
   PairRows rows_[kAminoAcids];  // [first]
   size_t rowCount_ = 0;
   std::unique_ptr<LazyPairTables[]> pairTables_;  // [window length]
+  mutable std::mutex madeMutex_;
+  mutable std::vector<std::shared_ptr<const PairTables>> made_;  // no two of them the same
 };
 
 }  // namespace velto

@@ -1,6 +1,7 @@
 #include "predict/coding_sequence.h"
 
 #include <algorithm>
+#include <span>
 #include <stdexcept>
 
 #include "core/corrected_positions.h"
@@ -8,20 +9,44 @@
 namespace velto {
 namespace {
 
-void appendBase(std::vector<CodingPart>& parts, int position, size_t placeInCodon) {
+// Appends this many adjoining bases, the first one in this place of its codon.
+void appendBases(std::vector<CodingPart>& parts, int position, int bases, size_t placeInCodon) {
   if (parts.empty() || parts.back().end != position) {
     parts.push_back({position, position, static_cast<int>((3 - placeInCodon) % 3)});
   }
-  ++parts.back().end;
+  parts.back().end += bases;
 }
 
-bool isIntact(const std::vector<int>& positions, size_t codon) {
-  const auto first = positions.begin() + static_cast<std::ptrdiff_t>(codon);
-  return std::find(first, first + 3, kLostBase) == first + 3;
+using CodonPositions = std::span<const int, 3>;
+
+bool isIntact(CodonPositions codon) {
+  return std::find(codon.begin(), codon.end(), kLostBase) == codon.end();
+}
+
+bool isAdjoining(CodonPositions codon) {
+  return isIntact(codon) && codon[1] == codon[0] + 1 && codon[2] == codon[1] + 1;
+}
+
+void appendCodon(CodonPositions codon, std::string_view letters, CodingSequence& sequence) {
+  if (isAdjoining(codon)) {  // as nearly all are
+    sequence.bases.append(letters, static_cast<size_t>(codon[0]), 3);
+    appendBases(sequence.kept, codon[0], 3, 0);
+    appendBases(sequence.intact, codon[0], 3, 0);
+    return;
+  }
+  const bool intact = isIntact(codon);
+  for (size_t place = 0; place < 3; ++place) {
+    const int position = codon[place];
+    sequence.bases += position == kLostBase ? 'N' : letters[static_cast<size_t>(position)];
+    if (position == kLostBase) continue;
+    appendBases(sequence.kept, position, 1, place);
+    if (intact) appendBases(sequence.intact, position, 1, place);
+  }
 }
 
 std::string translate(std::string_view bases, const GeneticCode& code) {
   std::string protein;
+  protein.reserve(bases.size() / 3);
   for (size_t i = 0; i < bases.size(); i += 3) protein += code.acidOf(bases.substr(i, 3));
   if (code.mayStart(bases.substr(0, 3))) protein.front() = 'M';
   if (code.mayStop(bases.substr(bases.size() - 3))) protein.back() = '*';
@@ -58,15 +83,8 @@ CodingSequence codingSequence(const Prediction& prediction, std::string_view let
   if (prediction.status != Prediction::Status::kCoding) return sequence;
   const std::vector<int> positions = correctedPositions(prediction);
   sequence.bases.reserve(positions.size());
-  for (size_t codon = 0; codon < positions.size(); codon += 3) {
-    const bool intact = isIntact(positions, codon);
-    for (size_t place = 0; place < 3; ++place) {
-      const int position = positions[codon + place];
-      sequence.bases += position == kLostBase ? 'N' : letters[static_cast<size_t>(position)];
-      if (position == kLostBase) continue;
-      appendBase(sequence.kept, position, place);
-      if (intact) appendBase(sequence.intact, position, place);
-    }
+  for (size_t i = 0; i < positions.size(); i += 3) {
+    appendCodon(CodonPositions(positions.data() + i, 3), letters, sequence);
   }
   if (sequence.bases.empty()) return sequence;
   sequence.protein = translate(sequence.bases, code);

@@ -36,39 +36,40 @@ void requireContract(const Read& read) {
   }
 }
 
-// The strands of some reads and their calls; reusable, so that memory is kept.
+// One strand of each of some reads, and their calls; reusable, so that memory is kept.
 class StrandBatch {
  public:
   void clear() { used_ = 0; }
 
-  // Adds the strands asked for of one read and fills what is known of it without a decoder.
-  // Returns how many were added: 0 for a read that is not predicted.
-  std::size_t add(const Read& read, const PredictOptions& options, Prediction& prediction) {
+  // Adds the plus strand of a read and fills what is known of the read without a decoder. False for
+  // a read that is not predicted, whose strand is left out.
+  bool add(const Read& read, Letters letters, Prediction& prediction) {
     requireContract(read);
     prediction.length = static_cast<int>(read.bases.size());
-    prediction.strand = options.strand == Strand::kMinus ? Strand::kMinus : Strand::kPlus;
-    if (read.bases.empty()) return 0;
-    CodedStrand& strand = next();
-    strand.code(read, options.letters);
+    if (read.bases.empty()) return false;
+    if (used_ == strands_.size()) strands_.emplace_back();
+    CodedStrand& strand = strands_[used_];
+    strand.code(read, letters);
     prediction.gcPercent = gcPercent(strand.codes);
     if (prediction.length < kLeastReadBases) {
       prediction.status = Prediction::Status::kShort;
-      --used_;
-      return 0;
+      return false;
     }
-    if (options.strand == Strand::kMinus) strand.turn();
-    if (options.strand != Strand::kBoth) return 1;
-    CodedStrand& other = next();
-    other = strands_[used_ - 2];
-    other.turn();
-    return 2;
+    ++used_;
+    return true;
   }
 
-  // Decodes all strands; calls()[i] is that of strand i in the order of adding.
-  void decode(const Decoder& decoder, const Wishes& wishes, Decoder::Scratch& scratch) {
-    const std::vector<ReadView> views = this->views();
+  // Turns the strand added last, or all, into the other one.
+  void turnLast() { strands_[used_ - 1].turn(); }
+  void turn() {
+    for (std::size_t i = 0; i < used_; ++i) strands_[i].turn();
+  }
+
+  // Decodes all strands; the calls, in the order of adding, are valid until the next ones.
+  std::span<Call> decode(const Decoder& decoder, const Wishes& wishes, Decoder::Scratch& scratch) {
     calls_.resize(used_);
-    decoder.decodeAll(views, wishes, scratch, calls_);
+    decoder.decodeAll(views(), wishes, scratch, calls_);
+    return calls_;
   }
 
   std::vector<ReadView> views() const {
@@ -77,14 +78,7 @@ class StrandBatch {
     return views;
   }
 
-  std::vector<Call>& calls() { return calls_; }
-
  private:
-  CodedStrand& next() {
-    if (used_ == strands_.size()) strands_.emplace_back();
-    return strands_[used_++];
-  }
-
   std::vector<CodedStrand> strands_;
   std::size_t used_ = 0;  // strands
   std::vector<Call> calls_;
@@ -100,13 +94,6 @@ void takeCall(Call& call, Prediction& prediction) {
   prediction.frameshifts = std::move(call.frameshifts);
   prediction.frame = std::move(call.frame);
   std::move(std::begin(call.scores), std::end(call.scores), prediction.scores);
-}
-
-// The same of two strands; plus if both score alike.
-void takeBetterCall(Call& plus, Call& minus, Prediction& prediction) {
-  const bool isMinus = minus.score > plus.score;
-  if (isMinus) prediction.strand = Strand::kMinus;
-  takeCall(isMinus ? minus : plus, prediction);
 }
 
 // The decoder of this name, or the default one for an empty name.
@@ -165,20 +152,29 @@ struct Predictor::Impl {
 
 void Predictor::Impl::predict(std::span<const Read> reads, const PredictOptions& options,
                               Workspace::Impl& space, std::span<Prediction> predictions) const {
+  const Strand first = options.strand == Strand::kMinus ? Strand::kMinus : Strand::kPlus;
+  const Wishes wishes{options.wantScores, options.minProbability};
   StrandBatch& strands = space.strands;
   strands.clear();
-  std::vector<std::size_t> count;  // [read] strands
+  std::vector<Prediction*> predicted;  // [strand]
   for (std::size_t i = 0; i < reads.size(); ++i) {
-    count.push_back(strands.add(reads[i], options, predictions[i]));
+    predictions[i].strand = first;
+    if (!strands.add(reads[i], options.letters, predictions[i])) continue;
+    predictions[i].decoder = name;
+    predicted.push_back(&predictions[i]);
   }
-  const Wishes wishes{options.wantScores, options.minProbability};
-  strands.decode(*decoder, wishes, space.scratchFor(decoder));
-  Call* call = strands.calls().data();
-  for (std::size_t i = 0; i < reads.size(); ++i) {
-    if (count[i] > 0) predictions[i].decoder = name;
-    if (count[i] == 1) takeCall(call[0], predictions[i]);
-    if (count[i] == 2) takeBetterCall(call[0], call[1], predictions[i]);
-    call += count[i];
+  const auto decode = [&] { return strands.decode(*decoder, wishes, space.scratchFor(decoder)); };
+  if (first == Strand::kMinus) strands.turn();
+  std::span<Call> calls = decode();
+  for (std::size_t i = 0; i < calls.size(); ++i) takeCall(calls[i], *predicted[i]);
+  if (options.strand != Strand::kBoth) return;
+  // One strand after the other, so that long reads need the memory of one.
+  strands.turn();
+  calls = decode();
+  for (std::size_t i = 0; i < calls.size(); ++i) {
+    if (!(calls[i].score > predicted[i]->score)) continue;
+    predicted[i]->strand = Strand::kMinus;
+    takeCall(calls[i], *predicted[i]);
   }
 }
 
@@ -223,12 +219,12 @@ Calibration Predictor::learn(std::span<const Read> sample, const PredictOptions&
   Workspace workspace;
   StrandBatch reads;
   for (const Read& read : sample) {
-    PredictOptions own = options;
-    if (own.strand == Strand::kBoth) {
-      own.strand = predict(read.bases, read.qualities, workspace, options).strand;
+    Strand strand = options.strand;
+    if (strand == Strand::kBoth) {
+      strand = predict(read.bases, read.qualities, workspace, options).strand;
     }
     Prediction unused;
-    reads.add(read, own, unused);
+    if (reads.add(read, options.letters, unused) && strand == Strand::kMinus) reads.turnLast();
   }
   return impl_->decoder->learn(reads.views(), known);
 }

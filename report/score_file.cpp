@@ -2,8 +2,8 @@
 
 #include <fstream>
 
+#include "core/score_rows.h"
 #include "decoder/base_scores.h"
-#include "report/score_rows.h"
 
 namespace velto {
 

@@ -3,7 +3,7 @@
 #   tools/check-layers.sh [ROOT]
 # A room is a folder of the table's first column, with all below it. Its files may include each
 # other, headers of the standard library, and what the row's last column names: rooms (`core/`),
-# single headers (`report/score_rows.h`), libraries (`<tbb>`) and the system (`<posix>`). Unit tests
+# single headers (`hmm/toy_reads.h`), libraries (`<tbb>`) and the system (`<posix>`). Unit tests
 # may also include what the row of `*_test.cpp` names.
 set -euo pipefail
 root=${1:-$(dirname "$0")/..}

@@ -4,7 +4,7 @@
 
 #include "batch/formats/read_name.h"
 #include "core/letter_codes.h"
-#include "report/score_rows.h"
+#include "core/score_rows.h"
 
 namespace velto {
 
