@@ -4,8 +4,10 @@
 #include <array>
 #include <cmath>
 #include <cstdint>
+#include <span>
 #include <vector>
 
+#include "hmm/aligned_vector.h"
 #include "hmm/hmm_states.h"
 
 namespace velto {
@@ -37,8 +39,9 @@ struct WindowNetwork {
   int letters = 0;                         // k of the k-mers, 1 to 5
   int units = 0;                           // a multiple of 16, at most kMostUnits
   std::vector<int> offsets;                // of a k-mer's last base from the base that is judged
-  std::vector<std::int16_t> rows;          // [offset][k-mer][unit]; sum over offsets of the largest
-                                           // absolute value of a unit: at most kMostRowSum
+  AlignedVector<std::int16_t> rows;        // [offset][k-mer, then unknownKmer()][unit]; sum over
+                                           // offsets of the largest absolute value of a unit: at
+                                           // most kMostRowSum
   std::vector<std::int16_t> bias;          // [class of G and C][unit]
   std::vector<std::int16_t> dinucleotide;  // [dinucleotide][unit]
   std::vector<std::int16_t> output;  // [EmissionKind][unit]; sum of absolute values of a kind:
@@ -47,10 +50,25 @@ struct WindowNetwork {
   float outputScale = 0.0f;
 
   int kmers() const { return 1 << (2 * letters); }
-  const std::int16_t* row(int offset, int kmer) const {
-    return rows.data() + (static_cast<std::size_t>(offset) * static_cast<std::size_t>(kmers()) +
-                          static_cast<std::size_t>(kmer)) *
-                             static_cast<std::size_t>(units);
+  // Stands for k-mers with an unknown base or beyond the read; its rows are zeros.
+  int unknownKmer() const { return kmers(); }
+  std::size_t rowsOfOffset() const { return static_cast<std::size_t>(kmers()) + 1; }
+
+  // Makes room for the rows of the letters, units and offsets, all zeros.
+  void clearRows() {
+    rows.assign(offsets.size() * rowsOfOffset() * static_cast<std::size_t>(units), 0);
+  }
+  const std::int16_t* row(std::size_t offset, int kmer) const {
+    return rows.data() + rowBegin(offset, kmer);
+  }
+  std::span<std::int16_t> row(std::size_t offset, int kmer) {
+    return std::span(rows).subspan(rowBegin(offset, kmer), static_cast<std::size_t>(units));
+  }
+
+ private:
+  std::size_t rowBegin(std::size_t offset, int kmer) const {
+    return (offset * rowsOfOffset() + static_cast<std::size_t>(kmer)) *
+           static_cast<std::size_t>(units);
   }
 };
 constexpr int kMostUnits = 128;

@@ -107,11 +107,16 @@ void writeNetwork(const WindowNetwork& network, Writer& out) {
   const std::pair<const char*, const std::vector<std::int16_t>*> tables[] = {
       {"bias", &network.bias},
       {"dinucleotides", &network.dinucleotide},
-      {"outputs", &network.output},
-      {"rows", &network.rows}};
+      {"outputs", &network.output}};
   for (const auto& [name, numbers] : tables) {
     out.word(name).end();
     out.table(*numbers, network.units);
+  }
+  out.word("rows").end();
+  for (std::size_t o = 0; o < network.offsets.size(); ++o) {
+    for (int kmer = 0; kmer < network.kmers(); ++kmer) {
+      out.table({network.row(o, kmer), static_cast<std::size_t>(network.units)}, network.units);
+    }
   }
 }
 
@@ -245,30 +250,40 @@ void readSizes(Reader& in, WindowNetwork& network) {
   in.endLine();
 }
 
+void readRow(Reader& in, std::span<std::int16_t> row) {
+  in.line("");
+  for (std::int16_t& x : row) x = in.number<std::int16_t>(-32767, 32767);
+  in.endLine();
+}
+
 void readTable(Reader& in, const char* name, std::size_t rows, int columns,
                std::vector<std::int16_t>& table) {
+  const auto units = static_cast<std::size_t>(columns);
   in.line(name);
   in.endLine();
-  table.clear();
+  table.resize(rows * units);
   for (std::size_t row = 0; row < rows; ++row) {
-    in.line("");
-    for (int column = 0; column < columns; ++column) {
-      table.push_back(in.number<std::int16_t>(-32767, 32767));
-    }
-    in.endLine();
+    readRow(in, std::span(table).subspan(row * units, units));
+  }
+}
+
+void readRows(Reader& in, WindowNetwork& network) {
+  in.line("rows");
+  in.endLine();
+  network.clearRows();
+  for (std::size_t o = 0; o < network.offsets.size(); ++o) {
+    for (int kmer = 0; kmer < network.kmers(); ++kmer) readRow(in, network.row(o, kmer));
   }
 }
 
 // No sum of rows may leave 16 bits.
 void checkRows(const Reader& in, const WindowNetwork& network) {
-  const auto units = static_cast<std::size_t>(network.units);
-  const auto kmers = static_cast<std::size_t>(network.kmers());
-  for (std::size_t u = 0; u < units; ++u) {
+  for (std::size_t u = 0; u < static_cast<std::size_t>(network.units); ++u) {
     int sum = 0;
     for (std::size_t o = 0; o < network.offsets.size(); ++o) {
       int largest = 0;
-      for (std::size_t k = 0; k < kmers; ++k) {
-        largest = std::max(largest, std::abs(network.rows[(o * kmers + k) * units + u]));
+      for (int kmer = 0; kmer < network.kmers(); ++kmer) {
+        largest = std::max(largest, std::abs(network.row(o, kmer)[u]));
       }
       sum += largest;
     }
@@ -293,8 +308,7 @@ void readNetwork(Reader& in, WindowNetwork& network) {
   readTable(in, "dinucleotides", kDinucleotides, network.units, network.dinucleotide);
   readTable(in, "outputs", kEmissionKinds, network.units, network.output);
   checkOutputs(in, network);
-  readTable(in, "rows", network.offsets.size() * static_cast<std::size_t>(network.kmers()),
-            network.units, network.rows);
+  readRows(in, network);
   checkRows(in, network);
 }
 

@@ -16,7 +16,9 @@ HmmModel randomModel() {
       row[kind] = roundedToFile(static_cast<float>(random.real()) * 0.99f + 1e-6f);
     }
   }
-  for (std::int16_t& x : model.network.rows) x = static_cast<std::int16_t>(random.below(20000));
+  for (int kmer = 0; kmer < model.network.kmers(); ++kmer) {
+    for (auto& x : model.network.row(0, kmer)) x = static_cast<std::int16_t>(random.below(20000));
+  }
   for (std::int16_t& x : model.network.output) {
     x = static_cast<std::int16_t>(static_cast<int>(random.below(8000)) - 4000);
   }
@@ -121,11 +123,11 @@ TEST(HmmModelFile, EveryCutFileIsRefused) {
 TEST(HmmModelFile, RowsThatCouldLeaveSixteenBitsAreRefused) {
   HmmModel model = toyModel();
   model.network.offsets = {0, 1};
-  model.network.rows.assign(2 * 4 * 16, 0);
-  model.network.rows[5] = 10000;
-  model.network.rows[4 * 16 + 5] = -10000;
+  model.network.clearRows();
+  model.network.row(0, 0)[5] = 10000;
+  model.network.row(1, 0)[5] = -10000;
   EXPECT_TRUE(statusOf(hmmModelText(model)).regular());
-  model.network.rows[4 * 16 + 5] = -10001;
+  model.network.row(1, 0)[5] = -10001;
   EXPECT_EQ(statusOf(hmmModelText(model)).reason, "rows of unit 6 are too large");
 }
 

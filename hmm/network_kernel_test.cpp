@@ -14,15 +14,23 @@ WindowNetwork randomNetwork(int units, Random& random) {
   network.letters = 3;
   network.units = units;
   network.offsets = {-7, -1, 0, 4, 11};
-  const auto fill = [&random](std::vector<std::int16_t>& table, std::size_t size, int most) {
-    table.resize(size);
-    for (auto& x : table) {
+  const auto fillRow = [&random](std::span<std::int16_t> row, int most) {
+    for (auto& x : row) {
       const auto drawn = static_cast<int>(random.below(static_cast<std::uint32_t>(2 * most + 1)));
       x = static_cast<std::int16_t>(drawn - most);
     }
   };
+  const auto fill = [&](std::vector<std::int16_t>& table, std::size_t size, int most) {
+    table.resize(size);
+    fillRow(table, most);
+  };
   const auto count = static_cast<std::size_t>(units);
-  fill(network.rows, network.offsets.size() * 64 * count, kMostRowSum / 5);
+  network.clearRows();
+  for (std::size_t o = 0; o < network.offsets.size(); ++o) {
+    for (int kmer = 0; kmer < network.kmers(); ++kmer) {
+      fillRow(network.row(o, kmer), kMostRowSum / 5);
+    }
+  }
   fill(network.bias, kHmmGcClasses * count, kMostBasePart);
   fill(network.dinucleotide, kDinucleotides * count, 3000);
   fill(network.output, kEmissionKinds * count, kMostOutputSum / units);

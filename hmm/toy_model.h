@@ -22,7 +22,7 @@ inline WindowNetwork neutralNetwork() {
   network.letters = 1;
   network.units = 16;
   network.offsets = {0};
-  network.rows.assign(4 * 16, 0);
+  network.clearRows();
   network.bias.assign(kHmmGcClasses * 16, 0);
   network.dinucleotide.assign(kDinucleotides * 16, 0);
   network.output.assign(kEmissionKinds * 16, 0);

@@ -23,7 +23,7 @@ void addRows(const WindowNetwork& network, std::span<const int> kmers, int i, Un
     if (end < 0 || end >= static_cast<int>(kmers.size())) continue;
     const int kmer = kmers[static_cast<std::size_t>(end)];
     if (kmer < 0) continue;
-    const std::int16_t* row = network.row(static_cast<int>(o), kmer);
+    const std::int16_t* row = network.row(o, kmer);
     for (std::size_t u = 0; u < count; ++u) {
       units[u] = static_cast<std::int16_t>(units[u] + row[u]);
     }

@@ -35,9 +35,9 @@ TEST(WindowNetwork, SaysNothingWithoutWeights) {
 TEST(WindowNetwork, AddsTheRowsAroundABase) {
   WindowNetwork network = neutralNetwork();
   network.offsets = {0, 1};
-  network.rows.assign(2 * 4 * 16, 0);
-  network.rows[1 * 16] = 100;
-  network.rows[(4 + 2) * 16] = 50;
+  network.clearRows();
+  network.row(0, 1)[0] = 100;
+  network.row(1, 2)[0] = 50;
   network.output[2 * 16] = 10;
   network.outputBias[2] = 0.5f;
   const auto factors = factorsOf(network, codesOf("TGT"));
@@ -49,7 +49,7 @@ TEST(WindowNetwork, AddsTheRowsAroundABase) {
 
 TEST(WindowNetwork, UnitsBelowZeroAreSilent) {
   WindowNetwork network = neutralNetwork();
-  network.rows[1 * 16 + 3] = -100;
+  network.row(0, 1)[3] = -100;
   network.output[3] = 10;
   EXPECT_EQ(factorsOf(network, codesOf("T"))[0][0], 1.0f);
 }
@@ -66,7 +66,7 @@ TEST(WindowNetwork, CompositionMovesTheUnitsOfABlock) {
 
 TEST(WindowNetwork, FactorsAreCut) {
   WindowNetwork network = neutralNetwork();
-  network.rows[0] = 20000;
+  network.row(0, 0)[0] = 20000;
   network.output[0] = 30000;
   network.output[16] = -30000;
   network.outputScale = 1.0f;

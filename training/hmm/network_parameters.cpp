@@ -48,15 +48,27 @@ double outputScale(const NetworkLayout& layout, const Parameters& p) {
   return std::min(20000.0, room / std::max(most, 1e-3));
 }
 
+std::int16_t inSteps(float x, double scale) {
+  const double step = std::round(static_cast<double>(x) * scale);
+  return static_cast<std::int16_t>(std::clamp(step, -32767.0, 32767.0));
+}
+
 // Numbers [begin, end) in whole steps.
 std::vector<std::int16_t> inSteps(const Parameters& p, std::size_t begin, std::size_t end,
                                   double scale) {
   std::vector<std::int16_t> steps;
-  for (std::size_t i = begin; i < end; ++i) {
-    const double step = std::round(static_cast<double>(p[i]) * scale);
-    steps.push_back(static_cast<std::int16_t>(std::clamp(step, -32767.0, 32767.0)));
-  }
+  for (std::size_t i = begin; i < end; ++i) steps.push_back(inSteps(p[i], scale));
   return steps;
+}
+
+void storeRows(const Parameters& p, double scale, WindowNetwork& network) {
+  network.clearRows();
+  const float* next = p.data();
+  for (std::size_t o = 0; o < network.offsets.size(); ++o) {
+    for (int kmer = 0; kmer < network.kmers(); ++kmer) {
+      for (std::int16_t& x : network.row(o, kmer)) x = inSteps(*next++, scale);
+    }
+  }
 }
 
 }  // namespace
@@ -88,7 +100,7 @@ void storeParameters(const NetworkShape& shape, const Parameters& p, HmmModel& m
   network.letters = shape.letters;
   network.units = shape.units;
   network.offsets = shape.offsets;
-  network.rows = inSteps(p, 0, layout.bias(0), hidden);
+  storeRows(p, hidden, network);
   network.bias = inSteps(p, layout.bias(0), layout.pair(0), hidden);
   network.dinucleotide = inSteps(p, layout.pair(0), layout.output(0), hidden);
   network.output = inSteps(p, layout.output(0), layout.outputBias(), output);
