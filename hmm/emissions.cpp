@@ -1,5 +1,7 @@
 #include "hmm/emissions.h"
 
+#include <algorithm>
+
 #include "core/base_code.h"
 
 namespace velto {
@@ -28,11 +30,11 @@ float codonProbability(int wrong, float substitution) {
 }
 
 float kozakRatio(const HmmModel& model, std::span<const short> codes, int i) {
+  const int first = std::max(0, kKozakLeft - i);
+  const int last = std::min(kKozakPlaces, static_cast<int>(codes.size()) - i + kKozakLeft - 3);
   float product = 1.0f;
-  for (int place = 0; place < kKozakPlaces; ++place) {
-    const int at = i + kozakOffset(place);
-    if (at < 0 || at >= static_cast<int>(codes.size())) continue;
-    const int code = codes[static_cast<std::size_t>(at)];
+  for (int place = first; place < last; ++place) {
+    const int code = codes[static_cast<std::size_t>(i + kozakOffset(place))];
     if (!isKnownBase(code)) continue;
     product *= model.kozak[static_cast<std::size_t>(place)][static_cast<std::size_t>(code)];
   }
@@ -43,23 +45,6 @@ float kozakRatio(const HmmModel& model, std::span<const short> codes, int i) {
 float codonStartProbability(const short* codon, float substitution) {
   const int wrong = mismatches(codon, kStartCodon);
   return wrong > 1 ? 0.0f : codonProbability(wrong, substitution);
-}
-
-// What a start or stop codon that is read as a given one weighs.
-struct CodonWeights {
-  std::array<float, 64> start, stop;  // [16 x first + 4 x second + third base code]; start:
-                                      // probability, stop: weight
-};
-
-CodonWeights weighCodons(const HmmModel& model, const PathWeights& weights, float substitution) {
-  CodonWeights codons;
-  for (std::size_t c = 0; c < codons.start.size(); ++c) {
-    const short codon[] = {static_cast<short>(c / 16), static_cast<short>(c / 4 % 4),
-                           static_cast<short>(c % 4)};
-    codons.start[c] = codonStartProbability(codon, substitution);
-    codons.stop[c] = stopWeight(model, weights, codon, 0, substitution);
-  }
-  return codons;
 }
 
 // A substitution is a mixture, not a state: a base that does not fit may be a wrong one. The base
@@ -94,27 +79,21 @@ float errorFreeShare(const EmissionRow& row, int phase, float factor, float subs
   return right / (right + (1.0f - probability) * (substitution / 3.0f));
 }
 
-void indexContexts(std::span<const short> codes, std::vector<int>& fiveMers) {
-  fiveMers.resize(codes.size());
-  int fiveMer = 0;
-  for (std::size_t i = 0; i < codes.size(); ++i) {
-    const int code = isKnownBase(codes[i]) ? codes[i] : static_cast<int>((7 * i + 3) % 4);
-    fiveMer = ((fiveMer << 2) | code) & (kFiveMers - 1);
-    fiveMers[i] = fiveMer;
+CodonWeights::CodonWeights(const HmmModel& model, const PathWeights& weights, const BaseRates& mean)
+    : model_(model), weights_(weights), contextShare_{1.0f, 1.0f, afterStartShare(mean)} {
+  for (std::size_t c = 0; c < kCodons; ++c) {
+    const short codon[] = {static_cast<short>(c / 16), static_cast<short>(c / 4 % 4),
+                           static_cast<short>(c % 4)};
+    start_[c] = codonStartProbability(codon, mean.substitution);
+    stop_[c] = stopWeight(model, weights, codon, 0, mean.substitution);
   }
 }
 
-void indexStartContexts(std::span<const short> codes, std::vector<StartContext>& contexts) {
-  contexts.resize(codes.size());
-  for (std::size_t i = 0; i < codes.size(); ++i) {
-    contexts[i] = i < 3 ? kOpenFrame : contexts[i - 3];
-    if (i < 3 || !isCodon(codes, static_cast<int>(i) - 3)) continue;
-    const short* before = codes.data() + i - 3;
-    if (mismatches(before, kStartCodon) == 0) contexts[i] = kAfterStart;
-    for (const auto& stop : kStops) {
-      if (mismatches(before, stop) == 0) contexts[i] = kAfterStop;
-    }
-  }
+float CodonWeights::startWithKozak(std::span<const short> codes, const ReadContext& context,
+                                   std::size_t i, float probability) const {
+  const StartContext before = context.starts[i];
+  return weights_.start[before] * probability * kozakRatio(model_, codes, static_cast<int>(i)) *
+         contextShare_[before];
 }
 
 float afterStartShare(const BaseRates& rates) {
@@ -144,33 +123,25 @@ float stopWeight(const HmmModel& model, const PathWeights& weights, std::span<co
 }
 
 void emit(const HmmModel& model, const PathWeights& weights, const ReadView& read,
-          const FileRates& rates, std::span<const int> fiveMers,
-          std::span<const StartContext> contexts, std::span<const Composition> blocks,
-          std::span<const Factors> factors, std::vector<BaseEmission>& emissions) {
+          const FileRates& rates, const ReadContext& context, std::span<const Factors> factors,
+          std::vector<BaseEmission>& emissions) {
   constexpr Factors kNeutral = {1, 1, 1, 1, 1, 1, 1, 1};
   const std::size_t length = read.codes.size();
   emissions.resize(length);
-  const CodonWeights codons = weighCodons(model, weights, rates.mean.substitution);
-  const std::array<float, kStartContexts> contextShare = {1.0f, 1.0f, afterStartShare(rates.mean)};
+  const CodonWeights codons(model, weights, rates.mean);
   Mixture mixture(rates.mean.substitution);
   int gcClass = 0;
   for (std::size_t i = 0; i < length; ++i) {
-    if (i % kCompositionBlock == 0) gcClass = blocks[i / kCompositionBlock].gcClass();
+    if (i % kCompositionBlock == 0) gcClass = context.blocks[i / kCompositionBlock].gcClass();
     const Factors& factor = factors.empty() ? kNeutral : factors[i];
     const BaseRates base = rates.at(read.phred, i);
     if (rates.byQuality) mixture = Mixture(base.substitution);
     BaseEmission& out = emissions[i];
     const bool known = isKnownBase(read.codes[i]);
-    out.kind = known ? mixed(model.emission(gcClass, fiveMers[i]), factor, mixture) : factor;
-    out.start = out.stop = 0.0f;
-    if (isCodon(read.codes, static_cast<int>(i))) {
-      const auto codon = static_cast<std::size_t>(fiveMers[i + 2] % 64);
-      out.stop = codons.stop[codon];
-      if (codons.start[codon] > 0.0f) {
-        out.start = weights.start[contexts[i]] * codons.start[codon] *
-                    kozakRatio(model, read.codes, static_cast<int>(i)) * contextShare[contexts[i]];
-      }
-    }
+    out.kind =
+        known ? mixed(model.emission(gcClass, context.fiveMers[i]), factor, mixture) : factor;
+    out.start = codons.start(read.codes, context, i);
+    out.stop = codons.stop(context, i);
     out.insertion = known ? 0.25f * base.insertion : base.insertion;
     out.deletion = base.deletion;
     out.stay = 1.0f - base.insertion - base.deletion;

@@ -1,13 +1,14 @@
 // What the model says about each base of a read before any path is looked at.
 #pragma once
 
+#include <array>
 #include <span>
 #include <vector>
 
 #include "core/read_view.h"
 #include "hmm/base_rates.h"
-#include "hmm/composition.h"
 #include "hmm/hmm_model.h"
+#include "hmm/read_context.h"
 #include "hmm/window_network.h"
 
 namespace velto {
@@ -25,13 +26,6 @@ struct BaseEmission {
 // Share of the emission of a phase that is due to an error-free base: (1 - s) T f / e.
 float errorFreeShare(const EmissionRow& row, int phase, float factor, float substitution);
 
-// The 5-mer that ends at base i: bases before the read count as code 0, an unknown base j as code
-// (7 j + 3) mod 4.
-void indexContexts(std::span<const short> codes, std::vector<int>& fiveMers);
-
-// What stands before the codon that begins at each base.
-void indexStartContexts(std::span<const short> codes, std::vector<StartContext>& contexts);
-
 // How often a start codon stands behind another ATG of its frame, with these error rates: hardly
 // ever, but for a shift in between that moved other bases into the frame.
 float afterStartShare(const BaseRates& rates);
@@ -44,11 +38,33 @@ float startWeight(const HmmModel& model, const PathWeights& weights, std::span<c
 float stopWeight(const HmmModel& model, const PathWeights& weights, std::span<const short> codes,
                  int i, float substitution);
 
+// The weights of all codons with the mean rates of a file.
+class CodonWeights {
+ public:
+  CodonWeights(const HmmModel& model, const PathWeights& weights, const BaseRates& mean);
+
+  // Of entering a start or stop codon at base i.
+  float start(std::span<const short> codes, const ReadContext& context, std::size_t i) const {
+    const float probability = start_[context.codons[i]];
+    return probability == 0.0f ? 0.0f : startWithKozak(codes, context, i, probability);
+  }
+  float stop(const ReadContext& context, std::size_t i) const { return stop_[context.codons[i]]; }
+
+ private:
+  float startWithKozak(std::span<const short> codes, const ReadContext& context, std::size_t i,
+                       float probability) const;
+
+  const HmmModel& model_;
+  const PathWeights& weights_;
+  std::array<float, kUnreadCodon + 1> start_{};  // [codon] probability of reading ATG as this one
+  std::array<float, kUnreadCodon + 1> stop_{};   // [codon] weight
+  std::array<float, kStartContexts> contextShare_;
+};
+
 // Emissions of every base with the model's tables. `factors` are the network's, one per base, or
 // empty: all 1.
 void emit(const HmmModel& model, const PathWeights& weights, const ReadView& read,
-          const FileRates& rates, std::span<const int> fiveMers,
-          std::span<const StartContext> contexts, std::span<const Composition> blocks,
-          std::span<const Factors> factors, std::vector<BaseEmission>& emissions);
+          const FileRates& rates, const ReadContext& context, std::span<const Factors> factors,
+          std::vector<BaseEmission>& emissions);
 
 }  // namespace velto

@@ -10,28 +10,15 @@ namespace {
 std::vector<BaseEmission> emissionsOf(const ReadView& read, const FileRates& rates,
                                       const std::vector<Factors>& factors = {}) {
   const HmmModel model = toyModel();
-  std::vector<int> fiveMers;
-  std::vector<StartContext> contexts;
-  std::vector<Composition> blocks;
+  ReadContext context;
   std::vector<BaseEmission> emissions;
-  indexContexts(read.codes, fiveMers);
-  indexStartContexts(read.codes, contexts);
-  compose(read.codes, blocks);
-  emit(model, model.weights, read, rates, fiveMers, contexts, blocks, factors, emissions);
+  context.index(read.codes);
+  emit(model, model.weights, read, rates, context, factors, emissions);
   return emissions;
 }
 
 FileRates ratesOf(double insertion, double deletion, double substitution) {
   return FileRates({insertion, deletion, substitution}, {});
-}
-
-TEST(Emissions, ContextsFillUpWithCodesOfTheirOwn) {
-  std::vector<int> fiveMers;
-  indexContexts(codesOf("TNGC"), fiveMers);
-  const int unknown = (7 * 1 + 3) % 4;  // 2
-  EXPECT_EQ(fiveMers[0], 1);
-  EXPECT_EQ(fiveMers[1], 4 * 1 + unknown);
-  EXPECT_EQ(fiveMers[3], 64 * 1 + 16 * unknown + 4 * 2 + 3);
 }
 
 TEST(Emissions, SubstitutionIsAMixture) {
@@ -72,13 +59,6 @@ TEST(Emissions, StartWeightAllowsOneWrongBase) {
   EXPECT_EQ(weight("CTC"), 0.0f);
   EXPECT_EQ(weight("ATN"), 0.0f);
   EXPECT_EQ(weight("AT"), 0.0f);
-}
-
-TEST(Emissions, LastStartOrStopInFrameIsTheContext) {
-  std::vector<StartContext> contexts;
-  indexStartContexts(codesOf("ATGCCCTAACCATGNGCC"), contexts);
-  const std::vector<int> expected = {0, 0, 0, 2, 0, 0, 2, 0, 0, 1, 0, 0, 1, 0, 2, 1, 0, 2};
-  EXPECT_EQ(std::vector<int>(contexts.begin(), contexts.end()), expected);
 }
 
 TEST(Emissions, StartsBehindAnotherAreRareWhereErrorsAre) {

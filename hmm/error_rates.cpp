@@ -139,8 +139,8 @@ class Learner {
   }
 
   double substituted(const StateRow& state, std::size_t i, float substitution) const {
-    const int gcClass = lattice_.blocks[i / kCompositionBlock].gcClass();
-    const EmissionRow& row = model_.emission(gcClass, lattice_.fiveMers[i]);
+    const int gcClass = lattice_.context.blocks[i / kCompositionBlock].gcClass();
+    const EmissionRow& row = model_.emission(gcClass, lattice_.context.fiveMers[i]);
     double sum = 0.0;
     for (int k = 0; k < 3; ++k) {
       sum += state[static_cast<std::size_t>(kC0 + k)] *

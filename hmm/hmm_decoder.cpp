@@ -27,8 +27,9 @@ struct HmmScratch : Decoder::Scratch {
   std::vector<FramePosterior> frames;
   PathTrace trace;
 #ifdef VELTO_HIGHWAY
+  EmissionLanes emissionLanes;
+  LaneEmissions emissions;
   LatticeLanes lanes;
-  std::array<std::vector<BaseEmission>, kLanes> emissions;  // [lane]
 #endif
 };
 
@@ -103,11 +104,11 @@ void HmmDecoder::decodeAll(std::span<const ReadView> reads, const Wishes& wishes
   }
   for (; first < order.size(); first += kLanes) {
     const auto group = std::span(order).subspan(first, std::min(kLanes, order.size() - first));
-    for (std::size_t lane = 0; lane < group.size(); ++lane) {
-      own.lattice.prepare(*model_, rates_, reads[group[lane]], true);
-      std::swap(own.lattice.emissions, own.emissions[lane]);
-    }
-    own.lanes.run(model_->weights, std::span(own.emissions).first(group.size()));
+    std::array<ReadView, kLanes> inLanes;
+    std::transform(group.begin(), group.end(), inLanes.begin(),
+                   [&](std::size_t index) { return reads[index]; });
+    own.emissionLanes.fill(*model_, rates_, std::span(inLanes).first(group.size()), own.emissions);
+    own.lanes.run(model_->weights, own.emissions);
     for (std::size_t lane = 0; lane < group.size(); ++lane) {
       Call& call = calls[group[lane]];
       if (!decide(own.lanes.evidence(lane), wishes, call)) continue;

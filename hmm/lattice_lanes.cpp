@@ -1,8 +1,7 @@
-// 1. Kernel  2. Reads into lanes  3. Results of a lane
+// 1. Kernel  2. Results of a lane
 #include "hmm/lattice_lanes.h"
 
 #include <algorithm>
-#include <bit>
 #include <limits>
 
 #undef HWY_TARGET_INCLUDE
@@ -24,7 +23,6 @@ using D = hn::CappedTag<float, kLanes>;
 using V = hn::Vec<D>;
 
 constexpr std::size_t kStates = kHmmStates;
-constexpr std::size_t kValues = sizeof(BaseEmission) / sizeof(float);
 
 // Emissions of one position.
 struct Emission {
@@ -35,13 +33,14 @@ struct Emission {
 // As many lanes of the tables as a vector holds.
 class LaneGroup {
  public:
-  HWY_ATTR LaneGroup(const PathWeights& weights, LaneTables& tables, std::size_t firstLane)
-      : weights_(weights), tables_(tables), firstLane_(firstLane) {}
+  HWY_ATTR LaneGroup(const PathWeights& weights, const LaneEmissions& emissions, LaneTables& tables,
+                     std::size_t firstLane)
+      : weights_(weights), emissions_(emissions), tables_(tables), firstLane_(firstLane) {}
 
   HWY_ATTR void runForward() {
     V row[kStates];
     for (V& x : row) x = hn::Zero(d_);
-    for (std::size_t p = 0; p < tables_.positions; ++p) {
+    for (std::size_t p = 0; p < emissions_.positions; ++p) {
       const Emission e = emissionAt(p);
       if (p > 0) stepForward(e, row);
       beginReads(p, row);
@@ -55,7 +54,7 @@ class LaneGroup {
   HWY_ATTR void runBackward() {
     V row[kStates];
     for (V& x : row) x = hn::Set(d_, 1.0f);
-    for (std::size_t p = tables_.positions; p-- > 0;) {
+    for (std::size_t p = emissions_.positions; p-- > 0;) {
       const Emission e = emissionAt(p);
       writePosterior(p, e, row);
       stepBackward(e, row);
@@ -67,28 +66,30 @@ class LaneGroup {
   HWY_ATTR V load(const LaneRow& row) const { return hn::LoadU(d_, row.data() + firstLane_); }
   HWY_ATTR void store(V x, LaneRow& row) const { hn::StoreU(x, d_, row.data() + firstLane_); }
 
-  bool isRescaled(std::size_t p) const { return (tables_.positions - 1 - p) % kRescaleStep == 0; }
+  bool isRescaled(std::size_t p) const {
+    return (emissions_.positions - 1 - p) % kRescaleStep == 0;
+  }
 
   HWY_ATTR Emission emissionAt(std::size_t p) const {
-    const LaneRow* rows = tables_.emission.data() + p * kValues;
+    const LaneRow* rows = emissions_.rows.data() + p * kLaneEmissions;
     Emission e;
-    for (std::size_t k = 0; k < kEmissionKinds; ++k) e.kind[k] = load(rows[k]);
-    e.start = load(rows[kEmissionPlaces]);
-    e.stop = load(rows[kEmissionPlaces + 1]);
-    e.insertion = load(rows[kEmissionPlaces + 2]);
-    e.deletion = load(rows[kEmissionPlaces + 3]);
-    e.stay = load(rows[kEmissionPlaces + 4]);
+    for (std::size_t k = 0; k < kEmissionKinds; ++k) e.kind[k] = load(rows[kLaneKind + k]);
+    e.start = load(rows[kLaneStart]);
+    e.stop = load(rows[kLaneStop]);
+    e.insertion = load(rows[kLaneInsertion]);
+    e.deletion = load(rows[kLaneDeletion]);
+    e.stay = load(rows[kLaneStay]);
     return e;
   }
 
   // Puts the first row of every read that begins here into its lane.
   HWY_ATTR void beginReads(std::size_t p, V (&row)[kStates]) const {
-    const auto begin = tables_.begin.begin() + static_cast<std::ptrdiff_t>(firstLane_);
+    const auto begin = emissions_.begin.begin() + static_cast<std::ptrdiff_t>(firstLane_);
     const auto end = begin + static_cast<std::ptrdiff_t>(hn::Lanes(d_));
     if (std::find(begin, end, p) == end) return;
     for (std::size_t lane = 0; lane < hn::Lanes(d_); ++lane) {
       if (begin[static_cast<std::ptrdiff_t>(lane)] != p) continue;
-      const StateRow first = firstRow(weights_, emissionOfLane(p, firstLane_ + lane));
+      const StateRow first = firstRow(weights_, emissions_.at(p, firstLane_ + lane));
       for (std::size_t s = 0; s < kStates; ++s) {
         HWY_ALIGN float values[kLanes];
         hn::Store(row[s], d_, values);
@@ -96,12 +97,6 @@ class LaneGroup {
         row[s] = hn::Load(d_, values);
       }
     }
-  }
-
-  BaseEmission emissionOfLane(std::size_t p, std::size_t lane) const {
-    std::array<float, kValues> values;
-    for (std::size_t v = 0; v < kValues; ++v) values[v] = tables_.emission[p * kValues + v][lane];
-    return std::bit_cast<BaseEmission>(values);
   }
 
   HWY_ATTR void stepForward(const Emission& e, V (&row)[kStates]) const {
@@ -219,13 +214,15 @@ class LaneGroup {
 
   const D d_{};
   const PathWeights& weights_;
+  const LaneEmissions& emissions_;
   LaneTables& tables_;
   const std::size_t firstLane_;
 };
 
-HWY_ATTR void runLanes(const PathWeights& weights, LaneTables& tables) {
+HWY_ATTR void runLanes(const PathWeights& weights, const LaneEmissions& emissions,
+                       LaneTables& tables) {
   for (std::size_t lane = 0; lane < kLanes; lane += hn::Lanes(D())) {
-    LaneGroup group(weights, tables, lane);
+    LaneGroup group(weights, emissions, tables, lane);
     group.runForward();
     group.runBackward();
   }
@@ -240,57 +237,35 @@ namespace velto {
 
 HWY_EXPORT(runLanes);
 
-// ---- 2. Reads into lanes
+// ---- 2. Results of a lane
 
-void LatticeLanes::run(const PathWeights& weights,
-                       std::span<const std::vector<BaseEmission>> reads) {
-  constexpr std::size_t kValues = sizeof(BaseEmission) / sizeof(float);
-  LaneTables& t = tables_;
-  t.positions = 0;
-  for (const auto& read : reads) t.positions = std::max(t.positions, read.size());
-  t.emission.resize(t.positions * kValues);
-  t.forward.resize(t.positions * kHmmStates);
-  t.scale.resize(t.positions);
-  t.posterior.resize(t.positions * kLanePosteriors);
-  for (std::size_t lane = 0; lane < kLanes; ++lane) {
-    interleave(lane, lane < reads.size() ? reads[lane] : std::span<const BaseEmission>());
-  }
-  HWY_DYNAMIC_DISPATCH(runLanes)(weights, t);
+void LatticeLanes::run(const PathWeights& weights, const LaneEmissions& emissions) {
+  emissions_ = &emissions;
+  tables_.forward.resize(emissions.positions * kHmmStates);
+  tables_.scale.resize(emissions.positions);
+  tables_.posterior.resize(emissions.positions * kLanePosteriors);
+  HWY_DYNAMIC_DISPATCH(runLanes)(weights, emissions, tables_);
 }
-
-// Before its read a lane emits nothing.
-void LatticeLanes::interleave(std::size_t lane, std::span<const BaseEmission> read) {
-  using Values = std::array<float, sizeof(BaseEmission) / sizeof(float)>;
-  tables_.begin[lane] = tables_.positions - read.size();
-  LaneRow* out = tables_.emission.data();
-  for (LaneRow* end = out + tables_.begin[lane] * std::tuple_size_v<Values>; out != end; ++out) {
-    (*out)[lane] = 0.0f;
-  }
-  for (const BaseEmission& base : read) {
-    for (const float value : std::bit_cast<Values>(base)) (*out++)[lane] = value;
-  }
-}
-
-// ---- 3. Results of a lane
 
 ReadEvidence LatticeLanes::evidence(std::size_t lane) const {
-  const LaneTables& t = tables_;
+  const std::size_t positions = emissions_->positions;
   StateRow last;
   for (std::size_t s = 0; s < kHmmStates; ++s) {
-    last[s] = t.forward[(t.positions - 1) * kHmmStates + s][lane];
+    last[s] = tables_.forward[(positions - 1) * kHmmStates + s][lane];
   }
   double sum = 0.0;
-  for (std::size_t p = t.begin[lane]; p < t.positions; ++p) {
-    sum += t.posterior[p * kLanePosteriors + kOfRegion][lane];
+  for (std::size_t p = emissions_->begin[lane]; p < positions; ++p) {
+    sum += tables_.posterior[p * kLanePosteriors + kOfRegion][lane];
   }
   return evidenceOf(last, sum);
 }
 
 void LatticeLanes::framePosteriors(std::size_t lane, float factor,
                                    std::vector<FramePosterior>& frames) const {
-  frames.resize(tables_.positions - tables_.begin[lane]);
+  const std::size_t begin = emissions_->begin[lane];
+  frames.resize(emissions_->positions - begin);
   std::size_t phase0 = 0;
-  const LaneRow* row = tables_.posterior.data() + tables_.begin[lane] * kLanePosteriors;
+  const LaneRow* row = tables_.posterior.data() + begin * kLanePosteriors;
   for (FramePosterior& out : frames) {
     for (std::size_t k = 0; k < 3; ++k) {
       const std::size_t f = (phase0 + 3 - k) % 3;

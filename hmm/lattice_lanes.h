@@ -2,13 +2,12 @@
 // processor's vectors. All results equal those of runForward and runBackward to the last bit.
 #pragma once
 
-#include <array>
 #include <cstddef>
-#include <span>
 #include <vector>
 
 #include "hmm/coding_path.h"
 #include "hmm/forward_backward.h"
+#include "hmm/lane_emissions.h"
 #include "hmm/read_decision.h"
 
 namespace velto {
@@ -24,34 +23,26 @@ enum LanePosterior {
   kLanePosteriors
 };
 
-// Values of one base position for every lane.
-using LaneRow = std::array<float, 8>;  // [lane]
-constexpr std::size_t kLanes = std::tuple_size_v<LaneRow>;
-
-// Rows of values by base position. The reads stand so that all end together: positions count from
-// the first base of the longest.
+// Rows of values by base position, for the emissions of some reads.
 struct LaneTables {
-  std::size_t positions = 0;
-  std::array<std::size_t, kLanes> begin{};  // [lane] of the read's first base; positions: no read
-  std::vector<LaneRow> emission;            // [position][value of BaseEmission, in its order]
-  std::vector<LaneRow> forward;             // [position][HmmState]
-  std::vector<LaneRow> scale;               // [position]
-  std::vector<LaneRow> posterior;           // [position][LanePosterior]
+  std::vector<LaneRow> forward;    // [position][HmmState]
+  std::vector<LaneRow> scale;      // [position]
+  std::vector<LaneRow> posterior;  // [position][LanePosterior]
 };
 
 // Memory kept from group to group of reads; for one thread at a time.
 class LatticeLanes {
  public:
-  // Runs forward and backward over the emissions of up to kLanes reads of one base or more.
-  void run(const PathWeights& weights, std::span<const std::vector<BaseEmission>> reads);
+  // Runs forward and backward over emissions of one position or more, which it refers to until the
+  // next run.
+  void run(const PathWeights& weights, const LaneEmissions& emissions);
 
   // Of the read in a lane of the last run.
   ReadEvidence evidence(std::size_t lane) const;
   void framePosteriors(std::size_t lane, float factor, std::vector<FramePosterior>& frames) const;
 
  private:
-  void interleave(std::size_t lane, std::span<const BaseEmission> read);
-
+  const LaneEmissions* emissions_ = nullptr;  // of the last run
   LaneTables tables_;
 };
 

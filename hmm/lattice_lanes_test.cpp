@@ -50,6 +50,26 @@ void expectPlain(const PathWeights& weights, const std::vector<BaseEmission>& em
   }
 }
 
+LaneEmissions inLanes(const std::vector<std::vector<BaseEmission>>& reads) {
+  LaneEmissions lanes;
+  std::vector<std::size_t> lengths;
+  for (const auto& read : reads) lengths.push_back(read.size());
+  lanes.arrange(lengths);
+  for (std::size_t lane = 0; lane < reads.size(); ++lane) {
+    LaneRow* row = lanes.rows.data() + lanes.begin[lane] * kLaneEmissions;
+    for (const BaseEmission& e : reads[lane]) {
+      for (std::size_t k = 0; k < kEmissionKinds; ++k) row[kLaneKind + k][lane] = e.kind[k];
+      row[kLaneStart][lane] = e.start;
+      row[kLaneStop][lane] = e.stop;
+      row[kLaneInsertion][lane] = e.insertion;
+      row[kLaneDeletion][lane] = e.deletion;
+      row[kLaneStay][lane] = e.stay;
+      row += kLaneEmissions;
+    }
+  }
+  return lanes;
+}
+
 // The lanes of one object after another, so that rows of an earlier group are met.
 void expectPlainOnThisTarget(std::uint64_t seed) {
   Random random(seed);
@@ -59,7 +79,8 @@ void expectPlainOnThisTarget(std::uint64_t seed) {
        {std::vector<int>{200, 199, 198, 180, 64, 5, 2, 1}, {1}, {7, 7, 7}, {90, 3, 90, 1, 90}}) {
     std::vector<std::vector<BaseEmission>> reads;
     for (const int length : lengths) reads.push_back(randomEmissions(length, random));
-    lanes.run(weights, reads);
+    const LaneEmissions emissions = inLanes(reads);
+    lanes.run(weights, emissions);
     for (std::size_t lane = 0; lane < reads.size(); ++lane) {
       SCOPED_TRACE(lane);
       expectPlain(weights, reads[lane], lanes, lane);
@@ -79,7 +100,8 @@ TEST(LatticeLanes, EqualThePlainSumsOnEverySetOfInstructions) {
 TEST(LatticeLanes, ReadWithoutAnyPathHasNoPosteriors) {
   std::vector<std::vector<BaseEmission>> reads(2, std::vector<BaseEmission>(9));
   LatticeLanes lanes;
-  lanes.run(toyModel().weights, reads);
+  const LaneEmissions emissions = inLanes(reads);
+  lanes.run(toyModel().weights, emissions);
   expectPlain(toyModel().weights, reads[1], lanes, 1);
   EXPECT_EQ(lanes.evidence(1).codingBases, 0.0);
 }

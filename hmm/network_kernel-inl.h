@@ -209,59 +209,6 @@ class NetworkKernel {
   const UnitAdder addUnits_;
 };
 
-// basePart, operation by operation.
-HWY_ATTR inline void basePartInVectors(const WindowNetwork& network, const Composition& composition,
-                                       std::int16_t* units) {
-  const hn::CappedTag<float, 8> d;
-  const hn::RebindToSigned<decltype(d)> whole;
-  const hn::Rebind<std::int16_t, decltype(d)> narrow;
-  std::array<float, kDinucleotides> inputs;
-  for (std::size_t pair = 0; pair < inputs.size(); ++pair) {
-    inputs[pair] = composition.input(static_cast<int>(pair));
-  }
-  const auto count = static_cast<std::size_t>(network.units);
-  const auto load = [&](const std::int16_t* x) HWY_ATTR {
-    return hn::ConvertTo(d, hn::PromoteTo(whole, hn::LoadU(narrow, x)));
-  };
-  const std::int16_t* bias =
-      network.bias.data() + static_cast<std::size_t>(composition.gcClass()) * count;
-  for (std::size_t u = 0; u < count; u += hn::Lanes(d)) {
-    auto sum = load(bias + u);
-    const std::int16_t* weights = network.dinucleotide.data() + u;
-    for (const float input : inputs) {
-      sum = hn::Add(sum, hn::Mul(load(weights), hn::Set(d, input)));
-      weights += count;
-    }
-    const auto half = hn::Set(d, 0.5f);
-    const auto away =
-        hn::IfThenElse(hn::Lt(sum, hn::Zero(d)), hn::Sub(sum, half), hn::Add(sum, half));
-    const auto rounded = hn::ConvertTo(whole, away);
-    const auto cut =
-        hn::Max(hn::Min(rounded, hn::Set(whole, kMostBasePart)), hn::Set(whole, -kMostBasePart));
-    hn::StoreU(hn::DemoteTo(narrow, cut), narrow, units + u);
-  }
-}
-
-// Where the rows of a read's k-mers begin, zeros beyond the read.
-class RowPlaces {
- public:
-  // `before` bases stand before the read's first one.
-  void fill(const WindowNetwork& network, std::span<const int> kmers, std::size_t before) {
-    places_.assign(before + kmers.size() + 2 * kMostOffset, network.unknownKmer() * network.units);
-    int* out = places_.data() + kMostOffset + before;
-    for (const int kmer : kmers) {
-      if (kmer >= 0) *out = kmer * network.units;
-      ++out;
-    }
-  }
-
-  // Of base i, from the first of those before.
-  const int* at(std::size_t i) const { return places_.data() + kMostOffset + i; }
-
- private:
-  std::vector<int> places_;
-};
-
 }  // namespace
 }  // namespace velto::HWY_NAMESPACE
 HWY_AFTER_NAMESPACE();

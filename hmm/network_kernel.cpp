@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "hmm/row_places.h"
+
 #undef HWY_TARGET_INCLUDE
 #define HWY_TARGET_INCLUDE "hmm/network_kernel.cpp"
 #include <hwy/foreach_target.h>
@@ -13,36 +15,68 @@ HWY_BEFORE_NAMESPACE();
 namespace velto::HWY_NAMESPACE {
 namespace {
 
-std::vector<std::int16_t> basePartsOf(const WindowNetwork& network,
-                                      std::span<const Composition> blocks) {
-  const auto units = static_cast<std::size_t>(network.units);
-  std::vector<std::int16_t> parts(blocks.size() * units);
-  for (std::size_t b = 0; b < blocks.size(); ++b) {
-    basePartInVectors(network, blocks[b], parts.data() + b * units);
+// basePart, operation by operation.
+HWY_ATTR void basePartInVectors(const WindowNetwork& network, const Composition& composition,
+                                std::int16_t* units) {
+  const hn::CappedTag<float, 8> d;
+  const hn::RebindToSigned<decltype(d)> whole;
+  const hn::Rebind<std::int16_t, decltype(d)> narrow;
+  std::array<float, kDinucleotides> inputs;
+  for (std::size_t pair = 0; pair < inputs.size(); ++pair) {
+    inputs[pair] = composition.input(static_cast<int>(pair));
   }
-  return parts;
+  const auto count = static_cast<std::size_t>(network.units);
+  const auto load = [&](const std::int16_t* x) HWY_ATTR {
+    return hn::ConvertTo(d, hn::PromoteTo(whole, hn::LoadU(narrow, x)));
+  };
+  const std::int16_t* bias =
+      network.bias.data() + static_cast<std::size_t>(composition.gcClass()) * count;
+  for (std::size_t u = 0; u < count; u += hn::Lanes(d)) {
+    auto sum = load(bias + u);
+    const std::int16_t* weights = network.dinucleotide.data() + u;
+    for (const float input : inputs) {
+      sum = hn::Add(sum, hn::Mul(load(weights), hn::Set(d, input)));
+      weights += count;
+    }
+    const auto half = hn::Set(d, 0.5f);
+    const auto away =
+        hn::IfThenElse(hn::Lt(sum, hn::Zero(d)), hn::Sub(sum, half), hn::Add(sum, half));
+    const auto rounded = hn::ConvertTo(whole, away);
+    const auto cut =
+        hn::Max(hn::Min(rounded, hn::Set(whole, kMostBasePart)), hn::Set(whole, -kMostBasePart));
+    hn::StoreU(hn::DemoteTo(narrow, cut), narrow, units + u);
+  }
+}
+
+HWY_ATTR void fillBaseParts(const WindowNetwork& network, std::span<const Composition> blocks,
+                            std::int16_t* parts) {
+  for (const Composition& block : blocks) {
+    basePartInVectors(network, block, parts);
+    parts += network.units;
+  }
 }
 
 // Behind the read's end, the last base fills the eight up.
-HWY_ATTR void fillFactors(const WindowNetwork& network, std::span<const int> kmers,
-                          std::span<const Composition> blocks, std::vector<Factors>& factors) {
+HWY_ATTR void fillFactors(const WindowNetwork& network, const ReadContext& context,
+                          std::vector<Factors>& factors) {
   Factors ones;
   ones.fill(1.0f);
-  factors.assign(kmers.size(), ones);
+  factors.assign(context.length(), ones);
   RowPlaces places;
-  places.fill(network, kmers, 0);
-  const std::vector<std::int16_t> baseParts = basePartsOf(network, blocks);
-  const NetworkKernel kernel(network);
+  places.fill(network, context, 0);
   const auto units = static_cast<std::size_t>(network.units);
-  for (std::size_t first = 0; first < kmers.size(); first += kBasesAtOnce) {
+  std::vector<std::int16_t> baseParts(context.blocks.size() * units);
+  fillBaseParts(network, context.blocks, baseParts.data());
+  const NetworkKernel kernel(network);
+  for (std::size_t first = 0; first < context.length(); first += kBasesAtOnce) {
     NetworkBases bases;
     for (std::size_t b = 0; b < kBasesAtOnce; ++b) {
-      const std::size_t i = std::min(first + b, kmers.size() - 1);
+      const std::size_t i = std::min(first + b, context.length() - 1);
       bases[b] = {places.at(i), baseParts.data() + i / kCompositionBlock * units};
     }
     HWY_ALIGN FactorRows rows;
     kernel.run(bases, rows);
-    for (std::size_t b = 0; b < std::min(kBasesAtOnce, kmers.size() - first); ++b) {
+    for (std::size_t b = 0; b < std::min(kBasesAtOnce, context.length() - first); ++b) {
       for (std::size_t k = 0; k < kEmissionKinds; ++k) factors[first + b][k] = rows[k][b];
     }
   }
@@ -56,10 +90,16 @@ HWY_AFTER_NAMESPACE();
 namespace velto {
 
 HWY_EXPORT(fillFactors);
+HWY_EXPORT(fillBaseParts);
 
-void networkFactorsInVectors(const WindowNetwork& network, std::span<const int> kmers,
-                             std::span<const Composition> blocks, std::vector<Factors>& factors) {
-  HWY_DYNAMIC_DISPATCH(fillFactors)(network, kmers, blocks, factors);
+void networkFactorsInVectors(const WindowNetwork& network, const ReadContext& context,
+                             std::vector<Factors>& factors) {
+  HWY_DYNAMIC_DISPATCH(fillFactors)(network, context, factors);
+}
+
+void basePartsInVectors(const WindowNetwork& network, std::span<const Composition> blocks,
+                        std::int16_t* parts) {
+  HWY_DYNAMIC_DISPATCH(fillBaseParts)(network, blocks, parts);
 }
 
 }  // namespace velto

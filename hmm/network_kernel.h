@@ -10,7 +10,11 @@
 namespace velto {
 
 // networkFactors, equal to it to the last bit.
-void networkFactorsInVectors(const WindowNetwork& network, std::span<const int> kmers,
-                             std::span<const Composition> blocks, std::vector<Factors>& factors);
+void networkFactorsInVectors(const WindowNetwork& network, const ReadContext& context,
+                             std::vector<Factors>& factors);
+
+// basePart of each of the blocks into `parts`, [block][unit], equal to it to the last bit.
+void basePartsInVectors(const WindowNetwork& network, std::span<const Composition> blocks,
+                        std::int16_t* parts);
 
 }  // namespace velto

@@ -63,14 +63,12 @@ TEST(NetworkKernel, EqualsThePlainNetworkOnEverySetOfInstructions) {
     const WindowNetwork network = randomNetwork(units, random);
     for (const int length : {1, 2, 7, 31, 32, 33, 300}) {
       const std::vector<short> codes = randomCodes(length, random);
-      std::vector<int> kmers;
-      std::vector<Composition> blocks;
+      ReadContext context;
       std::vector<Factors> plain, fast;
-      indexKmers(codes, network.letters, kmers);
-      compose(codes, blocks);
-      networkFactors(network, kmers, blocks, plain);
+      context.index(codes);
+      networkFactors(network, context, plain);
       onEveryTarget([&] {
-        networkFactorsInVectors(network, kmers, blocks, fast);
+        networkFactorsInVectors(network, context, fast);
         EXPECT_EQ(plain, fast) << units << " units, " << length << " bases";
       });
     }

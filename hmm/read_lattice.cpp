@@ -17,15 +17,10 @@ constexpr auto fillNetworkFactors = networkFactors;
 
 void ReadLattice::prepare(const HmmModel& model, const FileRates& rates, const ReadView& read,
                           bool useNetwork) {
-  indexContexts(read.codes, fiveMers);
-  indexStartContexts(read.codes, contexts);
-  compose(read.codes, blocks);
+  context.index(read.codes);
   factors.clear();
-  if (useNetwork) {
-    indexKmers(read.codes, model.network.letters, kmers);
-    fillNetworkFactors(model.network, kmers, blocks, factors);
-  }
-  emit(model, model.weights, read, rates, fiveMers, contexts, blocks, factors, emissions);
+  if (useNetwork) fillNetworkFactors(model.network, context, factors);
+  emit(model, model.weights, read, rates, context, factors, emissions);
 }
 
 void ReadLattice::run(const HmmModel& model, const FileRates& rates, const ReadView& read,

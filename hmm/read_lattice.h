@@ -11,9 +11,7 @@ namespace velto {
 
 // Memory kept from read to read, and the results of the last one.
 struct ReadLattice {
-  std::vector<int> fiveMers, kmers;
-  std::vector<StartContext> contexts;
-  std::vector<Composition> blocks;
+  ReadContext context;
   std::vector<Factors> factors;
   std::vector<BaseEmission> emissions;
   ForwardRows forward;

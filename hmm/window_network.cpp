@@ -2,7 +2,6 @@
 
 #include <algorithm>
 
-#include "core/base_code.h"
 #include "hmm/float_math.h"
 
 namespace velto {
@@ -16,12 +15,12 @@ std::int16_t roundedAndCut(float value) {
 }
 
 // Adds the rows of the k-mers around base i. No sum leaves 16 bits: see kMostRowSum.
-void addRows(const WindowNetwork& network, std::span<const int> kmers, int i, Units& units) {
+void addRows(const WindowNetwork& network, const ReadContext& context, int i, Units& units) {
   const auto count = static_cast<std::size_t>(network.units);
   for (std::size_t o = 0; o < network.offsets.size(); ++o) {
     const int end = i + network.offsets[o];
-    if (end < 0 || end >= static_cast<int>(kmers.size())) continue;
-    const int kmer = kmers[static_cast<std::size_t>(end)];
+    if (end < 0 || end >= static_cast<int>(context.length())) continue;
+    const int kmer = context.kmer(static_cast<std::size_t>(end), network.letters);
     if (kmer < 0) continue;
     const std::int16_t* row = network.row(o, kmer);
     for (std::size_t u = 0; u < count; ++u) {
@@ -41,17 +40,6 @@ float factor(const WindowNetwork& network, std::size_t kind, const Units& units)
 
 }  // namespace
 
-void indexKmers(std::span<const short> codes, int letters, std::vector<int>& kmers) {
-  const int mask = (1 << (2 * letters)) - 1;
-  kmers.resize(codes.size());
-  int kmer = 0, known = 0;  // known bases in a row up to here
-  for (std::size_t i = 0; i < codes.size(); ++i) {
-    known = isKnownBase(codes[i]) ? known + 1 : 0;
-    kmer = known > 0 ? ((kmer << 2) | codes[i]) & mask : 0;
-    kmers[i] = known >= letters ? kmer : -1;
-  }
-}
-
 void basePart(const WindowNetwork& network, const Composition& composition,
               std::span<std::int16_t> units) {
   const auto count = static_cast<std::size_t>(network.units);
@@ -68,14 +56,14 @@ void basePart(const WindowNetwork& network, const Composition& composition,
   for (std::size_t u = 0; u < count; ++u) units[u] = roundedAndCut(sums[u]);
 }
 
-void networkFactors(const WindowNetwork& network, std::span<const int> kmers,
-                    std::span<const Composition> blocks, std::vector<Factors>& factors) {
-  factors.resize(kmers.size());
+void networkFactors(const WindowNetwork& network, const ReadContext& context,
+                    std::vector<Factors>& factors) {
+  factors.resize(context.length());
   Units base, units;
-  for (std::size_t i = 0; i < kmers.size(); ++i) {
-    if (i % kCompositionBlock == 0) basePart(network, blocks[i / kCompositionBlock], base);
+  for (std::size_t i = 0; i < context.length(); ++i) {
+    if (i % kCompositionBlock == 0) basePart(network, context.blocks[i / kCompositionBlock], base);
     units = base;
-    addRows(network, kmers, static_cast<int>(i), units);
+    addRows(network, context, static_cast<int>(i), units);
     factors[i].fill(1.0f);
     for (std::size_t kind = 0; kind < kEmissionKinds; ++kind) {
       factors[i][kind] = factor(network, kind, units);

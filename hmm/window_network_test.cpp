@@ -10,19 +10,11 @@ namespace velto {
 namespace {
 
 std::vector<Factors> factorsOf(const WindowNetwork& network, const std::vector<short>& codes) {
-  std::vector<int> kmers;
-  std::vector<Composition> blocks;
+  ReadContext context;
   std::vector<Factors> factors;
-  indexKmers(codes, network.letters, kmers);
-  compose(codes, blocks);
-  networkFactors(network, kmers, blocks, factors);
+  context.index(codes);
+  networkFactors(network, context, factors);
   return factors;
-}
-
-TEST(WindowNetwork, KmersNeedKnownBases) {
-  std::vector<int> kmers;
-  indexKmers(codesOf("ATGNCA"), 2, kmers);
-  EXPECT_EQ(kmers, (std::vector<int>{-1, 4 * 0 + 1, 4 * 1 + 2, -1, -1, 4 * 3 + 0}));
 }
 
 TEST(WindowNetwork, SaysNothingWithoutWeights) {

@@ -75,7 +75,7 @@ double NetworkGradient::add(const LabelledLattice& labelled, const Parameters& p
   HmmModel const& tables = labelled.tables;
   const PathWeights weights = pathWeights(parameters.data() + layout_.pathFactor());
   const FileRates rates(labelled.rates, {});
-  emit(tables, weights, labelled.read, rates, fiveMers_, contexts_, blocks_, factors_, emissions_);
+  emit(tables, weights, labelled.read, rates, context_, factors_, emissions_);
   const LatticeView anyPath{weights, emissions_}, truePaths{weights, emissions_, labelled.masks};
   runForward(anyPath, forward_);
   const double all = logLikelihood(forward_);
@@ -96,32 +96,29 @@ void NetworkGradient::listRows(std::size_t i) {
   const std::size_t kmers = std::size_t{1} << (2 * shape_.letters);
   for (std::size_t o = 0; o < shape_.offsets.size(); ++o) {
     const int end = static_cast<int>(i) + shape_.offsets[o];
-    if (end < 0 || end >= static_cast<int>(kmers_.size())) continue;
-    const int kmer = kmers_[static_cast<std::size_t>(end)];
+    if (end < 0 || end >= static_cast<int>(context_.length())) continue;
+    const int kmer = context_.kmer(static_cast<std::size_t>(end), shape_.letters);
     if (kmer >= 0) rows_.push_back(layout_.row(o * kmers + static_cast<std::size_t>(kmer)));
   }
 }
 
 void NetworkGradient::baseParts(const Parameters& parameters) {
   const std::size_t units = layout_.units();
-  base_.resize(blocks_.size() * units);
-  for (std::size_t b = 0; b < blocks_.size(); ++b) {
+  base_.resize(context_.blocks.size() * units);
+  for (std::size_t b = 0; b < context_.blocks.size(); ++b) {
     float* part = base_.data() + b * units;
-    const auto gcClass = static_cast<std::size_t>(blocks_[b].gcClass());
+    const auto gcClass = static_cast<std::size_t>(context_.blocks[b].gcClass());
     std::copy_n(parameters.data() + layout_.bias(gcClass), units, part);
     for (std::size_t pair = 0; pair < kDinucleotides; ++pair) {
-      addTimes(parameters.data() + layout_.pair(pair), blocks_[b].input(static_cast<int>(pair)),
-               units, part);
+      addTimes(parameters.data() + layout_.pair(pair),
+               context_.blocks[b].input(static_cast<int>(pair)), units, part);
     }
   }
 }
 
 void NetworkGradient::runNetwork(const LabelledLattice& labelled, const Parameters& parameters) {
   const std::size_t length = labelled.read.codes.size(), units = layout_.units();
-  indexContexts(labelled.read.codes, fiveMers_);
-  indexStartContexts(labelled.read.codes, contexts_);
-  indexKmers(labelled.read.codes, shape_.letters, kmers_);
-  compose(labelled.read.codes, blocks_);
+  context_.index(labelled.read.codes);
   baseParts(parameters);
   hidden_.resize(length * units);
   factors_.resize(length);
@@ -147,7 +144,7 @@ void NetworkGradient::addPathGradient(Parameters& gradient) const {
     return true_[i].state[s] - free_[i].state[s];
   };
   for (std::size_t i = 0; i < true_.size(); ++i) {
-    factors[kStartFactor + static_cast<int>(contexts_[i])] += more(i, kS0);
+    factors[kStartFactor + static_cast<int>(context_.starts[i])] += more(i, kS0);
     factors[kStopFactor] += more(i, kE0);
   }
   factors[kCodingFactor] += more(0, kC0) + more(0, kC1) + more(0, kC2);
@@ -160,8 +157,8 @@ Factors NetworkGradient::outputGradient(const LabelledLattice& labelled, std::si
   const StateRow &known = true_[i].state, &all = free_[i].state;
   Factors slope{};
   const bool isKnown = isKnownBase(labelled.read.codes[i]);
-  const int gcClass = blocks_[i / kCompositionBlock].gcClass();
-  const EmissionRow& row = labelled.tables.emission(gcClass, fiveMers_[i]);
+  const int gcClass = context_.blocks[i / kCompositionBlock].gcClass();
+  const EmissionRow& row = labelled.tables.emission(gcClass, context_.fiveMers[i]);
   for (int k = 0; k < 3; ++k) {
     const auto phase = static_cast<std::size_t>(k);
     const float share = isKnown ? errorFreeShare(row, k, factors_[i][phase],
@@ -206,10 +203,10 @@ void NetworkGradient::addNetworkGradient(const LabelledLattice& labelled,
 
 void NetworkGradient::addBlockGradient(std::size_t block, Parameters& gradient) {
   const std::size_t units = layout_.units();
-  const auto gcClass = static_cast<std::size_t>(blocks_[block].gcClass());
+  const auto gcClass = static_cast<std::size_t>(context_.blocks[block].gcClass());
   addTimes(blockGradient_.data(), 1.0f, units, gradient.data() + layout_.bias(gcClass));
   for (std::size_t pair = 0; pair < kDinucleotides; ++pair) {
-    addTimes(blockGradient_.data(), blocks_[block].input(static_cast<int>(pair)), units,
+    addTimes(blockGradient_.data(), context_.blocks[block].input(static_cast<int>(pair)), units,
              gradient.data() + layout_.pair(pair));
   }
 }

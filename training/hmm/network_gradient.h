@@ -39,9 +39,7 @@ class NetworkGradient {
 
   NetworkShape shape_;
   NetworkLayout layout_;
-  std::vector<int> fiveMers_, kmers_;
-  std::vector<StartContext> contexts_;
-  std::vector<Composition> blocks_;
+  ReadContext context_;
   std::vector<float> base_;    // [block][unit] part of the composition
   std::vector<float> hidden_;  // [base][unit] after dropout
   std::vector<Factors> factors_;

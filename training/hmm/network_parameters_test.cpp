@@ -23,20 +23,18 @@ Parameters randomParameters(const NetworkShape& shape, double spread) {
 double factorOf(const NetworkShape& shape, const Parameters& p, const std::vector<short>& codes,
                 int i, std::size_t kind) {
   const NetworkLayout layout(shape);
-  std::vector<int> kmers;
-  std::vector<Composition> blocks;
-  indexKmers(codes, shape.letters, kmers);
-  compose(codes, blocks);
+  ReadContext context;
+  context.index(codes);
   double output = p[layout.outputBias() + kind];
   for (std::size_t u = 0; u < layout.units(); ++u) {
-    double unit = p[layout.bias(static_cast<std::size_t>(blocks[0].gcClass())) + u];
+    double unit = p[layout.bias(static_cast<std::size_t>(context.blocks[0].gcClass())) + u];
     for (int pair = 0; pair < kDinucleotides; ++pair) {
-      unit += p[layout.pair(static_cast<std::size_t>(pair)) + u] * blocks[0].input(pair);
+      unit += p[layout.pair(static_cast<std::size_t>(pair)) + u] * context.blocks[0].input(pair);
     }
     for (std::size_t o = 0; o < shape.offsets.size(); ++o) {
       const int end = i + shape.offsets[o];
       if (end < 0 || end >= static_cast<int>(codes.size())) continue;
-      const int kmer = kmers[static_cast<std::size_t>(end)];
+      const int kmer = context.kmer(static_cast<std::size_t>(end), shape.letters);
       if (kmer < 0) continue;
       const std::size_t index = (o << (2 * shape.letters)) + static_cast<std::size_t>(kmer);
       unit += p[layout.row(index) + u];

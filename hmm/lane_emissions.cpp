@@ -1,0 +1,217 @@
+// 1. Kernel  2. Reads into lanes
+#include "hmm/lane_emissions.h"
+
+#include <algorithm>
+
+#include "hmm/network_kernel.h"
+
+#undef HWY_TARGET_INCLUDE
+#define HWY_TARGET_INCLUDE "hmm/lane_emissions.cpp"
+#include <hwy/foreach_target.h>
+#include <hwy/highway.h>
+
+#include "hmm/network_kernel-inl.h"
+
+// ---- 1. Kernel: the kinds of bases as emit mixes them, operation by operation
+
+HWY_BEFORE_NAMESPACE();
+namespace velto::HWY_NAMESPACE {
+namespace {
+
+static_assert(kBasesAtOnce == kLanes);
+
+// The probabilities of the base of each lane at a position, [EmissionKind][lane].
+HWY_ATTR inline void gatherProbabilities(const EmissionLanes::Lanes& lanes, std::size_t position,
+                                         FactorRows& probabilities) {
+#if HWY_TARGET == HWY_SCALAR
+  for (std::size_t lane = 0; lane < kLanes; ++lane) {
+    const float* row = lanes.lane[lane].probability[position];
+    for (std::size_t k = 0; k < kEmissionKinds; ++k) probabilities[k][lane] = row[k];
+  }
+#else
+  const hn::FixedTag<float, 4> d;
+  for (std::size_t four = 0; four < kLanes; four += 4) {
+    const auto row = [&](std::size_t lane) {
+      return lanes.lane[four + lane].probability[position];
+    };
+    for (std::size_t k = 0; k < kEmissionKinds; k += 4) {
+      const auto a = hn::LoadU(d, row(0) + k), b = hn::LoadU(d, row(1) + k);
+      const auto c = hn::LoadU(d, row(2) + k), e = hn::LoadU(d, row(3) + k);
+      const auto ab = hn::InterleaveLower(d, a, b), ce = hn::InterleaveLower(d, c, e);
+      hn::Store(hn::ConcatLowerLower(d, ce, ab), d, probabilities[k].data() + four);
+      hn::Store(hn::ConcatUpperUpper(d, ce, ab), d, probabilities[k + 1].data() + four);
+      if (k + 2 == kEmissionKinds) break;
+      const auto ab2 = hn::InterleaveUpper(d, a, b), ce2 = hn::InterleaveUpper(d, c, e);
+      hn::Store(hn::ConcatLowerLower(d, ce2, ab2), d, probabilities[k + 2].data() + four);
+      hn::Store(hn::ConcatUpperUpper(d, ce2, ab2), d, probabilities[k + 3].data() + four);
+    }
+  }
+#endif
+}
+
+// right p f + (1 - p) wrong for coding bases, p f for others, f for unknown bases.
+HWY_ATTR inline void mixKinds(const FactorRows& probabilities, const FactorRows& factors,
+                              const LaneRow& substitution, LaneRow* kinds) {
+  const hn::CappedTag<float, kLanes> d;
+  const auto one = hn::Set(d, 1.0f);
+  for (std::size_t lane = 0; lane < kLanes; lane += hn::Lanes(d)) {
+    const auto s = hn::LoadU(d, substitution.data() + lane);
+    const auto right = hn::Sub(one, s), wrong = hn::Div(s, hn::Set(d, 3.0f));
+    for (std::size_t k = 0; k < kEmissionKinds; ++k) {
+      const auto p = hn::LoadU(d, probabilities[k].data() + lane);
+      const auto f = hn::LoadU(d, factors[k].data() + lane);
+      auto kind = hn::Mul(p, f);
+      if (k < 3) {
+        kind = hn::Add(hn::Mul(hn::Mul(right, p), f), hn::Mul(hn::Sub(one, p), wrong));
+        kind = hn::IfThenElse(hn::Gt(p, one), f, kind);
+      }
+      hn::StoreU(kind, d, kinds[k].data() + lane);
+    }
+  }
+}
+
+HWY_ATTR void fillKinds(const WindowNetwork& network, const EmissionLanes::Lanes& lanes,
+                        LaneEmissions& emissions) {
+  const NetworkKernel kernel(network);
+  const auto units = static_cast<std::size_t>(network.units);
+  HWY_ALIGN FactorRows factors, probabilities;
+  for (std::size_t p = 0; p < emissions.positions; ++p) {
+    NetworkBases bases;
+    for (std::size_t lane = 0; lane < kLanes; ++lane) {
+      const EmissionLanes::Lane& l = lanes.lane[lane];
+      const std::size_t block = (p + l.blockShift) / kCompositionBlock;
+      bases[lane] = {l.places.at(p), l.baseParts.data() + block * units};
+    }
+    kernel.run(bases, factors);
+    gatherProbabilities(lanes, p, probabilities);
+    mixKinds(probabilities, factors, lanes.substitution[p],
+             emissions.rows.data() + p * kLaneEmissions + kLaneKind);
+  }
+}
+
+}  // namespace
+}  // namespace velto::HWY_NAMESPACE
+HWY_AFTER_NAMESPACE();
+
+#if HWY_ONCE
+namespace velto {
+
+HWY_EXPORT(fillKinds);
+
+// ---- 2. Reads into lanes
+
+namespace {
+
+// Probabilities that stand for an unknown base, which emits its factors: more than 1 marks it for
+// the kinds that code.
+constexpr EmissionRow kUnknownBaseRow = {2, 2, 2, 1, 1, 1, 1, 1};
+
+LaneRow filled(float value) {
+  LaneRow row;
+  row.fill(value);
+  return row;
+}
+
+}  // namespace
+
+void LaneEmissions::arrange(std::span<const std::size_t> lengths) {
+  positions = *std::max_element(lengths.begin(), lengths.end());
+  begin.fill(positions);
+  for (std::size_t lane = 0; lane < lengths.size(); ++lane) begin[lane] -= lengths[lane];
+  rows.resize(positions * kLaneEmissions);
+}
+
+BaseEmission LaneEmissions::at(std::size_t position, std::size_t lane) const {
+  const LaneRow* row = rows.data() + position * kLaneEmissions;
+  BaseEmission e{};
+  for (std::size_t k = 0; k < kEmissionKinds; ++k) e.kind[k] = row[kLaneKind + k][lane];
+  e.start = row[kLaneStart][lane];
+  e.stop = row[kLaneStop][lane];
+  e.insertion = row[kLaneInsertion][lane];
+  e.deletion = row[kLaneDeletion][lane];
+  e.stay = row[kLaneStay][lane];
+  return e;
+}
+
+void EmissionLanes::fill(const HmmModel& model, const FileRates& rates,
+                         std::span<const ReadView> reads, LaneEmissions& emissions) {
+  std::array<std::size_t, kLanes> lengths{};
+  std::transform(reads.begin(), reads.end(), lengths.begin(),
+                 [](const ReadView& read) { return read.codes.size(); });
+  emissions.arrange(lengths);
+  fillMeanRates(rates.mean, emissions);
+  const CodonWeights codons(model, model.weights, rates.mean);
+  for (std::size_t lane = 0; lane < kLanes; ++lane) {
+    const ReadView read = lane < reads.size() ? reads[lane] : ReadView{};
+    fillLane(model, codons, read, lane, emissions);
+    if (rates.byQuality && !read.phred.empty()) fillRates(rates, read.phred, lane, emissions);
+    fillUnknownBases(read.codes, lane, emissions);
+  }
+  HWY_DYNAMIC_DISPATCH(fillKinds)(model.network, lanes_, emissions);
+}
+
+void EmissionLanes::fillMeanRates(const BaseRates& mean, LaneEmissions& emissions) {
+  lanes_.substitution.assign(emissions.positions, filled(mean.substitution));
+  const LaneRow insertion = filled(0.25f * mean.insertion), deletion = filled(mean.deletion);
+  const LaneRow stay = filled(1.0f - mean.insertion - mean.deletion);
+  for (std::size_t p = 0; p < emissions.positions; ++p) {
+    LaneRow* row = emissions.rows.data() + p * kLaneEmissions;
+    row[kLaneInsertion] = insertion;
+    row[kLaneDeletion] = deletion;
+    row[kLaneStay] = stay;
+  }
+}
+
+void EmissionLanes::fillLane(const HmmModel& model, const CodonWeights& codons,
+                             const ReadView& read, std::size_t lane, LaneEmissions& emissions) {
+  const std::size_t begin = emissions.begin[lane];
+  Lane& out = lanes_.lane[lane];
+  context_.index(read.codes);
+  out.places.fill(model.network, context_, begin);
+  fillBaseParts(model.network, begin, out);
+  out.probability.assign(emissions.positions, kUnknownBaseRow.data());
+  LaneRow* row = emissions.rows.data() + begin * kLaneEmissions;
+  int gcClass = 0;
+  for (std::size_t i = 0; i < read.codes.size(); ++i, row += kLaneEmissions) {
+    if (i % kCompositionBlock == 0) gcClass = context_.blocks[i / kCompositionBlock].gcClass();
+    out.probability[begin + i] = model.emission(gcClass, context_.fiveMers[i]).data();
+    row[kLaneStart][lane] = codons.start(read.codes, context_, i);
+    row[kLaneStop][lane] = codons.stop(context_, i);
+  }
+}
+
+void EmissionLanes::fillRates(const FileRates& rates, std::span<const std::uint8_t> phred,
+                              std::size_t lane, LaneEmissions& emissions) {
+  const std::size_t begin = emissions.begin[lane];
+  LaneRow* row = emissions.rows.data() + begin * kLaneEmissions;
+  for (std::size_t i = 0; i < phred.size(); ++i, row += kLaneEmissions) {
+    const BaseRates base = rates.at(phred, i);
+    row[kLaneInsertion][lane] = 0.25f * base.insertion;
+    row[kLaneDeletion][lane] = base.deletion;
+    row[kLaneStay][lane] = 1.0f - base.insertion - base.deletion;
+    lanes_.substitution[begin + i][lane] = base.substitution;
+  }
+}
+
+// Inserted, they emit as much as elsewhere.
+void EmissionLanes::fillUnknownBases(std::span<const short> codes, std::size_t lane,
+                                     LaneEmissions& emissions) {
+  const std::size_t begin = emissions.begin[lane];
+  for (std::size_t i = 0; i < codes.size(); ++i) {
+    if (isKnownBase(codes[i])) continue;
+    lanes_.lane[lane].probability[begin + i] = kUnknownBaseRow.data();
+    emissions.rows[(begin + i) * kLaneEmissions + kLaneInsertion][lane] *= 4.0f;
+  }
+}
+
+// Blocks before the read's first one are of zeros.
+void EmissionLanes::fillBaseParts(const WindowNetwork& network, std::size_t begin, Lane& out) {
+  const std::size_t before = (begin + kCompositionBlock - 1) / kCompositionBlock;
+  const auto units = static_cast<std::size_t>(network.units);
+  out.blockShift = before * kCompositionBlock - begin;
+  out.baseParts.assign((before + context_.blocks.size()) * units, 0);
+  basePartsInVectors(network, context_.blocks, out.baseParts.data() + before * units);
+}
+
+}  // namespace velto
+#endif

@@ -1,0 +1,76 @@
+// Emissions of up to eight reads at once, one read in each lane of the processor's vectors.
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <span>
+#include <tuple>
+#include <vector>
+
+#include "hmm/emissions.h"
+#include "hmm/row_places.h"
+
+namespace velto {
+
+// Values of one base position for every lane.
+using LaneRow = std::array<float, 8>;  // [lane]
+constexpr std::size_t kLanes = std::tuple_size_v<LaneRow>;
+
+// Rows of a position, the values of a BaseEmission.
+enum LaneEmission {
+  kLaneKind,  // [EmissionKind]
+  kLaneStart = kLaneKind + kEmissionKinds,
+  kLaneStop,
+  kLaneInsertion,
+  kLaneDeletion,
+  kLaneStay,
+  kLaneEmissions
+};
+
+// The reads stand so that all end together: positions count from the first base of the longest.
+// What stands before a read in its lane means nothing.
+struct LaneEmissions {
+  std::size_t positions = 0;
+  std::array<std::size_t, kLanes> begin{};  // [lane] of the read's first base; positions: no read
+  std::vector<LaneRow> rows;                // [position][LaneEmission]
+
+  // Makes room for reads of these lengths, one base or more.
+  void arrange(std::span<const std::size_t> lengths);
+
+  BaseEmission at(std::size_t position, std::size_t lane) const;
+};
+
+// Fills emissions with those of `emit`, equal to the last bit, with the factors of the network.
+// Memory kept from group to group of reads; for one thread at a time.
+class EmissionLanes {
+ public:
+  // Up to kLanes reads of one base or more.
+  void fill(const HmmModel& model, const FileRates& rates, std::span<const ReadView> reads,
+            LaneEmissions& emissions);
+
+  // A lane as the kernel sees it.
+  struct Lane {
+    RowPlaces places;                       // [position]
+    std::vector<const float*> probability;  // [position] of its base by EmissionKind
+    std::vector<std::int16_t> baseParts;    // [block][unit], from the first position's block on
+    std::size_t blockShift = 0;             // position + blockShift is of block 0 on
+  };
+  struct Lanes {
+    std::array<Lane, kLanes> lane;
+    std::vector<LaneRow> substitution;  // [position] rate
+  };
+
+ private:
+  void fillMeanRates(const BaseRates& mean, LaneEmissions& emissions);
+  void fillLane(const HmmModel& model, const CodonWeights& codons, const ReadView& read,
+                std::size_t lane, LaneEmissions& emissions);
+  void fillRates(const FileRates& rates, std::span<const std::uint8_t> phred, std::size_t lane,
+                 LaneEmissions& emissions);
+  void fillUnknownBases(std::span<const short> codes, std::size_t lane, LaneEmissions& emissions);
+  void fillBaseParts(const WindowNetwork& network, std::size_t begin, Lane& out);
+
+  Lanes lanes_;
+  ReadContext context_;
+};
+
+}  // namespace velto

@@ -1,0 +1,59 @@
+#include "hmm/read_context.h"
+
+#include <algorithm>
+#include <array>
+
+namespace velto {
+namespace {
+
+void indexWords(std::span<const short> codes, std::vector<std::uint16_t>& fiveMers,
+                std::vector<std::uint8_t>& knownRun) {
+  fiveMers.resize(codes.size());
+  knownRun.resize(codes.size());
+  unsigned fiveMer = 0;
+  int run = 0;
+  for (std::size_t i = 0; i < codes.size(); ++i) {
+    const bool known = isKnownBase(codes[i]);
+    const unsigned code = known ? static_cast<unsigned>(codes[i]) : (7 * i + 3) % 4;
+    fiveMer = (fiveMer << 2 | code) % kFiveMers;
+    run = known ? std::min(run + 1, kMostLetters) : 0;
+    fiveMers[i] = static_cast<std::uint16_t>(fiveMer);
+    knownRun[i] = static_cast<std::uint8_t>(run);
+  }
+}
+
+// What a codon makes of the context of the codons behind it; kOpenFrame: it leaves it.
+constexpr std::array<StartContext, kCodons + 1> contextsSet() {
+  std::array<StartContext, kCodons + 1> sets{};
+  const auto set = [&sets](int first, int second, int third, StartContext context) {
+    sets[static_cast<std::size_t>(codonIndex(first, second, third))] = context;
+  };
+  set(0, 1, 2, kAfterStart);
+  set(1, 0, 0, kAfterStop);
+  set(1, 0, 2, kAfterStop);
+  set(1, 2, 0, kAfterStop);
+  return sets;
+}
+
+void indexStarts(std::span<const CodonIndex> codons, std::vector<StartContext>& starts) {
+  static constexpr std::array<StartContext, kCodons + 1> kSets = contextsSet();
+  starts.resize(codons.size());
+  for (std::size_t i = 0; i < codons.size(); ++i) {
+    const StartContext set = i < 3 ? kOpenFrame : kSets[codons[i - 3]];
+    starts[i] = i < 3 || set != kOpenFrame ? set : starts[i - 3];
+  }
+}
+
+}  // namespace
+
+void ReadContext::index(std::span<const short> codes) {
+  indexWords(codes, fiveMers, knownRun);
+  codons.assign(codes.size(), kUnreadCodon);
+  for (std::size_t i = 2; i < codes.size(); ++i) {
+    if (knownRun[i] >= 3) codons[i - 2] = static_cast<CodonIndex>(fiveMers[i] % kCodons);
+  }
+  indexStarts(codons, starts);
+  compose(codes, blocks);
+}
+
+}  // namespace velto

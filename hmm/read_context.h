@@ -1,0 +1,42 @@
+// What stands around each base of a read.
+#pragma once
+
+#include <cstdint>
+#include <span>
+#include <vector>
+
+#include "core/base_code.h"
+#include "hmm/composition.h"
+#include "hmm/hmm_model.h"
+
+namespace velto {
+
+// The codon that begins at a base, 16 x first + 4 x second + third base code; kUnreadCodon where it
+// has an unknown base or reaches beyond the read.
+using CodonIndex = std::uint8_t;
+constexpr CodonIndex kUnreadCodon = kCodons;
+
+// Longest words of bases that are looked at.
+constexpr int kMostLetters = 5;
+
+struct ReadContext {
+  // The 5-mer that ends at base i, base codes in base 4 with the last base lowest: bases before the
+  // read count as code 0, an unknown base j as code (7 j + 3) mod 4.
+  std::vector<std::uint16_t> fiveMers;
+  std::vector<std::uint8_t> knownRun;  // [base] known bases in a row up to it, at most kMostLetters
+  std::vector<CodonIndex> codons;      // [base] that begin there
+  std::vector<StartContext> starts;    // [base] what stands before those codons
+  std::vector<Composition> blocks;
+
+  void index(std::span<const short> codes);
+
+  std::size_t length() const { return fiveMers.size(); }
+
+  // The word of so many letters, at most kMostLetters, that ends at base i; -1 where one of its
+  // bases is unknown or before the read.
+  int kmer(std::size_t i, int letters) const {
+    return knownRun[i] >= letters ? fiveMers[i] & ((1 << (2 * letters)) - 1) : -1;
+  }
+};
+
+}  // namespace velto
