@@ -122,9 +122,9 @@ EMSCRIPTEN_KEEPALIVE int report(double seconds) {
   return answered([seconds] { return session->report(seconds); });
 }
 
-// The style sheet of the drawings.
+// The style sheet of pages and drawings.
 EMSCRIPTEN_KEEPALIVE int style() {
-  return answered([] { return velto::drawingStyle(); });
+  return answered([] { return velto::drawingStyle() + velto::pageStyle(); });
 }
 
 }  // extern "C"

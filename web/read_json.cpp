@@ -1,6 +1,7 @@
 #include "web/read_json.h"
 
 #include <cmath>
+#include <cstdint>
 #include <nlohmann/json.hpp>
 
 #include "draw/markup.h"
@@ -38,6 +39,17 @@ Json factsJson(const Record& record, const DrawableRead& read) {
   return facts;
 }
 
+constexpr char kPhredZero = '!';
+
+std::string recordText(const Record& record) {
+  const bool isFastq = !record.qualities.empty();
+  std::string text = (isFastq ? '@' : '>') + printable(record.name) + '\n' + record.bases + '\n';
+  if (!isFastq) return text;
+  text += "+\n";
+  for (const std::uint8_t phred : record.qualities) text += static_cast<char>(phred + kPhredZero);
+  return text + '\n';
+}
+
 }  // namespace
 
 std::string listEntryJson(const ScannedRead& read) {
@@ -69,6 +81,7 @@ std::string drawingJson(const Record& record, const DrawableRead& read) {
   json["facts"] = factsJson(record, read);
   json["protein"] = read.coding.protein;
   json["cds"] = read.coding.bases;
+  json["record"] = recordText(record);
   return textOf(json);
 }
 

@@ -14,8 +14,8 @@ namespace velto {
 // table of `velto scan` leaves empty.
 std::string listEntryJson(const ScannedRead& read);
 
-// What is shown of a chosen one: name, lead, sentences, figure (markup), shifts, facts, protein and
-// coding sequence.
+// What is shown of a chosen one: name, lead, sentences, figure (markup), shifts, facts, protein,
+// cds (the corrected coding sequence) and record, the read as FASTA or, with qualities, FASTQ.
 std::string drawingJson(const Record& record, const DrawableRead& read);
 
 }  // namespace velto

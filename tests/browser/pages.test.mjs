@@ -3,7 +3,7 @@
 import assert from 'node:assert/strict';
 import { after, before, test } from 'node:test';
 import { pathToFileURL } from 'node:url';
-import puppeteer from 'puppeteer-core';
+import { launchBrowser } from './browser.mjs';
 
 const kPages = ['show.html', 'report.html'];
 const kHostileName = '<script>document.title="broken"</script>';  // tools/test-pages.sh writes it
@@ -12,11 +12,7 @@ const kWidths = [390, 1280];
 let browser;
 
 before(async () => {
-  browser = await puppeteer.launch({
-    executablePath: process.env.CHROMIUM,
-    args: ['--no-sandbox', '--disable-gpu', '--disable-quic', '--no-first-run',
-           '--disable-background-networking', '--disable-component-update', '--disable-sync'],
-  });
+  browser = await launchBrowser();
 });
 
 after(async () => browser?.close());

@@ -1,47 +1,43 @@
-// The compiled program: texts in, texts out. See web/engine.cpp.
+// The compiled program: texts in, texts out, as web/engine.cpp says.
 
 // Formats of `velto scan` that the page offers, by their place in its table of formats.
-export const kTables = { tsv: 0, gff3: 1, bed: 2, cds: 3, protein: 4, json: 5 };
+const kTables = { tsv: 0, gff3: 1, bed: 2, cds: 3, protein: 4, json: 5 };
 
-// What the program may ask of a system; there is none, so that all of it fails, but for the clock
-// of its memory and the end of the program.
+// The answer to whatever the program asks of a system, of which there is none.
 const kNoSuchCall = 52;
 
 function importsOf(module) {
   const imports = {};
-  for (const { module: from, name, kind } of WebAssembly.Module.imports(module)) {
-    if (kind !== 'function') throw new Error(`unknown import ${name}`);
+  for (const { module: from, name } of WebAssembly.Module.imports(module)) {
     imports[from] ??= {};
-    imports[from][name] = name === 'proc_exit'
-      ? () => { throw new Error('the program ended'); }
-      : () => kNoSuchCall;
+    imports[from][name] = () => kNoSuchCall;
   }
+  const end = () => { throw new Error('the program ended'); };
+  imports.wasi_snapshot_preview1 = { ...imports.wasi_snapshot_preview1, proc_exit: end };
   return imports;
 }
 
 export class Engine {
   #exports;
 
-  constructor(instance) {
-    this.#exports = instance.exports;
-    this.#exports._initialize?.();
-  }
-
   // `bytes` are those of engine.wasm.
   static async start(bytes) {
     const module = await WebAssembly.compile(bytes);
-    return new Engine(await WebAssembly.instantiate(module, importsOf(module)));
+    const engine = new Engine();
+    engine.#exports = (await WebAssembly.instantiate(module, importsOf(module))).exports;
+    engine.#exports._initialize();
+    return engine;
   }
 
-  // `files` are the texts of a model's files by name. Returns the names of its decoders.
-  loadModel(files) {
-    return JSON.parse(this.#call('loadModel', JSON.stringify(files)));
+  // `pack` holds the texts of a model's files by name, as JSON. Returns its decoders' names.
+  loadModel(pack) {
+    return JSON.parse(this.#call('loadModel', pack));
   }
 
-  // `choices`: model, decoder, strand, code, calibration (JSON or empty), name; `bytes` are those
-  // of the input. Returns the number of reads.
+  // `choices`: model, decoder, strand, code, calibration (JSON or empty) and name of the input,
+  // whose bytes follow. Returns the number of reads.
   open(choices, bytes) {
-    this.#call('choose', JSON.stringify(choices));
+    this.#call('choose', new TextEncoder().encode(JSON.stringify(choices)));
     return Number(this.#call('openReads', bytes));
   }
 
@@ -58,17 +54,17 @@ export class Engine {
   }
 
   drawing(place) {
-    return JSON.parse(this.#call('drawing', '', place));
+    return JSON.parse(this.#call('drawing', kNothing, place));
   }
 
   // The bytes of a file in a format of kTables.
   table(format) {
-    return this.#callForBytes('table', '', kTables[format]);
+    return this.#callForBytes('table', kNothing, kTables[format]);
   }
 
   // The bytes of an HTML page.
   report(seconds) {
-    return this.#callForBytes('report', '', seconds);
+    return this.#callForBytes('report', kNothing, seconds);
   }
 
   style() {
@@ -79,15 +75,16 @@ export class Engine {
     return new TextDecoder().decode(this.#callForBytes(name, request, ...values));
   }
 
-  #callForBytes(name, request = '', ...values) {
-    const bytes = typeof request === 'string' ? new TextEncoder().encode(request) : request;
-    const room = this.#exports.requestRoom(bytes.length);
-    new Uint8Array(this.#exports.memory.buffer).set(bytes, room);
+  #callForBytes(name, request = kNothing, ...values) {
+    const room = this.#exports.requestRoom(request.length);
+    new Uint8Array(this.#exports.memory.buffer).set(request, room);
     const done = this.#exports[name](...values);
     const from = this.#exports.answerText();
-    const answer =
-      new Uint8Array(this.#exports.memory.buffer, from, this.#exports.answerBytes()).slice();
+    const { buffer } = this.#exports.memory;
+    const answer = new Uint8Array(buffer, from, this.#exports.answerBytes()).slice();
     if (!done) throw new Error(new TextDecoder().decode(answer));
     return answer;
   }
 }
+
+const kNothing = new Uint8Array();

@@ -1,4 +1,5 @@
-// std::bit_cast, which the standard library of Emscripten 3.1.6 lacks; included before every source.
+// std::bit_cast, which the standard library of Emscripten 3.1.6 lacks; included before every
+// source.
 #pragma once
 
 #include <version>

@@ -1,0 +1,15 @@
+#!/usr/bin/env bash
+# Builds the browser page, a folder that any web server can serve and that works opened from disk:
+#   tools/build-web.sh [BUILD]     # the folder is BUILD/site, by default build-web/site
+# Needs Debian's emscripten, esbuild and nodejs.
+set -euo pipefail
+cd "$(dirname "$0")/.."
+build=${1:-build-web}
+# Where Debian keeps the modules of Node that emcc uses.
+export NODE_PATH=/usr/share/nodejs
+
+emcmake cmake -S . -B "$build" -G Ninja -DVELTO_BUILD_WORKBENCH=OFF -DVELTO_BUILD_TESTS=OFF \
+  -DVELTO_HIGHWAY=OFF -DVELTO_WERROR=ON -Dnlohmann_json_DIR="$PWD/cmake/emscripten" \
+  -DCMAKE_CXX_FLAGS="-fwasm-exceptions -include $PWD/web/bit_cast.h"
+cmake --build "$build" --target engine
+node web/pack/pack.mjs "$build"
