@@ -16,6 +16,9 @@ function(velto_flags target)
       -fsanitize=${VELTO_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
     target_link_options(${target} PRIVATE -fsanitize=${VELTO_SANITIZE})
   endif()
+  if(VELTO_BUILD_FUZZ)
+    target_compile_options(${target} PRIVATE -fsanitize=fuzzer-no-link)
+  endif()
 endfunction()
 
 # A static library whose headers are included from the project's root.
