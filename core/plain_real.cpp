@@ -5,20 +5,34 @@
 #include <locale>
 #include <sstream>
 #include <string>
+#include <system_error>
 #include <version>
 
 namespace velto {
 namespace {
 
-// Not std::from_chars, which a widespread standard library lacks for real numbers.
+// Slow, but std::from_chars lacks real numbers in a widespread standard library, and does not tell
+// numbers that are too small from those that are too large.
 template <typename Real>
-bool read(std::string_view field, Real& value) {
-  if (field.empty() || field.front() == '+') return false;
-  if (field.find_first_not_of("0123456789+-.eE") != std::string_view::npos) return false;
+bool readByStream(std::string_view field, Real& value) {
   std::istringstream in{std::string(field)};
   in.imbue(std::locale::classic());
   in >> value;
   return !in.fail() && in.peek() == std::istringstream::traits_type::eof();
+}
+
+template <typename Real>
+bool read(std::string_view field, Real& value) {
+  if (field.empty() || field.front() == '+') return false;
+  if (field.find_first_not_of("0123456789+-.eE") != std::string_view::npos) return false;
+#ifdef __cpp_lib_to_chars
+  const char* const end = field.data() + field.size();
+  const std::from_chars_result result = std::from_chars(field.data(), end, value);
+  if (result.ec != std::errc::result_out_of_range) {
+    return result.ec == std::errc() && result.ptr == end;
+  }
+#endif
+  return readByStream(field, value);
 }
 
 template <typename Real>

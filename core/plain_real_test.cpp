@@ -11,6 +11,8 @@ TEST(PlainReal, ReadsDecimalNotation) {
   EXPECT_EQ(value, -0.0015);
   EXPECT_TRUE(readPlainReal(".25", value));
   EXPECT_EQ(value, 0.25);
+  EXPECT_TRUE(readPlainReal("1e-400", value));  // too small for any but 0
+  EXPECT_EQ(value, 0.0);
   float single = 0.0F;
   EXPECT_TRUE(readPlainReal("0.1", single));
   EXPECT_EQ(single, 0.1F);

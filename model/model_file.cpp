@@ -5,9 +5,14 @@
 #include <cctype>
 #include <climits>
 #include <cmath>
-#include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <iomanip>
+#include <locale>
+#include <sstream>
+#include <string_view>
+
+#include "core/plain_real.h"
 
 namespace velto {
 namespace {
@@ -47,9 +52,17 @@ class LineReader {
     return static_cast<int>(value);
   }
 
+  // Numbers in the usual form read alike in any locale; what strtod makes of other text matters to
+  // the one-read program only, which sets none.
   double nextReal() {
-    char* end = nullptr;
-    const double value = std::strtod(rest_, &end);
+    const std::string_view field(rest_, std::strcspn(rest_, ",\r"));
+    const char* end = field.data() + field.size();
+    double value = 0.0;
+    if (!readPlainReal(field, value)) {
+      char* stop = nullptr;
+      value = std::strtod(rest_, &stop);
+      end = stop;
+    }
     if (!std::isfinite(value)) note("a number is not finite");
     advance(end);
     return value;
@@ -200,49 +213,46 @@ ModelFileStatus readMatrixFile(std::istream& in, double (&matrix)[16]) {
 
 namespace {
 
-template <typename... Values>
-void appendLine(std::string& text, const char* format, Values... values) {
-  // A double of any size fits: "%f" prints at most 309 digits, a sign, a point and six decimals.
-  char line[800];
-  const int length = std::snprintf(line, sizeof line, format, values...);
-  text.append(line, static_cast<size_t>(length));
+// Numbers as "%f" and "%d" print them in the usual locale, whatever the process has set.
+std::ostringstream modelFileStream() {
+  std::ostringstream out;
+  out.imbue(std::locale::classic());
+  out << std::fixed << std::setprecision(6);
+  return out;
 }
 
 }  // namespace
 
 std::string parameterFileText(const ModelTables& tables) {
-  std::string text;
+  std::ostringstream out = modelFileStream();
   for (size_t i = 0; i < kModelHypotheses; ++i) {
     const fnlHypo h = i < tables.fh.size() ? tables.fh[i] : fnlHypo{};
-    appendLine(text, "%d,%d,%d,%d,%d,%f\n", h.kind, h.elem1, h.elem2, h.elem3, h.gap, h.alpha);
+    out << h.kind << ',' << h.elem1 << ',' << h.elem2 << ',' << h.elem3 << ',' << h.gap << ','
+        << h.alpha << '\n';
   }
-  for (const RealThreshold& t : tables.codonTrsld) {
-    appendLine(text, "%d,%f\n", t.polarity, t.trsld);
-  }
-  for (const RealThreshold& t : tables.pairAcidTrsld) {
-    appendLine(text, "%d,%f\n", t.polarity, t.trsld);
-  }
-  for (const CountThreshold& t : tables.snglAcidTrsld) {
-    appendLine(text, "%d,%d\n", t.polarity, t.trsld);
-  }
+  const auto writeThreshold = [&](const auto& t) { out << t.polarity << ',' << t.trsld << '\n'; };
+  for (const RealThreshold& t : tables.codonTrsld) writeThreshold(t);
+  for (const RealThreshold& t : tables.pairAcidTrsld) writeThreshold(t);
+  for (const CountThreshold& t : tables.snglAcidTrsld) writeThreshold(t);
+  const auto writePrior = [&](const double(&prior)[2]) {
+    out << prior[0] << ',' << prior[1] << '\n';
+  };
   for (const auto& ofGap : tables.pairAcidPriproTable) {
     for (const auto& ofFirst : ofGap) {
-      for (const auto& prior : ofFirst) appendLine(text, "%f,%f\n", prior[0], prior[1]);
+      for (const auto& prior : ofFirst) writePrior(prior);
     }
   }
-  for (const auto& prior : tables.snglAcidPriproTable) {
-    appendLine(text, "%f,%f\n", prior[0], prior[1]);
-  }
-  return text;
+  for (const auto& prior : tables.snglAcidPriproTable) writePrior(prior);
+  return std::move(out).str();
 }
 
 std::string matrixFileText(const double (&matrix)[16]) {
-  std::string text;
+  std::ostringstream out = modelFileStream();
   for (int row = 0; row < kMatrixFileLines; ++row) {
     const double* m = matrix + 4 * row;
-    appendLine(text, "%f,%f,%f,%f\n", m[0], m[1], m[2], m[3]);
+    out << m[0] << ',' << m[1] << ',' << m[2] << ',' << m[3] << '\n';
   }
-  return text;
+  return std::move(out).str();
 }
 
 }  // namespace velto

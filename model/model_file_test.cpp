@@ -4,6 +4,8 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <clocale>
+#include <locale>
 #include <sstream>
 
 #include "tests/support/models.h"
@@ -315,6 +317,57 @@ struct Irregularity {
   const char* line;
   const char* reason;
 };
+
+// A decimal comma for the whole process while the object lives, if the system has such a locale.
+class DecimalComma {
+ public:
+  DecimalComma() {
+    for (const char* name : {"de_DE.UTF-8", "de_DE.utf8", "de_DE", "fr_FR.UTF-8", "it_IT.UTF-8"}) {
+      if (!isSet_) isSet_ = std::setlocale(LC_NUMERIC, name) != nullptr;
+    }
+  }
+  ~DecimalComma() { std::setlocale(LC_NUMERIC, "C"); }
+  DecimalComma(const DecimalComma&) = delete;
+  DecimalComma& operator=(const DecimalComma&) = delete;
+
+  bool isSet() const { return isSet_; }
+
+ private:
+  bool isSet_ = false;
+};
+
+TEST(ModelFiles, AreReadAndWrittenAlikeWhereNumbersHaveADecimalComma) {
+  const ModelTables tables = distinctTables();
+  const std::string text = parameterFileText(tables);
+  const double matrix[16] = {-1.5, 0.25};
+  const std::string matrixText = matrixFileText(matrix);
+  const DecimalComma comma;
+  if (!comma.isSet()) GTEST_SKIP() << "the system has no locale with a decimal comma";
+  EXPECT_EQ(parameterFileText(tables), text);
+  EXPECT_EQ(matrixFileText(matrix), matrixText);
+  ModelTables loaded;
+  EXPECT_EQ(load(text, loaded).reason, "");
+  EXPECT_EQ(parameterFileText(loaded), text);
+  EXPECT_EQ(firstHypothesis("0,0,0,0,0,1.5e-3").alpha, 0.0015);
+}
+
+// Points between the thousands and a comma before the decimals, as German has them.
+class GermanNumbers : public std::numpunct<char> {
+  char do_decimal_point() const override { return ','; }
+  char do_thousands_sep() const override { return '.'; }
+  std::string do_grouping() const override { return "\3"; }
+};
+
+TEST(ModelFiles, AreReadAndWrittenAlikeWhateverLocaleStreamsHave) {
+  const std::locale before = std::locale::global(std::locale(std::locale(), new GermanNumbers));
+  ModelTables tables;
+  tables.fh.push_back({0, 1234.5, 0, 0, 0, 0});
+  const std::string text = parameterFileText(tables);
+  EXPECT_EQ(text.substr(0, text.find('\n')), "0,0,0,0,0,1234.500000");
+  EXPECT_EQ(firstHypothesis("0,0,0,0,0,1234.5").alpha, 1234.5);
+  EXPECT_EQ(firstHypothesis("0,0,0,0,0,1e-400").alpha, 0.0);
+  std::locale::global(before);
+}
 
 TEST(ModelFileStatus, NamesTheFirstIrregularLine) {
   const Irregularity cases[] = {

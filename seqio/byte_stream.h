@@ -2,13 +2,16 @@
 #pragma once
 
 #include <cstddef>
-#include <stdexcept>
+
+#include "velto/velto.h"
 
 namespace velto {
 
-// Why bytes could not be read; the caller adds file, record and line.
-class ByteError : public std::runtime_error {
-  using std::runtime_error::runtime_error;
+// Why bytes could not be read. It knows no place: readers make an InputError of it, which has file,
+// record and line.
+class ByteError : public Error {
+ public:
+  using Error::Error;
 };
 
 // Hands out bytes from their start to their end; for one thread at a time.

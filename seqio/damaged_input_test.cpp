@@ -4,6 +4,7 @@
 #include <random>
 #include <set>
 
+#include "seqio/byte_source.h"
 #include "seqio/test_bam.h"
 #include "seqio/test_files.h"
 
@@ -140,6 +141,12 @@ std::string mutate(std::string bytes, std::mt19937& random) {
     }
   }
   return bytes;
+}
+
+// What catches the library's errors catches these too, wherever bytes are read without records.
+TEST(ByteSource, WhatCannotBeReadIsAnErrorOfTheLibrary) {
+  EXPECT_THROW(ByteSource("no such file"), Error);
+  EXPECT_THROW(ByteSource("/"), Error);
 }
 
 TEST_F(DamagedInputTest, AlteredBytesGiveRecordsOrAnInputError) {

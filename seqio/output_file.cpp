@@ -62,10 +62,41 @@ void OutputFile::finish() {
 
 void OutputFile::commit() {
   if (descriptor_ >= 0) finish();
-  if (isDirect()) return;
-  if (rename(temporary_->name().c_str(), target_.c_str()) != 0) {
+  if (!isDirect()) committed_ = rename();
+}
+
+void OutputFile::takeBack() noexcept {
+  if (committed_ == Committed::kNew) ::rename(target_.c_str(), temporary_->name().c_str());
+  if (committed_ == Committed::kExchanged) exchangeNames();
+}
+
+// The file that is replaced becomes the temporary one, and goes with it.
+OutputFile::Committed OutputFile::rename() {
+  struct stat replaced;
+  if (exchangeNames()) {
+    if (lstat(temporary_->name().c_str(), &replaced) == 0 && S_ISREG(replaced.st_mode)) {
+      return Committed::kExchanged;
+    }
+    exchangeNames();
+    errno = EEXIST;
     throwFor("cannot rename to this name");
   }
+  const bool isNew = errno == ENOENT;
+  if (::rename(temporary_->name().c_str(), target_.c_str()) != 0) {
+    throwFor("cannot rename to this name");
+  }
+  return isNew ? Committed::kNew : Committed::kReplaced;
+}
+
+// False, with errno set, if there is no file of the target's name or the file system cannot do it.
+bool OutputFile::exchangeNames() const noexcept {
+#ifdef RENAME_EXCHANGE
+  return renameat2(AT_FDCWD, temporary_->name().c_str(), AT_FDCWD, target_.c_str(),
+                   RENAME_EXCHANGE) == 0;
+#else
+  errno = ENOSYS;
+  return false;
+#endif
 }
 
 void OutputFile::open() {

@@ -38,12 +38,22 @@ class OutputFile {
   void finish();
 
   // Gives the file its name, after finish() if that has not been called. Throws OutputError if any
-  // of it fails; the target is then as it was before. To be called once, as the last call.
+  // of it fails; the target is then as it was before. A file that is replaced is kept under the
+  // temporary name as long as the object. To be called once.
   void commit();
 
+  // After commit(): what stood under the name stands there again, or nothing if nothing did. Where
+  // the file system cannot exchange two names, a file that was replaced cannot come back. The last
+  // call.
+  void takeBack() noexcept;
+
  private:
+  enum class Committed { kNo, kNew, kExchanged, kReplaced };
+
   void open();
   void openTemporary(mode_t mode);
+  Committed rename();
+  bool exchangeNames() const noexcept;
   void flushBlock();
   void writeCompressed(std::string_view block);
   void writeAll(std::string_view bytes);
@@ -56,6 +66,7 @@ class OutputFile {
   std::string block_;                       // text not yet written, less than a block
   std::string packed_;                      // scratch: one compressed block
   int descriptor_ = -1;
+  Committed committed_ = Committed::kNo;
 };
 
 }  // namespace velto

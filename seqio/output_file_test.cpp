@@ -178,13 +178,42 @@ TEST_F(OutputFileTest, NameThatCannotBeMadeIsRefusedAtOnce) {
 }
 
 TEST_F(OutputFileTest, OfTwoFilesOfOneNameTheLastOneStays) {
-  OutputFile first(name());
-  OutputFile second(name());
-  first.write("first");
-  second.write("second");
-  first.commit();
-  second.commit();
+  {
+    OutputFile first(name());
+    OutputFile second(name());
+    first.write("first");
+    second.write("second");
+    first.commit();
+    second.commit();
+    EXPECT_EQ(bytesOf(name()), "second");
+  }
   EXPECT_EQ(bytesOf(name()), "second");
+  EXPECT_EQ(folder_.entries(), 1U);
+}
+
+TEST_F(OutputFileTest, TakenBackTheOldFileStandsThereAgain) {
+  store(name(), "old");
+  {
+    OutputFile file(name());
+    file.write("new");
+    file.commit();
+    EXPECT_EQ(bytesOf(name()), "new");
+    file.takeBack();
+    EXPECT_EQ(bytesOf(name()), "old");
+  }
+  EXPECT_EQ(bytesOf(name()), "old");
+  EXPECT_EQ(folder_.entries(), 1U);
+}
+
+// An exchange of names would succeed, and the folder go with the temporary file.
+TEST_F(OutputFileTest, FolderMadeUnderTheNameMeanwhileStaysWithAllItHolds) {
+  {
+    OutputFile file(name());
+    std::filesystem::create_directory(name());
+    store(name() + "/inside", "text");
+    EXPECT_THROW(file.commit(), OutputError);
+  }
+  EXPECT_EQ(bytesOf(name() + "/inside"), "text");
   EXPECT_EQ(folder_.entries(), 1U);
 }
 

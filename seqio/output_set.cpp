@@ -9,7 +9,13 @@ OutputFile& OutputSet::add(const std::string& path, OutputFile::Format format) {
 
 void OutputSet::commit() {
   for (const auto& file : files_) file->finish();
-  for (const auto& file : files_) file->commit();
+  std::size_t named = 0;
+  try {
+    for (; named < files_.size(); ++named) files_[named]->commit();
+  } catch (const OutputError&) {
+    while (named > 0) files_[--named]->takeBack();
+    throw;
+  }
 }
 
 void OutputSet::finishStreams() {

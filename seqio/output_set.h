@@ -16,7 +16,8 @@ class OutputSet {
   OutputFile& add(const std::string& path, OutputFile::Format format = OutputFile::Format::kByName);
 
   // Writes and closes every output before the first one gets its name, so that a full disk or a
-  // closed pipe leaves all files as they were. Throws OutputError. To be called once.
+  // closed pipe leaves all files as they were; so does a name that cannot be given, as
+  // OutputFile::takeBack says. Throws OutputError. To be called once.
   void commit();
 
   // In place of commit() after a failure: streams, pipes and devices get what was written, files

@@ -43,6 +43,36 @@ TEST_F(OutputSetTest, OutputThatFailsLeavesTheOthersAsTheyWere) {
   EXPECT_EQ(folder_.entries(), 1U);
 }
 
+TEST_F(OutputSetTest, NameThatCannotBeGivenLeavesAllFilesAsTheyWere) {
+  const std::string three = folder_.file("three");
+  store(one(), "old");
+  std::filesystem::permissions(one(), std::filesystem::perms(0640));
+  {
+    OutputSet outputs;
+    outputs.add(one()).write("new");
+    outputs.add(two()).write("new");
+    outputs.add(three).write("new");
+    std::filesystem::create_directory(three);  // since the output was opened
+    EXPECT_THROW(outputs.commit(), OutputError);
+  }
+  EXPECT_EQ(bytesOf(one()), "old");
+  EXPECT_FALSE(std::filesystem::exists(two()));
+  EXPECT_TRUE(std::filesystem::is_directory(three));
+  EXPECT_EQ(folder_.entries(), 2U);
+}
+
+TEST_F(OutputSetTest, FolderGoneSinceTheOpeningLeavesTheOthersAsTheyWere) {
+  store(one(), "old");
+  const std::string gone = folder_.file("gone");
+  std::filesystem::create_directory(gone);
+  OutputSet outputs;
+  outputs.add(one()).write("new");
+  outputs.add(gone + "/two").write("new");
+  std::filesystem::remove_all(gone);
+  EXPECT_THROW(outputs.commit(), OutputError);
+  EXPECT_EQ(bytesOf(one()), "old");
+}
+
 TEST_F(OutputSetTest, AfterAFailureOnlyStreamsGetTheirText) {
   store(two(), "");
   const int descriptor = open(two().c_str(), O_WRONLY);
