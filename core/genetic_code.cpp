@@ -138,6 +138,8 @@ bool GeneticCode::mayStop(std::string_view codon) const { return hasSignal(*this
 
 std::span<const GeneticCode> geneticCodes() { return kCodes; }
 
+const GeneticCode& standardCode() { return kCodes[0]; }
+
 const GeneticCode* geneticCode(int number) {
   const auto* const code = std::find_if(std::begin(kCodes), std::end(kCodes),
                                         [number](const auto& c) { return c.number == number; });

@@ -23,6 +23,9 @@ struct GeneticCode {
 // too, which begin few proteins and many fragments.
 std::span<const GeneticCode> geneticCodes();
 
+// Code 1.
+const GeneticCode& standardCode();
+
 // Null if the list has no such number.
 const GeneticCode* geneticCode(int number);
 

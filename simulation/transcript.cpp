@@ -114,25 +114,26 @@ namespace {
 
 // ---- Coding region
 
-int acidAt(const Transcript& t, int position) {
-  const short* codon = t.bases.data() + position;
-  return ReadData::CodonTable(codon[0], codon[1], codon[2]);
+std::string codonAt(const Transcript& t, int position) {
+  const auto codon = t.bases.begin() + position;
+  return baseLetters({codon, codon + 3});
 }
 
-Refusal checkRegion(const Transcript& t) {
+Refusal checkRegion(const Transcript& t, const GeneticCode& code) {
   if (t.cdsStart < 0 || t.cdsStop < t.cdsStart || t.cdsStop >= t.length()) {
     return Refusal::kOutOfRange;
   }
   if ((t.cdsStop - t.cdsStart + 1) % 3 != 0) return Refusal::kBrokenCodon;
-  if (acidAt(t, t.cdsStart) != kMethionine) return Refusal::kNoStartCodon;
+  if (codonAt(t, t.cdsStart) != "ATG") return Refusal::kNoStartCodon;
   const int lastCodon = t.cdsStop - 2;
   for (int p = t.cdsStart; p < lastCodon; p += 3) {
-    if (acidAt(t, p) == kStopSignal) return Refusal::kStopInside;
+    if (code.acidOf(codonAt(t, p)) == '*') return Refusal::kStopInside;
   }
-  return acidAt(t, lastCodon) == kStopSignal ? Refusal::kNone : Refusal::kNoStopCodon;
+  return code.mayStop(codonAt(t, lastCodon)) ? Refusal::kNone : Refusal::kNoStopCodon;
 }
 
-Refusal placeRegion(std::string_view region, TranscriptKind kind, Transcript& t) {
+Refusal placeRegion(std::string_view region, TranscriptKind kind, const GeneticCode& code,
+                    Transcript& t) {
   if (t.bases.empty()) return Refusal::kNoBases;
   const bool named = region.data() != nullptr;
   if (kind == TranscriptKind::kNoncoding) {
@@ -140,7 +141,7 @@ Refusal placeRegion(std::string_view region, TranscriptKind kind, Transcript& t)
   }
   if (!named) return Refusal::kNoRegion;
   if (!readRegion(region, t.cdsStart, t.cdsStop)) return Refusal::kUnreadableRegion;
-  return checkRegion(t);
+  return checkRegion(t, code);
 }
 
 }  // namespace
@@ -172,7 +173,8 @@ const char* refusalText(Refusal refusal) {
 }
 
 ParsedTranscript parseTranscript(std::string_view name, std::string_view description,
-                                 std::string_view letters, TranscriptKind kind) {
+                                 std::string_view letters, TranscriptKind kind,
+                                 const GeneticCode& code) {
   ParsedTranscript parsed;
   Transcript& t = parsed.transcript;
   t.name = isGencode(name) ? name.substr(0, name.find('|')) : name;
@@ -180,7 +182,7 @@ ParsedTranscript parseTranscript(std::string_view name, std::string_view descrip
   t.group = group.name;
   t.groupWord = group.word;
   t.bases = baseCodes(letters);
-  parsed.refusal = placeRegion(regionText(name, description), kind, t);
+  parsed.refusal = placeRegion(regionText(name, description), kind, code, t);
   return parsed;
 }
 

@@ -7,6 +7,8 @@
 #include <string_view>
 #include <vector>
 
+#include "core/genetic_code.h"
+
 namespace velto {
 
 struct Transcript {
@@ -61,9 +63,11 @@ struct ParsedTranscript {
 // The group is the first of: the gene id of a GENCODE name (`ENST..|ENSG..|...`), a word of the
 // description that begins with "chr" (but not Ensembl's `chromosome:...`, which ends in a place),
 // the gene of a word `gene=`, `geneID=`, `gene_id=`, `gene:` or `gene_name=`, the sequence of a
-// word `loc:SEQUENCE|...` as gffread writes it, the name.
+// word `loc:SEQUENCE|...` as gffread writes it, the name. The code says what a stop codon is; one
+// that stands for an amino acid too is none inside the region.
 ParsedTranscript parseTranscript(std::string_view name, std::string_view description,
-                                 std::string_view letters, TranscriptKind kind);
+                                 std::string_view letters, TranscriptKind kind,
+                                 const GeneticCode& code = standardCode());
 
 // Records counted by what became of them.
 class RefusalCounts {

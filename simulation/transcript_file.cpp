@@ -6,13 +6,14 @@
 
 namespace velto {
 
-TranscriptSet loadTranscripts(const std::vector<std::string>& paths, TranscriptKind kind) {
+TranscriptSet loadTranscripts(const std::vector<std::string>& paths, TranscriptKind kind,
+                              const GeneticCode& code) {
   TranscriptSet set;
   for (const std::string& path : paths) {
     RecordReader reader(path);
     for (Record record; reader.next(record);) {
       ParsedTranscript parsed =
-          parseTranscript(record.name, record.description, record.bases, kind);
+          parseTranscript(record.name, record.description, record.bases, kind, code);
       set.counts.add(parsed.refusal);
       if (parsed.refusal == Refusal::kNone) {
         set.transcripts.push_back(std::move(parsed.transcript));

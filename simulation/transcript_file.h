@@ -15,6 +15,7 @@ struct TranscriptSet {
 
 // Reads every record of the files (plain or gzip, "-" for standard input). A record that
 // parseTranscript refuses is counted and left out. Throws InputError when a file cannot be read.
-TranscriptSet loadTranscripts(const std::vector<std::string>& paths, TranscriptKind kind);
+TranscriptSet loadTranscripts(const std::vector<std::string>& paths, TranscriptKind kind,
+                              const GeneticCode& code = standardCode());
 
 }  // namespace velto

@@ -130,6 +130,23 @@ TEST(Transcript, RegionWithoutStopCodonIsRefused) {
   EXPECT_EQ(refusalOf("CDS=1-6", "ATGAAA"), Refusal::kNoStopCodon);
 }
 
+Refusal refusalBy(int code, const char* description, const char* letters) {
+  return parseTranscript("t1", description, letters, TranscriptKind::kCoding, *geneticCode(code))
+      .refusal;
+}
+
+TEST(Transcript, TheGeneticCodeSaysWhatAStopCodonIs) {
+  // In code 4 TGA stands for Trp, in code 6 TAA for Gln.
+  EXPECT_EQ(refusalBy(4, "CDS=1-9", "ATGTGATAA"), Refusal::kNone);
+  EXPECT_EQ(refusalBy(4, "CDS=1-6", "ATGTGA"), Refusal::kNoStopCodon);
+  EXPECT_EQ(refusalBy(6, "CDS=1-9", "ATGTAATGA"), Refusal::kNone);
+  EXPECT_EQ(refusalBy(6, "CDS=1-9", "ATGTGATGA"), Refusal::kStopInside);
+}
+
+TEST(Transcript, AStopCodonThatStandsForAnAminoAcidTooEndsARegionOnly) {
+  EXPECT_EQ(refusalBy(27, "CDS=1-9", "ATGTGATGA"), Refusal::kNone);
+}
+
 TEST(RefusalCounts, ReasonsAreCountedAndListed) {
   RefusalCounts counts;
   EXPECT_EQ(counts.text(), "");

@@ -22,7 +22,7 @@ namespace {
 
 std::vector<ReadSet> simulatedSets(const EvaluateOptions& options) {
   const std::vector<Transcript> transcripts =
-      loadSources(options.codingFiles, options.noncodingFiles);
+      loadSources(options.codingFiles, options.noncodingFiles, options.geneticCode);
   std::vector<ReadSet> sets;
   for (const double share : indelShares(options.sampling.errors.rates)) {
     const bool isWhole = share == 1.0;
@@ -99,6 +99,9 @@ std::vector<std::pair<std::string, std::string>> inputOf(const std::vector<Model
     if (!options.codingFiles.empty()) input.emplace_back("coding", joined(options.codingFiles));
     if (!options.noncodingFiles.empty()) {
       input.emplace_back("non-coding", joined(options.noncodingFiles));
+    }
+    if (options.geneticCode != 1) {
+      input.emplace_back("genetic code", std::to_string(options.geneticCode));
     }
     input.emplace_back("error rates", ratesText(options.sampling.errors.rates));
     input.emplace_back("lengths", lengthsText(options.sampling));
@@ -187,7 +190,7 @@ void checkSources(const EvaluateOptions& options) {
 // Options of the simulation mean nothing for reads that are given.
 void checkGivenReads(const CLI::App& command) {
   for (const char* option : {"--preset", "--rates", "--length", "--full-length", "--per-transcript",
-                             "--read-count", "--indel-scale"}) {
+                             "--read-count", "--indel-scale", "--code"}) {
     if (command.count(option) > 0) throw CLI::ExcludesError("--reads", option);
   }
 }
@@ -209,6 +212,7 @@ void run(const CLI::App& command, CommandLine& line) {
   checkFiles(options);
   if (!options.readsPath.empty()) checkGivenReads(command);
   options.sampling = parseSampling(command, line.sampling);
+  options.geneticCode = line.sampling.geneticCode;
   options.sampling.errors.rates = scaleIndels(options.sampling.errors.rates, line.indelScale);
   if (!options.sampling.errors.rates.valid()) {
     throw CLI::ValidationError("--indel-scale", "the error rates would sum up to more than 1");

@@ -20,6 +20,7 @@ struct EvaluateOptions {
   std::string truthPath;
   std::vector<std::string> codingFiles;
   std::vector<std::string> noncodingFiles;
+  int geneticCode = 1;    // of the coding transcripts
   ReadSampling sampling;  // its seed is also that of the bootstrap
   std::string jsonPath;   // empty: none; "-": standard output, in place of the tables
   std::string plotsPath;  // folder; empty: none

@@ -8,6 +8,7 @@
 #include "simulation/transcript_file.h"
 #include "velto/velto.h"
 #include "workbench/parse_number.h"
+#include "workbench/prediction_options.h"
 
 namespace velto {
 namespace {
@@ -19,9 +20,9 @@ void reportRefused(const RefusalCounts& counts) {
             << counts.text();
 }
 
-void append(const std::vector<std::string>& files, TranscriptKind kind,
+void append(const std::vector<std::string>& files, TranscriptKind kind, const GeneticCode& code,
             std::vector<Transcript>& transcripts) {
-  TranscriptSet set = loadTranscripts(files, kind);
+  TranscriptSet set = loadTranscripts(files, kind, code);
   reportRefused(set.counts);
   transcripts.insert(transcripts.end(), std::make_move_iterator(set.transcripts.begin()),
                      std::make_move_iterator(set.transcripts.end()));
@@ -57,10 +58,12 @@ FragmentLengths parseLengths(const std::string& text) {
 }  // namespace
 
 std::vector<Transcript> loadSources(const std::vector<std::string>& codingFiles,
-                                    const std::vector<std::string>& noncodingFiles) {
+                                    const std::vector<std::string>& noncodingFiles,
+                                    int codeNumber) {
+  const GeneticCode& code = *geneticCode(codeNumber);
   std::vector<Transcript> transcripts;
-  append(codingFiles, TranscriptKind::kCoding, transcripts);
-  append(noncodingFiles, TranscriptKind::kNoncoding, transcripts);
+  append(codingFiles, TranscriptKind::kCoding, code, transcripts);
+  append(noncodingFiles, TranscriptKind::kNoncoding, code, transcripts);
   if (transcripts.empty()) throw Error("no usable transcript in the input");
   return transcripts;
 }
@@ -85,6 +88,7 @@ void addSamplingOptions(CLI::App& command, SamplingLine& line) {
       ->excludes(reads);
   command.add_option("--seed", line.seed, "The same seed gives the same bytes [1]")
       ->check(CLI::NonNegativeNumber);
+  addGeneticCodeOption(command, line.geneticCode);
 }
 
 ReadSampling parseSampling(const CLI::App& command, const SamplingLine& line) {

@@ -75,6 +75,7 @@ void run(const CLI::App& command, CommandLine& line) {
   requireDistinctFiles(inputs, {options.readsPath, options.truthPath});
   options.fastq = options.fastq || isFastqName(options.readsPath);
   options.sampling = parseSampling(command, line.sampling);
+  options.geneticCode = line.sampling.geneticCode;
   options.sampling.bothStrands = line.strand == kBoth;
   chooseQualities(command, line, options.sampling.errors);
   simulate(options);
@@ -87,7 +88,7 @@ void simulate(const SimulateOptions& options) {
   OutputFile& reads = outputs.add(options.readsPath);
   OutputFile* truth = options.truthPath.empty() ? nullptr : &outputs.add(options.truthPath);
   const std::vector<Transcript> transcripts =
-      loadSources(options.codingFiles, options.noncodingFiles);
+      loadSources(options.codingFiles, options.noncodingFiles, options.geneticCode);
   const Strands strands = options.sampling.bothStrands ? Strands::kNamed : Strands::kAllPlus;
   if (truth != nullptr) truth->write(truthHeader(strands));
   const std::uint64_t count = readCount(options.sampling, transcripts.size());

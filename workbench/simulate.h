@@ -12,6 +12,7 @@ namespace velto {
 struct SimulateOptions {
   std::vector<std::string> codingFiles;
   std::vector<std::string> noncodingFiles;
+  int geneticCode = 1;    // of the coding transcripts
   ReadSampling sampling;  // its errors have qualities if `fastq`
   bool fastq = false;     // else FASTA
   std::string readsPath = "-";

@@ -70,6 +70,13 @@ TEST_F(Simulate, CleanWholeTranscriptIsWrittenWithItsTruth) {
             truthHeader() + "r1\t16\tt\t1\t16\t3-14:2\t3\t14\texact\texact\t\t\n");
 }
 
+TEST_F(Simulate, TranscriptsAreReadByTheGeneticCode) {
+  write("ciliate.fa", ">t CDS=1-9\nATGTAATGA\n");
+  EXPECT_EQ(run("simulate --full-length ciliate.fa").status, 1);
+  const Outcome outcome = run("simulate --code 6 --preset clean --full-length ciliate.fa");
+  EXPECT_EQ(outcome.out, ">r1 t\nATGTAATGA\n");
+}
+
 TEST_F(Simulate, NoncodingReadsFollowTheCodingOnesWithoutIntervals) {
   const Outcome outcome =
       run("simulate --preset clean --full-length coding.fa --noncoding noncoding.fa --truth t.tsv");
