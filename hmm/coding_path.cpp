@@ -6,16 +6,7 @@
 namespace velto {
 namespace {
 
-// States of a path: in frame f, at a base that was inserted before a base in frame f, behind the
-// region. Before the region a path scores 0.
-enum PathState : std::int8_t { kFrame0 = 0, kInserted0 = 3, kBehind = 6, kBefore = 7 };
-constexpr int kPathStates = 7;
 using PathScores = std::array<float, kPathStates>;
-
-constexpr int kConfidenceReach = 8;  // bases
-
-constexpr int upFrame(int f) { return f == 2 ? 0 : f + 1; }
-constexpr int downFrame(int f) { return f == 0 ? 2 : f - 1; }
 
 // The better of two ways into a state; the first where they are equal.
 struct BestWay {
@@ -33,9 +24,12 @@ float endScore(const FramePosterior& last, int i, int f, float score) {
   return score - kEndCost + reward;
 }
 
+// The frame whose codon ends with base i - 1 first, so that ways do not depend on where a read
+// begins.
 BestWay wayBehind(const PathScores& scores, const FramePosterior& last, int i) {
   BestWay best{scores[kBehind], kBehind};
-  for (int f = 0; f < 3; ++f) {
+  for (int k = 0; k < 3; ++k) {
+    const int f = (i + k) % 3;
     best.offer(endScore(last, i, f, scores[static_cast<std::size_t>(f)]), f);
   }
   return best;
@@ -77,20 +71,6 @@ void scorePaths(std::span<const FramePosterior> posteriors, PathTrace& trace, Be
   end = wayBehind(scores, posteriors.back(), static_cast<int>(posteriors.size()));
 }
 
-// Posterior of this shift within kConfidenceReach bases, at most 1.
-double confidenceOf(std::span<const FramePosterior> posteriors, Frameshift::Kind kind, int position,
-                    int frame) {
-  const int first = std::max(0, position - kConfidenceReach);
-  const int last = std::min(static_cast<int>(posteriors.size()) - 1, position + kConfidenceReach);
-  float sum = 0.0f;
-  for (int i = first; i <= last; ++i) {
-    const FramePosterior& p = posteriors[static_cast<std::size_t>(i)];
-    sum += (kind == Frameshift::Kind::kInsertion ? p.inserted
-                                                 : p.deleted)[static_cast<std::size_t>(frame)];
-  }
-  return std::min(sum, 1.0f);
-}
-
 }  // namespace
 
 void framePosteriors(std::span<const StatePosterior> states, float factor,
@@ -116,29 +96,15 @@ void framePosteriors(std::span<const StatePosterior> states, float factor,
 void findCodingPath(std::span<const FramePosterior> posteriors, PathTrace& trace, Call& call) {
   BestWay end;
   scorePaths(posteriors, trace, end);
-  call.frame.assign(posteriors.size(), -1);
-  call.frameshifts.clear();
-  int state = end.from;
-  for (int i = static_cast<int>(posteriors.size()) - 1; i >= 0 && state != kBefore; --i) {
-    const int before = trace.from[static_cast<std::size_t>(i)][static_cast<std::size_t>(state)];
-    if (state < kInserted0) {
-      call.frame[static_cast<std::size_t>(i)] = static_cast<std::int8_t>(state);
-      if (call.stop < 0) call.stop = i;
-      call.start = i;
-      if (before == upFrame(state)) {
-        call.frameshifts.push_back({Frameshift::Kind::kDeletion, i});
-      }
-    } else if (state < kBehind) {
-      call.frameshifts.push_back({Frameshift::Kind::kInsertion, i});
-    }
-    state = before;
-  }
-  std::reverse(call.frameshifts.begin(), call.frameshifts.end());
-  for (Frameshift& shift : call.frameshifts) {
-    const bool inserted = shift.kind == Frameshift::Kind::kInsertion;
-    const auto at = static_cast<std::size_t>(inserted ? shift.position + 1 : shift.position);
-    shift.confidence = confidenceOf(posteriors, shift.kind, shift.position, call.frame[at]);
-  }
+  const auto before = [&](int i, int state) {
+    return trace.from[static_cast<std::size_t>(i)][static_cast<std::size_t>(state)];
+  };
+  const auto shifted = [&](Frameshift::Kind kind, int i, int f) {
+    const FramePosterior& p = posteriors[static_cast<std::size_t>(i)];
+    const bool inserted = kind == Frameshift::Kind::kInsertion;
+    return (inserted ? p.inserted : p.deleted)[static_cast<std::size_t>(f)];
+  };
+  takePath(static_cast<int>(posteriors.size()), end.from, before, shifted, call);
 }
 
 }  // namespace velto

@@ -1,6 +1,7 @@
 // From posterior probabilities to a coding region: the path that is expected to be right most.
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <cstdint>
 #include <span>
@@ -31,14 +32,57 @@ constexpr float kChangeCost = 0.5f;    // of a frameshift
 constexpr float kEndCost = 0.5f;       // of the first and of the last base of the region
 constexpr float kCodonReward = 12.0f;  // times the posterior of a start or stop codon at that end
 
+// States of a path: in frame f, at a base that was inserted before a base in frame f, behind the
+// region, before it. Before the region a path scores 0.
+enum PathState : std::int8_t { kFrame0 = 0, kInserted0 = 3, kBehind = 6, kBefore = 7 };
+constexpr int kPathStates = 7;  // without kBefore
+
+// Frames that a read goes on in behind a lost base and behind an inserted one are one below and one
+// above.
+constexpr int upFrame(int f) { return f == 2 ? 0 : f + 1; }
+constexpr int downFrame(int f) { return f == 0 ? 2 : f - 1; }
+
+constexpr int kConfidenceReach = 8;  // bases
+
 // Scratch of findCodingPath: where the best path to each base and state came from.
 struct PathTrace {
   std::vector<std::array<std::int8_t, 8>> from;
 };
 
-// Sets start, stop, frame and frameshifts of the call to the best path with coding bases that begins
-// with a codon.
-// The posteriors are those of at least one base.
+// Sets start, stop, frame and frameshifts of the call to the best path with coding bases that
+// begins with a codon. The posteriors are those of at least one base.
 void findCodingPath(std::span<const FramePosterior> posteriors, PathTrace& trace, Call& call);
+
+// Sets start, stop, frame and frameshifts of the call to the path over `length` bases that ends in
+// `state`. `before(i, state)` is the state before base i of the best path that is in `state` there,
+// `shifted(kind, i, f)` the posterior of a shift to frame f at base i.
+template <class Before, class Shifted>
+void takePath(int length, int state, Before before, Shifted shifted, Call& call) {
+  call.frame.assign(static_cast<std::size_t>(length), -1);
+  call.frameshifts.clear();
+  for (int i = length - 1; i >= 0 && state != kBefore; --i) {
+    const int from = before(i, state);
+    if (state < kInserted0) {
+      call.frame[static_cast<std::size_t>(i)] = static_cast<std::int8_t>(state);
+      if (call.stop < 0) call.stop = i;
+      call.start = i;
+      if (from == upFrame(state)) call.frameshifts.push_back({Frameshift::Kind::kDeletion, i});
+    } else if (state < kBehind) {
+      call.frameshifts.push_back({Frameshift::Kind::kInsertion, i});
+    }
+    state = from;
+  }
+  std::reverse(call.frameshifts.begin(), call.frameshifts.end());
+  for (Frameshift& shift : call.frameshifts) {
+    const bool inserted = shift.kind == Frameshift::Kind::kInsertion;
+    const auto at = static_cast<std::size_t>(inserted ? shift.position + 1 : shift.position);
+    const int last = std::min(length - 1, shift.position + kConfidenceReach);
+    float sum = 0.0f;
+    for (int i = std::max(0, shift.position - kConfidenceReach); i <= last; ++i) {
+      sum += shifted(shift.kind, i, call.frame[at]);
+    }
+    shift.confidence = std::min(sum, 1.0f);
+  }
+}
 
 }  // namespace velto

@@ -87,15 +87,16 @@ void HmmDecoder::decode(const ReadView& read, const Wishes& wishes, Scratch& scr
                         Call& call) const {
   auto& own = static_cast<HmmScratch&>(scratch);
   own.lattice.run(*model_, rates_, read, true);
-  if (!decide(own.lattice.evidence(), wishes, call)) return;
+  decide(own.lattice.evidence(), wishes, call);
+  if (!call.coding && !wishes.scores) return;
   framePosteriors(own.lattice.posteriors, givenCoding(call), own.frames);
-  finish(own.frames, wishes, own.trace, call);
+  if (call.coding) findCodingPath(own.frames, own.trace, call);
+  if (wishes.scores) fillScores(own.frames, call.probability, call);
 }
 
 #ifdef VELTO_HIGHWAY
 void HmmDecoder::decodeAll(std::span<const ReadView> reads, const Wishes& wishes, Scratch& scratch,
                            std::span<Call> calls) const {
-  auto& own = static_cast<HmmScratch&>(scratch);
   const std::vector<std::size_t> order = longestFirst(reads);
   std::size_t first = 0;
   while (first < order.size() && reads[order[first]].codes.size() > kMostBasesInLanes) {
@@ -104,17 +105,31 @@ void HmmDecoder::decodeAll(std::span<const ReadView> reads, const Wishes& wishes
   }
   for (; first < order.size(); first += kLanes) {
     const auto group = std::span(order).subspan(first, std::min(kLanes, order.size() - first));
-    std::array<ReadView, kLanes> inLanes;
-    std::transform(group.begin(), group.end(), inLanes.begin(),
-                   [&](std::size_t index) { return reads[index]; });
-    own.emissionLanes.fill(*model_, rates_, std::span(inLanes).first(group.size()), own.emissions);
-    own.lanes.run(model_->weights, own.emissions);
-    for (std::size_t lane = 0; lane < group.size(); ++lane) {
-      Call& call = calls[group[lane]];
-      if (!decide(own.lanes.evidence(lane), wishes, call)) continue;
-      own.lanes.framePosteriors(lane, givenCoding(call), own.frames);
-      finish(own.frames, wishes, own.trace, call);
-    }
+    decodeLanes(reads, group, wishes, scratch, calls);
+  }
+}
+
+void HmmDecoder::decodeLanes(std::span<const ReadView> reads, std::span<const std::size_t> group,
+                             const Wishes& wishes, Scratch& scratch, std::span<Call> calls) const {
+  auto& own = static_cast<HmmScratch&>(scratch);
+  std::array<ReadView, kLanes> inLanes;
+  std::transform(group.begin(), group.end(), inLanes.begin(),
+                 [&](std::size_t index) { return reads[index]; });
+  own.emissionLanes.fill(*model_, rates_, std::span(inLanes).first(group.size()), own.emissions);
+  own.lanes.run(model_->weights, own.emissions);
+  LaneRow factors{};
+  for (std::size_t lane = 0; lane < group.size(); ++lane) {
+    Call& call = calls[group[lane]];
+    decide(own.lanes.evidence(lane), wishes, call);
+    factors[lane] = givenCoding(call);
+  }
+  own.lanes.scorePaths(factors);
+  for (std::size_t lane = 0; lane < group.size(); ++lane) {
+    Call& call = calls[group[lane]];
+    if (call.coding) own.lanes.takePathOf(lane, call);
+    if (!wishes.scores) continue;
+    own.lanes.framePosteriors(lane, factors[lane], own.frames);
+    fillScores(own.frames, call.probability, call);
   }
 }
 #else
@@ -124,7 +139,7 @@ void HmmDecoder::decodeAll(std::span<const ReadView> reads, const Wishes& wishes
 }
 #endif
 
-bool HmmDecoder::decide(const ReadEvidence& evidence, const Wishes& wishes, Call& call) const {
+void HmmDecoder::decide(const ReadEvidence& evidence, const Wishes& wishes, Call& call) const {
   const ReadDecision& decision = model_->decision;
   call.clear();
   call.score = evidence.logOdds;
@@ -132,13 +147,6 @@ bool HmmDecoder::decide(const ReadEvidence& evidence, const Wishes& wishes, Call
       withShare(codingProbability(decision, evidence), decision.codingShare, codingShare_);
   const double least = std::isnan(wishes.minProbability) ? kMinProbability : wishes.minProbability;
   call.coding = call.probability >= least;
-  return call.coding || wishes.scores;
-}
-
-void HmmDecoder::finish(const std::vector<FramePosterior>& frames, const Wishes& wishes,
-                        PathTrace& trace, Call& call) {
-  if (call.coding) findCodingPath(frames, trace, call);
-  if (wishes.scores) fillScores(frames, call.probability, call);
 }
 
 Calibration HmmDecoder::learn(std::span<const ReadView> sample, const Calibration& known) const {

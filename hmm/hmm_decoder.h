@@ -7,7 +7,6 @@
 #include "core/decoder.h"
 #include "core/file_source.h"
 #include "hmm/base_rates.h"
-#include "hmm/coding_path.h"
 #include "hmm/hmm_model.h"
 #include "hmm/read_decision.h"
 
@@ -42,12 +41,12 @@ class HmmDecoder : public Decoder {
  private:
   double learnShare(std::span<const ReadView> sample) const;
 
-  // Sets all of the call but path and scores; true if one of them is wanted.
-  bool decide(const ReadEvidence& evidence, const Wishes& wishes, Call& call) const;
+  // Sets all of the call but path and scores.
+  void decide(const ReadEvidence& evidence, const Wishes& wishes, Call& call) const;
 
-  // Adds path and scores from the posteriors given that the read codes.
-  static void finish(const std::vector<FramePosterior>& frames, const Wishes& wishes,
-                     PathTrace& trace, Call& call);
+  // decodeAll of the reads of a group, one in each lane.
+  void decodeLanes(std::span<const ReadView> reads, std::span<const std::size_t> group,
+                   const Wishes& wishes, Scratch& scratch, std::span<Call> calls) const;
 
   std::shared_ptr<const HmmModel> model_;
   FileRates rates_;

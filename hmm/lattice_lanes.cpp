@@ -2,6 +2,7 @@
 #include "hmm/lattice_lanes.h"
 
 #include <algorithm>
+#include <iterator>
 #include <limits>
 
 #undef HWY_TARGET_INCLUDE
@@ -47,8 +48,32 @@ class LaneGroup {
       V scale = hn::Set(d_, 1.0f);
       if (isRescaled(p)) scale = rescale(row);
       store(scale, tables_.scale[p]);
-      for (std::size_t s = 0; s < kStates; ++s) store(row[s], tables_.forward[p * kStates + s]);
+      for (std::size_t s = 0; s < kStates; ++s) store(row[s], tables_.values[p * kStates + s]);
     }
+    for (std::size_t s = 0; s < kStates; ++s) store(row[s], tables_.last[s]);
+  }
+
+  // scorePaths of coding_path.cpp, operation by operation.
+  HWY_ATTR void scorePaths(const LaneRow& factors) {
+    factor_ = load(factors);
+    V scores[kPathStates];
+    for (V& score : scores) score = hn::Set(d_, -std::numeric_limits<float>::infinity());
+    for (std::size_t p = 0; p < emissions_.positions; ++p) {
+      beginPaths(p, scores);
+      WayRow* ways = tables_.ways.data() + p * kLaneWays;
+      V next[kPathStates];
+      for (std::size_t f = 0; f < 3; ++f) {
+        const Ways into = wayIntoFrame(p, f, scores);
+        next[f] = into.score;
+        store(into.from, ways[kWayIntoFrame + f]);
+        next[kInserted0 + f] = less(scores[downFrame(static_cast<int>(f))], kChangeCost);
+      }
+      const Ways behind = wayBehind(p, scores);
+      next[kBehind] = behind.score;
+      store(behind.from, ways[kWayBehind]);
+      std::copy(std::begin(next), std::end(next), scores);
+    }
+    store(wayBehind(emissions_.positions, scores).from, tables_.end);
   }
 
   HWY_ATTR void runBackward() {
@@ -65,6 +90,12 @@ class LaneGroup {
  private:
   HWY_ATTR V load(const LaneRow& row) const { return hn::LoadU(d_, row.data() + firstLane_); }
   HWY_ATTR void store(V x, LaneRow& row) const { hn::StoreU(x, d_, row.data() + firstLane_); }
+
+  HWY_ATTR void store(V from, WayRow& row) const {
+    const hn::RebindToSigned<D> whole;
+    const hn::Rebind<std::uint8_t, D> bytes;
+    hn::StoreU(hn::DemoteTo(bytes, hn::ConvertTo(whole, from)), bytes, row.data() + firstLane_);
+  }
 
   bool isRescaled(std::size_t p) const {
     return (emissions_.positions - 1 - p) % kRescaleStep == 0;
@@ -185,14 +216,14 @@ class LaneGroup {
   }
 
   HWY_ATTR void writePosterior(std::size_t p, const Emission& e, const V (&backward)[kStates]) {
-    const LaneRow* forward = tables_.forward.data() + p * kStates;
+    LaneRow* const forward = tables_.values.data() + p * kStates;
     V post[kStates];
     for (std::size_t s = 0; s < kStates; ++s) post[s] = hn::Mul(load(forward[s]), backward[s]);
     const V total = sumOf(post);
     const V inverse =
         hn::IfThenElse(isNothing(total), hn::Zero(d_), hn::Div(hn::Set(d_, 1.0f), total));
     for (V& x : post) x = hn::Mul(x, inverse);
-    LaneRow* out = tables_.posterior.data() + p * kLanePosteriors;
+    LaneRow* const out = forward;
     for (std::size_t k = 0; k < 3; ++k) {
       store(hn::Add(hn::Add(post[kC0 + k], post[kS0 + k]), post[kE0 + k]), out[kCodingBase + k]);
       store(post[kI0 + k], out[kInsertedBase + k]);
@@ -210,6 +241,65 @@ class LaneGroup {
     }
   }
 
+  // Frames count from the first position: frame f is of phase (p - f) mod 3 there.
+  static std::size_t phaseOf(std::size_t p, std::size_t f) { return (p + 3 - f) % 3; }
+
+  struct Ways {
+    V score, from;
+  };
+
+  HWY_ATTR void offer(V score, int state, Ways& best) const {
+    const auto better = hn::Gt(score, best.score);
+    best.score = hn::IfThenElse(better, score, best.score);
+    best.from = hn::IfThenElse(better, number(state), best.from);
+  }
+
+  HWY_ATTR V number(int state) const { return hn::Set(d_, static_cast<float>(state)); }
+  HWY_ATTR V less(V x, float cost) const { return hn::Sub(x, hn::Set(d_, cost)); }
+  HWY_ATTR V codonReward(V posterior) const {
+    return hn::Mul(hn::Set(d_, kCodonReward), hn::Mul(posterior, factor_));
+  }
+
+  HWY_ATTR Ways wayBehind(std::size_t p, const V (&scores)[kPathStates]) const {
+    Ways best{scores[kBehind], number(kBehind)};
+    const LaneRow* last = tables_.values.data() + (p == 0 ? 0 : p - 1) * kStates;
+    for (std::size_t k = 0; k < 3; ++k) {
+      const std::size_t f = (p + k) % 3;
+      V score = less(scores[f], kEndCost);
+      if (k == 0) score = hn::Add(score, codonReward(load(last[kStopBase])));
+      offer(score, static_cast<int>(f), best);
+    }
+    return best;
+  }
+
+  HWY_ATTR Ways wayIntoFrame(std::size_t p, std::size_t f, const V (&scores)[kPathStates]) const {
+    const LaneRow* now = tables_.values.data() + p * kStates;
+    const int frame = static_cast<int>(f);
+    Ways best{scores[f], number(frame)};
+    const int deletedFrom = upFrame(frame);
+    offer(less(scores[deletedFrom], kChangeCost), deletedFrom, best);
+    offer(scores[kInserted0 + f], kInserted0 + frame, best);
+    if (f == p % 3) offer(less(codonReward(load(now[kStartBase])), kEndCost), kBefore, best);
+    const V posterior = hn::Mul(load(now[kCodingBase + phaseOf(p, f)]), factor_);
+    best.score = hn::Add(best.score, less(posterior, kCodingCost));
+    return best;
+  }
+
+  // No path is on its way where a read begins.
+  HWY_ATTR void beginPaths(std::size_t p, V (&scores)[kPathStates]) const {
+    HWY_ALIGN float begins[kLanes];
+    bool any = false;
+    for (std::size_t lane = 0; lane < hn::Lanes(d_); ++lane) {
+      const bool here = emissions_.begin[firstLane_ + lane] == p;
+      begins[lane] = here ? 1.0f : 0.0f;
+      any = any || here;
+    }
+    if (!any) return;
+    const auto here = hn::Gt(hn::Load(d_, begins), hn::Zero(d_));
+    const V none = hn::Set(d_, -std::numeric_limits<float>::infinity());
+    for (V& score : scores) score = hn::IfThenElse(here, none, score);
+  }
+
   HWY_ATTR V sumOfThree(const V* x) const { return hn::Add(hn::Add(x[0], x[1]), x[2]); }
 
   const D d_{};
@@ -217,6 +307,7 @@ class LaneGroup {
   const LaneEmissions& emissions_;
   LaneTables& tables_;
   const std::size_t firstLane_;
+  V factor_ = hn::Zero(d_);  // of the posteriors that paths look at
 };
 
 HWY_ATTR void runLanes(const PathWeights& weights, const LaneEmissions& emissions,
@@ -228,6 +319,13 @@ HWY_ATTR void runLanes(const PathWeights& weights, const LaneEmissions& emission
   }
 }
 
+HWY_ATTR void scoreLanes(const PathWeights& weights, const LaneEmissions& emissions,
+                         const LaneRow& factors, LaneTables& tables) {
+  for (std::size_t lane = 0; lane < kLanes; lane += hn::Lanes(D())) {
+    LaneGroup(weights, emissions, tables, lane).scorePaths(factors);
+  }
+}
+
 }  // namespace
 }  // namespace velto::HWY_NAMESPACE
 HWY_AFTER_NAMESPACE();
@@ -236,26 +334,25 @@ HWY_AFTER_NAMESPACE();
 namespace velto {
 
 HWY_EXPORT(runLanes);
+HWY_EXPORT(scoreLanes);
 
 // ---- 2. Results of a lane
 
 void LatticeLanes::run(const PathWeights& weights, const LaneEmissions& emissions) {
+  weights_ = &weights;
   emissions_ = &emissions;
-  tables_.forward.resize(emissions.positions * kHmmStates);
+  tables_.values.resize(emissions.positions * kHmmStates);
   tables_.scale.resize(emissions.positions);
-  tables_.posterior.resize(emissions.positions * kLanePosteriors);
+  tables_.ways.resize(emissions.positions * kLaneWays);
   HWY_DYNAMIC_DISPATCH(runLanes)(weights, emissions, tables_);
 }
 
 ReadEvidence LatticeLanes::evidence(std::size_t lane) const {
-  const std::size_t positions = emissions_->positions;
   StateRow last;
-  for (std::size_t s = 0; s < kHmmStates; ++s) {
-    last[s] = tables_.forward[(positions - 1) * kHmmStates + s][lane];
-  }
+  for (std::size_t s = 0; s < kHmmStates; ++s) last[s] = tables_.last[s][lane];
   double sum = 0.0;
-  for (std::size_t p = emissions_->begin[lane]; p < positions; ++p) {
-    sum += tables_.posterior[p * kLanePosteriors + kOfRegion][lane];
+  for (std::size_t p = emissions_->begin[lane]; p < emissions_->positions; ++p) {
+    sum += tables_.values[p * kHmmStates + kOfRegion][lane];
   }
   return evidenceOf(last, sum);
 }
@@ -265,7 +362,7 @@ void LatticeLanes::framePosteriors(std::size_t lane, float factor,
   const std::size_t begin = emissions_->begin[lane];
   frames.resize(emissions_->positions - begin);
   std::size_t phase0 = 0;
-  const LaneRow* row = tables_.posterior.data() + begin * kLanePosteriors;
+  const LaneRow* row = tables_.values.data() + begin * kHmmStates;
   for (FramePosterior& out : frames) {
     for (std::size_t k = 0; k < 3; ++k) {
       const std::size_t f = (phase0 + 3 - k) % 3;
@@ -276,8 +373,45 @@ void LatticeLanes::framePosteriors(std::size_t lane, float factor,
     out.start = row[kStartBase][lane] * factor;
     out.stop = row[kStopBase][lane] * factor;
     phase0 = phase0 == 2 ? 0 : phase0 + 1;
-    row += kLanePosteriors;
+    row += kHmmStates;
   }
+}
+
+void LatticeLanes::scorePaths(const LaneRow& factors) {
+  factors_ = factors;
+  HWY_DYNAMIC_DISPATCH(scoreLanes)(*weights_, *emissions_, factors, tables_);
+}
+
+void LatticeLanes::takePathOf(std::size_t lane, Call& call) const {
+  const std::size_t begin = emissions_->begin[lane];
+  const LaneRow* rows = tables_.values.data() + begin * kHmmStates;
+  const WayRow* ways = tables_.ways.data() + begin * kLaneWays;
+  // Frames of the read count from its first base.
+  const int shift = static_cast<int>(begin % 3);
+  std::array<int, kPathStates + 1> readState{};  // [PathState of the lane]
+  std::array<std::size_t, kPathStates> wayOf{};  // [PathState of the read] its LaneWay
+  wayOf[kBehind] = kWayBehind;
+  for (int state = 0; state <= kPathStates; ++state) {
+    const bool hasFrame = state < kBehind;
+    const int frame = (state % 3 + 3 - shift) % 3;
+    readState[static_cast<std::size_t>(state)] = hasFrame ? state - state % 3 + frame : state;
+    if (state < kInserted0) {
+      wayOf[static_cast<std::size_t>(frame)] = static_cast<std::size_t>(kWayIntoFrame + state);
+    }
+  }
+  const auto before = [&](int i, int state) {
+    if (state >= kInserted0 && state < kBehind) return downFrame(state - kInserted0);
+    const std::size_t way = wayOf[static_cast<std::size_t>(state)];
+    return readState[ways[static_cast<std::size_t>(i) * kLaneWays + way][lane]];
+  };
+  const auto shifted = [&](Frameshift::Kind kind, int i, int f) {
+    const LaneRow* row = rows + static_cast<std::size_t>(i) * kHmmStates;
+    const int phase = (i % 3 + 3 - f) % 3;
+    const int first = kind == Frameshift::Kind::kInsertion ? kInsertedBase : kLostBase;
+    return row[first + phase][lane] * factors_[lane];
+  };
+  takePath(static_cast<int>(emissions_->positions - begin), readState[tables_.end[lane]], before,
+           shifted, call);
 }
 
 }  // namespace velto

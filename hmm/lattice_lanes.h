@@ -1,8 +1,11 @@
 // Posterior probabilities of the states of up to eight reads at once, one read in each lane of the
-// processor's vectors. All results equal those of runForward and runBackward to the last bit.
+// processor's vectors, and their best paths. All results equal those of runForward, runBackward and
+// findCodingPath to the last bit.
 #pragma once
 
+#include <array>
 #include <cstddef>
+#include <cstdint>
 #include <vector>
 
 #include "hmm/coding_path.h"
@@ -23,27 +26,42 @@ enum LanePosterior {
   kLanePosteriors
 };
 
+// Where the best path to a state came from, as the number of its PathState, for every lane. Frames
+// are counted from the first position.
+enum LaneWay { kWayIntoFrame, kWayBehind = kWayIntoFrame + 3, kLaneWays };
+using WayRow = std::array<std::uint8_t, kLanes>;  // [lane]
+
 // Rows of values by base position, for the emissions of some reads.
 struct LaneTables {
-  std::vector<LaneRow> forward;    // [position][HmmState]
-  std::vector<LaneRow> scale;      // [position]
-  std::vector<LaneRow> posterior;  // [position][LanePosterior]
+  std::vector<LaneRow> values;  // [position][HmmState] forward sums; runBackward puts posteriors in
+                                // their place, [position][LanePosterior]
+  std::vector<LaneRow> scale;   // [position]
+  std::vector<WayRow> ways;     // [position][LaneWay]
+  std::array<LaneRow, kHmmStates> last;  // [HmmState] forward sums of the last position
+  WayRow end;                            // PathState of the best path at the end
 };
 
 // Memory kept from group to group of reads; for one thread at a time.
 class LatticeLanes {
  public:
-  // Runs forward and backward over emissions of one position or more, which it refers to until the
-  // next run.
+  // Runs forward and backward over emissions of one position or more, which it refers to, as to the
+  // weights, until the next run.
   void run(const PathWeights& weights, const LaneEmissions& emissions);
 
   // Of the read in a lane of the last run.
   ReadEvidence evidence(std::size_t lane) const;
   void framePosteriors(std::size_t lane, float factor, std::vector<FramePosterior>& frames) const;
 
+  // Finds the best paths of all lanes, with posteriors times a factor for each lane, and that of
+  // one lane for a call, as findCodingPath does.
+  void scorePaths(const LaneRow& factors);
+  void takePathOf(std::size_t lane, Call& call) const;
+
  private:
-  const LaneEmissions* emissions_ = nullptr;  // of the last run
+  const PathWeights* weights_ = nullptr;      // of the last run
+  const LaneEmissions* emissions_ = nullptr;  // likewise
   LaneTables tables_;
+  LaneRow factors_{};  // of the last scorePaths
 };
 
 }  // namespace velto

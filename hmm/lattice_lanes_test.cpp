@@ -31,8 +31,25 @@ void expectSame(const FramePosterior& a, const FramePosterior& b) {
   EXPECT_EQ(a.stop, b.stop);
 }
 
+void expectSamePath(const std::vector<FramePosterior>& frames, const LatticeLanes& lanes,
+                    std::size_t lane) {
+  Call plain, fast;
+  PathTrace trace;
+  findCodingPath(frames, trace, plain);
+  lanes.takePathOf(lane, fast);
+  EXPECT_EQ(plain.start, fast.start);
+  EXPECT_EQ(plain.stop, fast.stop);
+  EXPECT_EQ(plain.frame, fast.frame);
+  ASSERT_EQ(plain.frameshifts.size(), fast.frameshifts.size());
+  for (std::size_t k = 0; k < plain.frameshifts.size(); ++k) {
+    EXPECT_EQ(plain.frameshifts[k].kind, fast.frameshifts[k].kind);
+    EXPECT_EQ(plain.frameshifts[k].position, fast.frameshifts[k].position);
+    EXPECT_EQ(plain.frameshifts[k].confidence, fast.frameshifts[k].confidence);
+  }
+}
+
 void expectPlain(const PathWeights& weights, const std::vector<BaseEmission>& emissions,
-                 const LatticeLanes& lanes, std::size_t lane) {
+                 const LatticeLanes& lanes, std::size_t lane, float factor) {
   ForwardRows forward;
   std::vector<StatePosterior> posteriors;
   runForward({weights, emissions}, forward);
@@ -41,13 +58,14 @@ void expectPlain(const PathWeights& weights, const std::vector<BaseEmission>& em
   EXPECT_EQ(plain.logOdds, fast.logOdds);
   EXPECT_EQ(plain.codingBases, fast.codingBases);
   std::vector<FramePosterior> plainFrames, fastFrames;
-  framePosteriors(posteriors, 1.25f, plainFrames);
-  lanes.framePosteriors(lane, 1.25f, fastFrames);
+  framePosteriors(posteriors, factor, plainFrames);
+  lanes.framePosteriors(lane, factor, fastFrames);
   ASSERT_EQ(plainFrames.size(), fastFrames.size());
   for (std::size_t i = 0; i < plainFrames.size(); ++i) {
     SCOPED_TRACE(i);
     expectSame(plainFrames[i], fastFrames[i]);
   }
+  expectSamePath(plainFrames, lanes, lane);
 }
 
 LaneEmissions inLanes(const std::vector<std::vector<BaseEmission>>& reads) {
@@ -81,9 +99,14 @@ void expectPlainOnThisTarget(std::uint64_t seed) {
     for (const int length : lengths) reads.push_back(randomEmissions(length, random));
     const LaneEmissions emissions = inLanes(reads);
     lanes.run(weights, emissions);
+    LaneRow factors;
+    for (std::size_t lane = 0; lane < kLanes; ++lane) {
+      factors[lane] = 1.0f + 0.1f * static_cast<float>(lane);
+    }
+    lanes.scorePaths(factors);
     for (std::size_t lane = 0; lane < reads.size(); ++lane) {
       SCOPED_TRACE(lane);
-      expectPlain(weights, reads[lane], lanes, lane);
+      expectPlain(weights, reads[lane], lanes, lane, factors[lane]);
     }
   }
 }
@@ -102,7 +125,8 @@ TEST(LatticeLanes, ReadWithoutAnyPathHasNoPosteriors) {
   LatticeLanes lanes;
   const LaneEmissions emissions = inLanes(reads);
   lanes.run(toyModel().weights, emissions);
-  expectPlain(toyModel().weights, reads[1], lanes, 1);
+  lanes.scorePaths(LaneRow{});
+  expectPlain(toyModel().weights, reads[1], lanes, 1, 0.0f);
   EXPECT_EQ(lanes.evidence(1).codingBases, 0.0);
 }
 
