@@ -1,6 +1,7 @@
 #include "hmm/composition.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <numeric>
 
 #include "core/base_code.h"
@@ -8,15 +9,18 @@
 namespace velto {
 namespace {
 
-// Pair that ends at base i, behind all others where a base of it is unknown.
-std::size_t pairAt(std::span<const short> codes, int i) {
-  const int first = codes[static_cast<std::size_t>(i - 1)];
-  const int second = codes[static_cast<std::size_t>(i)];
-  const bool known = isKnownBase(first) && isKnownBase(second);
-  return static_cast<std::size_t>(known ? 4 * first + second : kDinucleotides);
+// [base] the pair that ends there, behind all others where a base of it is unknown or missing.
+std::vector<std::uint8_t> indexPairs(std::span<const short> codes) {
+  std::vector<std::uint8_t> pairs(codes.size(), kDinucleotides);
+  for (std::size_t i = 1; i < codes.size(); ++i) {
+    const int first = codes[i - 1], second = codes[i];
+    const bool known = isKnownBase(first) & isKnownBase(second);
+    pairs[i] = static_cast<std::uint8_t>(known ? 4 * first + second : kDinucleotides);
+  }
+  return pairs;
 }
 
-using PairCounts = std::array<int, kDinucleotides + 1>;  // [pairAt]
+using PairCounts = std::array<int, kDinucleotides + 1>;  // [pair]
 
 Composition compositionOf(const PairCounts& counts) {
   Composition composition;
@@ -40,16 +44,17 @@ int Composition::gcClass() const {
 }
 
 void compose(std::span<const short> codes, std::vector<Composition>& blocks) {
-  const int length = static_cast<int>(codes.size());
+  constexpr std::size_t kReach = kCompositionReach;
+  const std::vector<std::uint8_t> pairs = indexPairs(codes);
   blocks.clear();
   PairCounts counts{};
-  int first = 1, last = 1;  // pairs that end at bases [first, last) are counted
-  for (int begin = 0; begin < length; begin += kCompositionBlock) {
-    const int middle = begin + kCompositionBlock / 2;
-    const int from = std::max(1, middle - kCompositionReach + 1);
-    const int to = std::min(length, middle + kCompositionReach);
-    for (; last < to; ++last) ++counts[pairAt(codes, last)];
-    for (; first < from; ++first) --counts[pairAt(codes, first)];
+  std::size_t first = 0, last = 0;  // pairs that end at bases [first, last) are counted
+  for (std::size_t begin = 0; begin < codes.size(); begin += kCompositionBlock) {
+    const std::size_t middle = begin + kCompositionBlock / 2;
+    const std::size_t from = middle < kReach ? 0 : middle - kReach + 1;
+    const std::size_t to = std::min(codes.size(), middle + kReach);
+    for (; last < to; ++last) ++counts[pairs[last]];
+    for (; first < from; ++first) --counts[pairs[first]];
     blocks.push_back(compositionOf(counts));
   }
 }

@@ -27,6 +27,16 @@ struct HmmScratch : Decoder::Scratch {
   std::vector<FramePosterior> frames;
   PathTrace trace;
 #ifdef VELTO_HIGHWAY
+  // Posteriors of the reads of a group, one in each lane.
+  void runLanes(const HmmModel& model, const FileRates& rates, std::span<const ReadView> reads,
+                std::span<const std::size_t> group) {
+    std::array<ReadView, kLanes> inLanes;
+    std::transform(group.begin(), group.end(), inLanes.begin(),
+                   [&](std::size_t index) { return reads[index]; });
+    emissionLanes.fill(model, rates, std::span(inLanes).first(group.size()), emissions);
+    lanes.run(model.weights, emissions);
+  }
+
   EmissionLanes emissionLanes;
   LaneEmissions emissions;
   LatticeLanes lanes;
@@ -37,14 +47,21 @@ struct HmmScratch : Decoder::Scratch {
 // Longer reads, of which eight would take more than 30 MB, are decoded alone.
 constexpr std::size_t kMostBasesInLanes = 20000;
 
-// Indices of the reads, equal lengths in order of the reads.
-std::vector<std::size_t> longestFirst(std::span<const ReadView> reads) {
+// Calls `alone` with the index of each long read, then `together` with those of groups of reads of
+// like length.
+template <class Alone, class Together>
+void inGroups(std::span<const ReadView> reads, Alone alone, Together together) {
+  const auto length = [&](std::size_t index) { return reads[index].codes.size(); };
   std::vector<std::size_t> order(reads.size());
   std::iota(order.begin(), order.end(), std::size_t{0});
-  std::stable_sort(order.begin(), order.end(), [&](std::size_t a, std::size_t b) {
-    return reads[a].codes.size() > reads[b].codes.size();
-  });
-  return order;
+  std::stable_sort(order.begin(), order.end(),
+                   [&](std::size_t a, std::size_t b) { return length(a) > length(b); });
+  std::size_t first = 0;
+  while (first < order.size() && length(order[first]) > kMostBasesInLanes) alone(order[first++]);
+  for (; first < order.size(); first += kLanes) {
+    together(
+        std::span<const std::size_t>(order).subspan(first, std::min(kLanes, order.size() - first)));
+  }
 }
 #endif
 
@@ -97,26 +114,18 @@ void HmmDecoder::decode(const ReadView& read, const Wishes& wishes, Scratch& scr
 #ifdef VELTO_HIGHWAY
 void HmmDecoder::decodeAll(std::span<const ReadView> reads, const Wishes& wishes, Scratch& scratch,
                            std::span<Call> calls) const {
-  const std::vector<std::size_t> order = longestFirst(reads);
-  std::size_t first = 0;
-  while (first < order.size() && reads[order[first]].codes.size() > kMostBasesInLanes) {
-    const std::size_t alone = order[first++];
-    decode(reads[alone], wishes, scratch, calls[alone]);
-  }
-  for (; first < order.size(); first += kLanes) {
-    const auto group = std::span(order).subspan(first, std::min(kLanes, order.size() - first));
-    decodeLanes(reads, group, wishes, scratch, calls);
-  }
+  auto& own = static_cast<HmmScratch&>(scratch);
+  inGroups(
+      reads, [&](std::size_t index) { decode(reads[index], wishes, scratch, calls[index]); },
+      [&](std::span<const std::size_t> group) {
+        own.runLanes(*model_, rates_, reads, group);
+        callLanes(group, wishes, scratch, calls);
+      });
 }
 
-void HmmDecoder::decodeLanes(std::span<const ReadView> reads, std::span<const std::size_t> group,
-                             const Wishes& wishes, Scratch& scratch, std::span<Call> calls) const {
+void HmmDecoder::callLanes(std::span<const std::size_t> group, const Wishes& wishes,
+                           Scratch& scratch, std::span<Call> calls) const {
   auto& own = static_cast<HmmScratch&>(scratch);
-  std::array<ReadView, kLanes> inLanes;
-  std::transform(group.begin(), group.end(), inLanes.begin(),
-                 [&](std::size_t index) { return reads[index]; });
-  own.emissionLanes.fill(*model_, rates_, std::span(inLanes).first(group.size()), own.emissions);
-  own.lanes.run(model_->weights, own.emissions);
   LaneRow factors{};
   for (std::size_t lane = 0; lane < group.size(); ++lane) {
     Call& call = calls[group[lane]];
@@ -132,10 +141,38 @@ void HmmDecoder::decodeLanes(std::span<const ReadView> reads, std::span<const st
     fillScores(own.frames, call.probability, call);
   }
 }
+
+std::vector<ReadEvidence> HmmDecoder::evidenceOfAll(std::span<const ReadView> reads) const {
+  HmmScratch own;
+  std::vector<ReadEvidence> evidence(reads.size());
+  inGroups(
+      reads,
+      [&](std::size_t index) {
+        own.lattice.run(*model_, rates_, reads[index], true);
+        evidence[index] = own.lattice.evidence();
+      },
+      [&](std::span<const std::size_t> group) {
+        own.runLanes(*model_, rates_, reads, group);
+        for (std::size_t lane = 0; lane < group.size(); ++lane) {
+          evidence[group[lane]] = own.lanes.evidence(lane);
+        }
+      });
+  return evidence;
+}
 #else
 void HmmDecoder::decodeAll(std::span<const ReadView> reads, const Wishes& wishes, Scratch& scratch,
                            std::span<Call> calls) const {
   Decoder::decodeAll(reads, wishes, scratch, calls);
+}
+
+std::vector<ReadEvidence> HmmDecoder::evidenceOfAll(std::span<const ReadView> reads) const {
+  HmmScratch own;
+  std::vector<ReadEvidence> evidence;
+  for (const ReadView& read : reads) {
+    own.lattice.run(*model_, rates_, read, true);
+    evidence.push_back(own.lattice.evidence());
+  }
+  return evidence;
 }
 #endif
 
@@ -178,13 +215,14 @@ std::shared_ptr<const Decoder> HmmDecoder::calibrated(const Calibration& calibra
 
 double HmmDecoder::learnShare(std::span<const ReadView> sample) const {
   const std::size_t count = std::min(kMostShareReads, sample.size());
-  ReadLattice lattice;
-  std::vector<double> probabilities;
+  std::vector<ReadView> chosen;
   for (std::size_t k = 0; k < count; ++k) {
     const ReadView& read = sample[k * sample.size() / count];
-    if (read.codes.empty()) continue;
-    lattice.run(*model_, rates_, read, true);
-    probabilities.push_back(codingProbability(model_->decision, lattice.evidence()));
+    if (!read.codes.empty()) chosen.push_back(read);
+  }
+  std::vector<double> probabilities;
+  for (const ReadEvidence& evidence : evidenceOfAll(chosen)) {
+    probabilities.push_back(codingProbability(model_->decision, evidence));
   }
   return learnCodingShare(probabilities, model_->decision.codingShare);
 }

@@ -44,9 +44,12 @@ class HmmDecoder : public Decoder {
   // Sets all of the call but path and scores.
   void decide(const ReadEvidence& evidence, const Wishes& wishes, Call& call) const;
 
-  // decodeAll of the reads of a group, one in each lane.
-  void decodeLanes(std::span<const ReadView> reads, std::span<const std::size_t> group,
-                   const Wishes& wishes, Scratch& scratch, std::span<Call> calls) const;
+  // Fills the calls of a group of reads that were run in lanes.
+  void callLanes(std::span<const std::size_t> group, const Wishes& wishes, Scratch& scratch,
+                 std::span<Call> calls) const;
+
+  // Of reads of one base or more, in their order.
+  std::vector<ReadEvidence> evidenceOfAll(std::span<const ReadView> reads) const;
 
   std::shared_ptr<const HmmModel> model_;
   FileRates rates_;
