@@ -126,10 +126,12 @@ void runBackward(const LatticeView& lattice, const ForwardRows& forward,
     const BaseEmission& e = lattice.emissions[i];
     if (!lattice.masks.empty()) applyMask(lattice.masks[i], backward);
     StatePosterior& out = posteriors[i];
-    const float inverse = posteriorOf(forward.state[i], backward, out.state) * forward.scale[i];
+    const float inverse = posteriorOf(forward.state[i], backward, out.state);
     for (std::size_t k = 0; k < 3; ++k) {
       const float before = i == 0 ? 0.0f : forward.state[i - 1][kC0 + (k + 1) % 3];
-      out.deletion[k] = before * e.deletion * (e.kind[k] * backward[kC0 + k]) * inverse;
+      // The inverse times the scale may overflow.
+      const float lost = before * e.deletion * (e.kind[k] * backward[kC0 + k]) * inverse;
+      out.deletion[k] = lost * forward.scale[i];
     }
     if (i == 0) break;
     backward = previousRow(lattice.weights, e, backward);

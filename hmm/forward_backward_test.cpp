@@ -200,6 +200,32 @@ TEST(ForwardBackward, NoPathLeftIsMinusInfinityAndZero) {
   for (const StatePosterior& p : lattice.posteriors) EXPECT_EQ(sumOf(p.state), 0.0f);
 }
 
+// Until the middle all speaks for a non-coding read, from there on for a coding one, whose forward sums
+// have vanished by then: the total at the middle is near the least float.
+TEST(ForwardBackward, ReadsOfTwoKindsHaveFinitePosteriors) {
+  constexpr std::size_t kLength = 60;
+  for (float against = 0.5f; against > 1e-3f; against *= 0.8f) {
+    std::vector<BaseEmission> emissions(kLength);
+    for (std::size_t i = 0; i < kLength; ++i) {
+      BaseEmission& e = emissions[i];
+      const bool first = i < kLength / 2;
+      e.kind.fill(1e-4f * against);
+      e.kind[kNoncodingRead] = 1e-4f * (first ? 1.0f : against);
+      for (std::size_t k = 0; k < 3; ++k) e.kind[k] = 1e-4f * (first ? against * against : 1.0f);
+      e.deletion = 0.01f;
+      e.stay = 0.99f;
+    }
+    ForwardRows forward;
+    std::vector<StatePosterior> posteriors;
+    const PathWeights weights = toyModel().weights;
+    runForward({weights, emissions}, forward);
+    runBackward({weights, emissions}, forward, posteriors);
+    for (const StatePosterior& p : posteriors) {
+      for (const float lost : p.deletion) ASSERT_TRUE(lost >= 0.0f && lost <= 1.001f) << against;
+    }
+  }
+}
+
 TEST(ForwardBackward, CertainReadsHaveFiniteOdds) {
   StateRow row{};
   row[kC0] = 1.0f;

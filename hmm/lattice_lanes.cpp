@@ -233,11 +233,12 @@ class LaneGroup {
     const V bases = hn::Add(sumOfThree(post + kC0), sumOfThree(post + kI0));
     const V ends = hn::Add(sumOfThree(post + kS0), sumOfThree(post + kE0));
     store(hn::Add(bases, ends), out[kOfRegion]);
-    const V lost = hn::Mul(inverse, load(tables_.scale[p]));
+    const V scale = load(tables_.scale[p]);
     for (std::size_t k = 0; k < 3; ++k) {
       const V before = p == 0 ? hn::Zero(d_) : load((forward - kStates)[kC0 + (k + 1) % 3]);
       const V here = hn::Mul(e.kind[k], backward[kC0 + k]);
-      store(hn::Mul(hn::Mul(hn::Mul(before, e.deletion), here), lost), out[kLostBase + k]);
+      const V lost = hn::Mul(hn::Mul(hn::Mul(before, e.deletion), here), inverse);
+      store(hn::Mul(lost, scale), out[kLostBase + k]);
     }
   }
 
