@@ -23,4 +23,13 @@ TranscriptSet loadTranscripts(const std::vector<std::string>& paths, TranscriptK
   return set;
 }
 
+std::string fastaRecord(const Transcript& transcript) {
+  std::string record = ">" + transcript.name;
+  if (transcript.isCoding()) {
+    record += " CDS=" + std::to_string(transcript.cdsStart + 1) + "-" +
+              std::to_string(transcript.cdsStop + 1);
+  }
+  return record + "\n" + baseLetters(transcript.bases) + "\n";
+}
+
 }  // namespace velto

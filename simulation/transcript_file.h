@@ -18,4 +18,7 @@ struct TranscriptSet {
 TranscriptSet loadTranscripts(const std::vector<std::string>& paths, TranscriptKind kind,
                               const GeneticCode& code = standardCode());
 
+// The FASTA record of a transcript, as loadTranscripts reads it but for the group.
+std::string fastaRecord(const Transcript& transcript);
+
 }  // namespace velto

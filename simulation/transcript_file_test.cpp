@@ -40,6 +40,17 @@ TEST(TranscriptFile, AcceptedRecordsKeepTheOrderOfFilesAndRefusedAreCounted) {
   EXPECT_EQ(set.counts.of(Refusal::kNoRegion), 1);
 }
 
+TEST(TranscriptFile, RecordsOfTranscriptsReadBack) {
+  const std::string coding = ">a CDS=2-10\nCATGNNNTAAC\n", noncoding = ">b\nACG\n";
+  const TextFile both("both.fa", coding + noncoding);
+  const TranscriptSet first = loadTranscripts({both.path()}, TranscriptKind::kCoding);
+  const TranscriptSet second = loadTranscripts({both.path()}, TranscriptKind::kNoncoding);
+  ASSERT_EQ(first.transcripts.size(), 1U);
+  ASSERT_EQ(second.transcripts.size(), 1U);
+  EXPECT_EQ(fastaRecord(first.transcripts[0]), coding);
+  EXPECT_EQ(fastaRecord(second.transcripts[0]), noncoding);
+}
+
 TEST(TranscriptFile, MissingFileIsAnInputError) {
   EXPECT_THROW(loadTranscripts({"no/such/file.fa"}, TranscriptKind::kCoding), InputError);
 }

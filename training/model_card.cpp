@@ -2,10 +2,12 @@
 
 #include <zlib.h>
 
+#include <cmath>
 #include <cstdio>
 #include <fstream>
 #include <nlohmann/json.hpp>
 
+#include "evaluation/evaluation_figures.h"
 #include "predict/model_card.h"
 
 namespace velto {
@@ -26,6 +28,31 @@ Json inputs(const std::vector<std::string>& files, const RefusalCounts& counts) 
     list.push_back(entry);
   }
   return {{"files", list}, {"accepted", counts.accepted()}, {"refused", counts.refused()}};
+}
+
+// Rounded to four decimals: more would be noise. Null where there was nothing to be judged.
+Json shortened(const FigureValue& figure) {
+  return figure.value ? Json(std::round(*figure.value * 1e4) / 1e4) : Json();
+}
+
+Json figuresOf(const EvaluationCounts& counts) {
+  return {{"reads", counts.reads},
+          {"frame_f1", shortened(frameF1Of(counts))},
+          {"correlation", shortened(correlationOf(counts))},
+          {"start_and_stop_exact", shortened(bothExactOf(counts))},
+          {"noncoding_called", shortened(noncodingCalledOf(counts))}};
+}
+
+// {decoder: {preset: figures}}.
+Json accuracies(const std::vector<HeldBackAccuracy>& ofDecoders) {
+  Json card = Json::object();
+  for (const HeldBackAccuracy& accuracy : ofDecoders) {
+    Json& decoder = card[accuracy.front().decoder];
+    for (std::size_t p = 0; p < accuracy.size(); ++p) {
+      decoder[kJudgedPresets[p]] = figuresOf(accuracy[p].total);
+    }
+  }
+  return card;
 }
 
 }  // namespace
@@ -50,9 +77,54 @@ std::string modelCardText(const CardFacts& facts, std::span<const TrainedDecoder
             {"command", facts.command},
             {"seed", facts.seed},
             {"coding", inputs(facts.codingFiles, facts.codingCounts)},
-            {"noncoding", inputs(facts.noncodingFiles, facts.noncodingCounts)}};
+            {"noncoding", inputs(facts.noncodingFiles, facts.noncodingCounts)},
+            {"judged", accuracies(facts.accuracy)}};
   for (const TrainedDecoder& decoder : decoders) card.update(Json::parse(decoder.card));
   return card.dump(2, ' ', false, Json::error_handler_t::replace) + "\n";
+}
+
+namespace {
+
+// The number at a place such as "/coding/accepted".
+std::optional<double> numberAt(const Json& card, const std::string& place) {
+  const Json::json_pointer pointer(place);
+  if (!card.contains(pointer) || !card[pointer].is_number()) return std::nullopt;
+  return card[pointer].get<double>();
+}
+
+long countAt(const Json& card, const std::string& place) {
+  const std::optional<double> count = numberAt(card, place);
+  return count && *count >= 0.0 && *count < 1e15 ? static_cast<long>(*count) : -1;
+}
+
+DecoderSummary summaryOf(const Json& judged) {
+  DecoderSummary summary;
+  for (std::size_t p = 0; p < kJudgedPresets.size(); ++p) {
+    summary.frameF1[p] = numberAt(judged, std::string("/") + kJudgedPresets[p] + "/frame_f1");
+  }
+  summary.noncodingCalled =
+      numberAt(judged, std::string("/") + kJudgedPresets.front() + "/noncoding_called");
+  return summary;
+}
+
+}  // namespace
+
+DecoderSummary CardSummary::of(const std::string& decoder) const {
+  const auto found = decoders.find(decoder);
+  return found == decoders.end() ? DecoderSummary() : found->second;
+}
+
+CardSummary readCardSummary(const std::string& directory) {
+  std::ifstream in(directory + '/' + kModelCardFile, std::ios::binary);
+  const Json card = Json::parse(in, nullptr, false);
+  if (!card.is_object()) return {};
+  CardSummary summary{countAt(card, "/coding/accepted"), countAt(card, "/noncoding/accepted"), {}};
+  const auto judged = card.find("judged");
+  if (judged == card.end() || !judged->is_object()) return summary;
+  for (const auto& [decoder, figures] : judged->items()) {
+    summary.decoders[decoder] = summaryOf(figures);
+  }
+  return summary;
 }
 
 }  // namespace velto

@@ -1,11 +1,15 @@
 // The card of a trained model: where it comes from and how well it does, as JSON.
 #pragma once
 
+#include <array>
 #include <cstdint>
+#include <map>
+#include <optional>
 #include <span>
 #include <string>
 #include <vector>
 
+#include "training/held_back_accuracy.h"
 #include "training/trainer.h"
 
 namespace velto {
@@ -19,11 +23,32 @@ struct CardFacts {
   std::vector<std::string> noncodingFiles;
   RefusalCounts codingCounts;
   RefusalCounts noncodingCounts;
+  std::vector<HeldBackAccuracy> accuracy;  // [decoder]
 };
 
 // The text of `model.json`: the facts, then the members of each decoder's card. Reads the input
 // files again for their checksums; throws Error when that fails. Standard input has no checksum.
 std::string modelCardText(const CardFacts& facts, std::span<const TrainedDecoder> decoders);
+
+// What a card tells about one decoder on reads of held-back transcripts; empty where it does not.
+struct DecoderSummary {
+  std::array<std::optional<double>, kJudgedPresets.size()> frameF1;  // [preset]
+  std::optional<double> noncodingCalled;                             // of the est reads
+};
+
+// What a list of models tells about one.
+struct CardSummary {
+  long coding = -1;     // transcripts it was trained on; -1: not told
+  long noncoding = -1;  // likewise
+  std::map<std::string, DecoderSummary> decoders;
+
+  // Nothing for a decoder that is not told about.
+  DecoderSummary of(const std::string& decoder) const;
+};
+
+// Reads `model.json` in a model directory as modelCardText wrote it. Members of other types tell
+// nothing, and so does a directory without a readable card.
+CardSummary readCardSummary(const std::string& directory);
 
 // CRC-32 of a file's bytes as eight hexadecimal digits.
 std::string fileChecksum(const std::string& path);

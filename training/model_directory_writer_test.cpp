@@ -30,8 +30,9 @@ class ModelDirectoryWriter : public testing::Test {
 };
 
 TEST_F(ModelDirectoryWriter, WritesTheFilesOfEveryDecoderAndJoinsTheirCards) {
-  const TrainedDecoder decoders[] = {{{{"a.txt", "1\n"}, {"sub/b.txt", ""}}, R"({"x": 1})", {}},
-                                     {{{"sub/c.bin", std::string("\0z", 2)}}, R"({"y": [2]})", {}}};
+  const TrainedDecoder decoders[] = {
+      {"one", {{"a.txt", "1\n"}, {"sub/b.txt", ""}}, R"({"x": 1})", {}},
+      {"two", {{"sub/c.bin", std::string("\0z", 2)}}, R"({"y": [2]})", {}}};
   CardFacts facts;
   facts.version = "0.0";
   facts.seed = 7;
@@ -46,6 +47,41 @@ TEST_F(ModelDirectoryWriter, WritesTheFilesOfEveryDecoderAndJoinsTheirCards) {
   EXPECT_EQ(card["seed"], 7);
   EXPECT_EQ(card["x"], 1);
   EXPECT_EQ(card["y"][0], 2);
+}
+
+TEST_F(ModelDirectoryWriter, CardTellsOfEveryDecoderHowItDidOnHeldBackReads) {
+  HeldBackAccuracy accuracy;
+  for (ModelEvaluation& judged : accuracy) judged.decoder = "two";
+  EvaluationCounts& est = accuracy[0].total;  // 8 coding bases, 8 called, 6 of them in frame
+  est.coding = est.called = 8;
+  est.inFrame = 6;
+  est.noncodingReads = 4;
+  est.noncodingCalled = 1;
+  CardFacts facts;
+  facts.codingCounts.add(Refusal::kNone);
+  facts.accuracy = {accuracy};
+  OutputDirectory output(directory_.string());
+  writeModelDirectory(facts, {}, output);
+  output.commit();
+  const CardSummary card = readCardSummary(directory_.string());
+  EXPECT_EQ(card.coding, 1);
+  EXPECT_EQ(card.noncoding, 0);
+  EXPECT_EQ(card.of("two").frameF1[0], 0.75);
+  EXPECT_EQ(card.of("two").noncodingCalled, 0.25);
+  EXPECT_FALSE(card.of("two").frameF1[1].has_value());
+  EXPECT_FALSE(card.of("one").frameF1[0].has_value());
+}
+
+TEST_F(ModelDirectoryWriter, OddCardsTellNothing) {
+  for (const char* text : {"", "[]", "{", R"({"coding": 1, "judged": {"vote": []}})",
+                           R"({"coding": {"accepted": 1e300}, "judged": []})",
+                           R"({"judged": {"vote": {"est": {"frame_f1": "high"}}}})"}) {
+    std::ofstream(directory_ / "model.json") << text;
+    const CardSummary card = readCardSummary(directory_.string());
+    EXPECT_EQ(card.coding, -1) << text;
+    EXPECT_FALSE(card.of("vote").frameF1[0].has_value()) << text;
+  }
+  EXPECT_EQ(readCardSummary((directory_ / "none").string()).coding, -1);
 }
 
 TEST(Trainers, VoteComesFirst) {

@@ -7,8 +7,9 @@ namespace velto {
 
 std::span<const Trainer> trainers() {
   static constexpr Trainer kTrainers[] = {
-      {"vote", [](const TrainingJob& job) { return voteFiles(trainVotes(job, planFor(job))); }},
-      {"hmm", trainHmmFiles},
+      {"vote", checkVoteData,
+       [](const TrainingJob& job) { return voteFiles(trainVotes(job, planFor(job))); }},
+      {"hmm", checkHmmData, trainHmmFiles},
   };
   return kTrainers;
 }

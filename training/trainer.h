@@ -37,6 +37,7 @@ struct ModelFile {
 
 // What a trainer makes.
 struct TrainedDecoder {
+  std::string name;
   std::vector<ModelFile> files;
   std::string card;                  // JSON object; its members join those of the model card
   std::vector<std::string> remarks;  // lines for the user: where data were scarce
@@ -44,6 +45,7 @@ struct TrainedDecoder {
 
 struct Trainer {
   const char* decoder;                              // name, as velto scan --decoder has it
+  void (*check)(const TrainingJob& job);            // throws TooLittleData, without any work
   TrainedDecoder (*train)(const TrainingJob& job);  // throws TooLittleData
 };
 

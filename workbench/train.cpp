@@ -2,6 +2,7 @@
 
 #include <unistd.h>
 
+#include <algorithm>
 #include <chrono>
 #include <filesystem>
 #include <functional>
@@ -10,14 +11,15 @@
 #include <memory>
 
 #include "seqio/output_directory.h"
+#include "seqio/output_set.h"
 #include "simulation/transcript_file.h"
 #include "training/fold_split.h"
-#include "training/model_comparison.h"
+#include "training/held_back_accuracy.h"
 #include "training/model_directory_writer.h"
 #include "training/trainer.h"
 #include "training/transcript_groups.h"
-#include "workbench/default_model.h"
 #include "workbench/file_options.h"
+#include "workbench/installed_models.h"
 #include "workbench/threads.h"
 
 namespace velto {
@@ -87,9 +89,26 @@ std::function<void(const std::string&)> progressLines() {
   };
 }
 
-std::vector<TrainedDecoder> trainAll(const TrainingJob& job) {
+std::vector<std::string> trainerNames() {
+  std::vector<std::string> names;
+  for (const Trainer& trainer : trainers()) names.emplace_back(trainer.decoder);
+  return names;
+}
+
+// The trainers asked for; all of them for no name.
+std::vector<Trainer> chosenTrainers(const std::vector<std::string>& names) {
+  std::vector<Trainer> chosen;
+  for (const Trainer& trainer : trainers()) {
+    const bool isNamed = std::find(names.begin(), names.end(), trainer.decoder) != names.end();
+    if (names.empty() || isNamed) chosen.push_back(trainer);
+  }
+  return chosen;
+}
+
+std::vector<TrainedDecoder> trainAll(const std::vector<Trainer>& trainers, const TrainingJob& job) {
+  for (const Trainer& trainer : trainers) trainer.check(job);
   std::vector<TrainedDecoder> decoders;
-  for (const Trainer& trainer : trainers()) decoders.push_back(trainer.train(job));
+  for (const Trainer& trainer : trainers) decoders.push_back(trainer.train(job));
   return decoders;
 }
 
@@ -99,59 +118,104 @@ void remark(const std::vector<TrainedDecoder>& decoders) {
   }
 }
 
-Model inMemory(const CardFacts& facts, const std::vector<TrainedDecoder>& decoders) {
+Model inMemory(const std::vector<TrainedDecoder>& decoders) {
   std::map<std::string, std::string> texts;
   for (const TrainedDecoder& decoder : decoders) {
     for (const ModelFile& file : decoder.files) texts[file.path] = file.bytes;
   }
-  texts["model.json"] = modelCardText(facts, decoders);
   return Model(std::move(texts));
 }
 
-// Says where the new model does worse than the one that scan takes by default, if there is one.
-void compareWithDefault(const Model& made, const TrainingJob& job) {
+std::vector<HeldBackAccuracy> judge(const std::vector<TrainedDecoder>& decoders,
+                                    const HeldBackReads& reads) {
+  const Model made = inMemory(decoders);
+  std::vector<HeldBackAccuracy> accuracy;
+  for (const TrainedDecoder& decoder : decoders) {
+    accuracy.push_back(accuracyOn(reads, Predictor(made, decoder.name)));
+  }
+  return accuracy;
+}
+
+// Says where the new decoders do worse than those of the model that scan takes by default, if there
+// is one.
+void compareWithDefault(const std::vector<HeldBackAccuracy>& accuracy, const HeldBackReads& reads) {
   const std::string directory = defaultModelDirectory();
   if (!std::filesystem::exists(directory)) return;
-  const FoldSplit split = splitFolds(job.coding, job.noncoding);
-  for (const std::string& line :
-       comparison(Predictor(made), Predictor(directory), directory, split.heldBack, job.seed)) {
-    std::cerr << "velto: " << line << "\n";
+  const Model other(directory);
+  const std::vector<std::string> has = other.decoders();
+  for (const HeldBackAccuracy& made : accuracy) {
+    const std::string& decoder = made.front().decoder;
+    if (std::find(has.begin(), has.end(), decoder) == has.end()) continue;
+    const HeldBackAccuracy theirs = accuracyOn(reads, Predictor(other, decoder));
+    for (const std::string& line : comparison(made, theirs, directory)) {
+      std::cerr << "velto: " << line << "\n";
+    }
   }
+}
+
+std::string heldBackText(const TranscriptPool& pool) {
+  std::string text;
+  for (const auto* list : {&pool.coding, &pool.noncoding}) {
+    for (const Transcript* transcript : *list) text += fastaRecord(*transcript);
+  }
+  return text;
 }
 
 // The output's place is left out: the same model may be made anywhere.
 std::string commandText(const TrainOptions& options) {
   return "velto train --coding" + joined(options.codingFiles) + " --noncoding" +
-         joined(options.noncodingFiles) + " --seed " + std::to_string(options.seed) +
-         (options.quick ? " --quick" : "");
+         joined(options.noncodingFiles) +
+         (options.decoders.empty() ? "" : " --decoder" + joined(options.decoders)) + " --seed " +
+         std::to_string(options.seed) + (options.quick ? " --quick" : "");
+}
+
+struct Transcripts {
+  TranscriptSet coding;
+  TranscriptSet noncoding;
+};
+
+Transcripts loadAll(const TrainOptions& options) {
+  Transcripts all{load(options.codingFiles, TranscriptKind::kCoding, "coding"),
+                  load(options.noncodingFiles, TranscriptKind::kNoncoding, "non-coding")};
+  const std::string groups = groupTranscripts(all.coding.transcripts, all.noncoding.transcripts);
+  if (options.quiet) return all;
+  std::cerr << "velto: " << groups << "\n";
+  const std::string duplicates = duplicatesText(all.coding.transcripts, all.noncoding.transcripts);
+  if (!duplicates.empty()) std::cerr << "velto: " << duplicates << "\n";
+  return all;
+}
+
+// Trains, judges and writes a model.
+void makeModel(const TrainOptions& options, const Transcripts& all, const TranscriptPool& heldBack,
+               OutputDirectory& output) {
+  TrainingJob job{all.coding.transcripts, all.noncoding.transcripts};
+  job.seed = options.seed;
+  job.quick = options.quick;
+  if (!options.quiet) job.progress = progressLines();
+  const std::vector<TrainedDecoder> decoders = trainAll(chosenTrainers(options.decoders), job);
+  const HeldBackReads reads = heldBackReads(heldBack, job.seed);
+  const std::vector<HeldBackAccuracy> accuracy = judge(decoders, reads);
+  if (!options.quiet) {
+    remark(decoders);
+    compareWithDefault(accuracy, reads);
+  }
+  const CardFacts facts{VELTO_VERSION,       commandText(options),   options.seed,
+                        options.codingFiles, options.noncodingFiles, all.coding.counts,
+                        all.noncoding.counts, accuracy};
+  writeModelDirectory(facts, decoders, output);
 }
 
 }  // namespace
 
 void train(const TrainOptions& options) {
-  TranscriptSet coding = load(options.codingFiles, TranscriptKind::kCoding, "coding");
-  TranscriptSet noncoding = load(options.noncodingFiles, TranscriptKind::kNoncoding, "non-coding");
-  const std::string groups = groupTranscripts(coding.transcripts, noncoding.transcripts);
-  if (!options.quiet) {
-    std::cerr << "velto: " << groups << "\n";
-    const std::string duplicates = duplicatesText(coding.transcripts, noncoding.transcripts);
-    if (!duplicates.empty()) std::cerr << "velto: " << duplicates << "\n";
-  }
+  const Transcripts all = loadAll(options);
+  const TranscriptPool heldBack =
+      splitFolds(all.coding.transcripts, all.noncoding.transcripts).heldBack;
   OutputDirectory output(options.outputPath);
-  TrainingJob job{coding.transcripts, noncoding.transcripts};
-  job.seed = options.seed;
-  job.quick = options.quick;
-  if (!options.quiet) job.progress = progressLines();
-  const std::vector<TrainedDecoder> decoders =
-      withThreads(options.threads, [&job] { return trainAll(job); });
-  if (!options.quiet) remark(decoders);
-  const CardFacts facts{VELTO_VERSION,       commandText(options),   options.seed,
-                        options.codingFiles, options.noncodingFiles, coding.counts,
-                        noncoding.counts};
-  if (!options.quiet) {
-    withThreads(options.threads, [&] { compareWithDefault(inMemory(facts, decoders), job); });
-  }
-  writeModelDirectory(facts, decoders, output);
+  OutputSet files;
+  if (!options.heldBackPath.empty()) files.add(options.heldBackPath).write(heldBackText(heldBack));
+  withThreads(options.threads, [&] { makeModel(options, all, heldBack, output); });
+  files.commit();
   output.commit();
 }
 
@@ -168,6 +232,12 @@ void addTrainCommand(CLI::App& app) {
   command->add_option("-o,--output", options->outputPath, "Model directory to make")
       ->required()
       ->check(fileName());
+  command->add_option("--decoder", options->decoders, "Decoders to train [all]")
+      ->check(CLI::IsMember(trainerNames()));
+  command
+      ->add_option("--held-back", options->heldBackPath,
+                   "FASTA file for the fifth of the transcripts that was held back to judge by")
+      ->check(fileName());
   command->add_option("--seed", options->seed, "The same seed gives the same model [1]");
   command->add_option("-t,--threads", options->threads, "Threads [all]")
       ->check(CLI::PositiveNumber);
@@ -182,7 +252,7 @@ void addTrainCommand(CLI::App& app) {
     }
     std::vector<std::string> inputs = options->codingFiles;
     inputs.insert(inputs.end(), options->noncodingFiles.begin(), options->noncodingFiles.end());
-    requireDistinctFiles(inputs, {});
+    requireDistinctFiles(inputs, {options->heldBackPath});
     train(*options);
   });
 }

@@ -56,6 +56,17 @@ TEST_F(Train, TooLittleDataIsSaidAtOnceAndLeavesNothing) {
   EXPECT_EQ(entries(), 4U);  // the two inputs and the two streams
 }
 
+TEST_F(Train, PosteriorDecoderAloneLooksAtItsOwnDataOnly) {
+  EXPECT_EQ(run("--decoder hmm --coding coding.fa --noncoding noncoding.fa -o model"), 1);
+  EXPECT_NE(errors_.find("too little data for the posterior decoder"), std::string::npos)
+      << errors_;
+}
+
+TEST_F(Train, HeldBackTranscriptsDoNotReplaceAnInput) {
+  EXPECT_EQ(run("--coding coding.fa --noncoding noncoding.fa -o model --held-back coding.fa"), 2);
+  EXPECT_TRUE(fs::file_size(directory_ / "coding.fa") > 0);
+}
+
 TEST_F(Train, RefusedTranscriptsAreCountedByReason) {
   run("--coding coding.fa --noncoding noncoding.fa -o model");
   EXPECT_EQ(errors_.rfind("velto: 1 of 2 coding records refused:\n"
@@ -93,6 +104,7 @@ TEST_F(Train, WrongCommandLinesAreUsageErrors) {
   for (const char* arguments :
        {"", "--coding coding.fa -o model", "--coding coding.fa --noncoding noncoding.fa",
         "--coding coding.fa --noncoding noncoding.fa -o model -t 0",
+        "--coding coding.fa --noncoding noncoding.fa -o model --decoder none",
         "--coding coding.fa --noncoding noncoding.fa -o ''", "--coding - --noncoding - -o model",
         "--coding coding.fa --noncoding noncoding.fa -o model --seed x"}) {
     EXPECT_EQ(run(arguments), 2) << arguments;

@@ -78,7 +78,7 @@ std::string borrowing(const SampleCounts& counts, const ReadClass& readClass) {
 }  // namespace
 
 TrainedDecoder voteFiles(const TrainedVotes& votes) {
-  TrainedDecoder made;
+  TrainedDecoder made{"vote", {}, "", {}};
   Json classes = Json::array();
   for (int c = 0; c < kReadClasses; ++c) {
     const TrainedClass& trained = votes[static_cast<std::size_t>(c)];

@@ -38,10 +38,15 @@ std::size_t scaled(double size, double effort) {
   return static_cast<std::size_t>(std::llround(size * effort));
 }
 
-SamplingPlan samplingPlan(double effort) {
-  return {.windows = scaled(240000, effort),
-          .maxDraws = scaled(600000, effort),
-          .windowsPerRead = 4,
+// Long reads give more windows, as each takes longer to draw.
+SamplingPlan samplingPlan(const ReadClass& readClass, double effort) {
+  constexpr int kWindowsPerRead[] = {4, 8, 16};  // [length class]
+  constexpr double kWindows = 240000.0;
+  constexpr double kDrawsPerRead = 10.0;
+  const int perRead = kWindowsPerRead[readClass.lengthId];
+  return {.windows = scaled(kWindows, effort),
+          .maxDraws = scaled(kDrawsPerRead * kWindows / perRead, effort),
+          .windowsPerRead = perRead,
           .noncodingFraction = 0.12,
           .maxBorrowed = 2.0,
           .borrowedWeight = 0.5,
@@ -54,16 +59,16 @@ SamplingPlan samplingPlan(double effort) {
 // Long reads have more bases to judge by, and take longer.
 SearchPlan searchPlan(const ReadClass& readClass) {
   if (readClass.lengthId == 0) {
-    return {.generations = 60,
+    return {.generations = 40,
             .earlyFraction = 0.25,
-            .lateGenerations = 15,
-            .steps = 400,
+            .lateGenerations = 10,
+            .steps = 200,
             .objective = fragmentObjective(readClass)};
   }
-  return {.generations = 60,
+  return {.generations = 40,
           .earlyFraction = readClass.lengthId == 1 ? 0.25 : 0.2,
-          .lateGenerations = 12,
-          .steps = 200,
+          .lateGenerations = 8,
+          .steps = 120,
           .objective = wholeReadObjective(readClass)};
 }
 
@@ -72,8 +77,12 @@ SearchPlan searchPlan(const ReadClass& readClass) {
 GroupPlan standardPlan(const ReadClass& readClass, double effort) {
   constexpr double kReads[] = {3200, 2400, 1600};  // [length class]
   return {
-      .sampling = samplingPlan(effort),
-      .boosting = {.stumps = kModelHypotheses - 1, .batch = 20, .finalSweeps = 5, .ridge = 400.0},
+      .sampling = samplingPlan(readClass, effort),
+      .boosting = {.stumps = kModelHypotheses - 1,
+                   .batch = 20,
+                   .batchesPerSweep = 2,
+                   .finalSweeps = 5,
+                   .ridge = 400.0},
       .search = searchPlan(readClass),
       .reads = scaled(kReads[readClass.lengthId], effort)};
 }

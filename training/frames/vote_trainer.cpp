@@ -93,27 +93,8 @@ GroupReads drawGroup(const std::vector<const TranscriptPool*>& folds,
 constexpr std::size_t kMinTranscripts = 50;
 constexpr std::size_t kMinLongTranscripts = 10;
 
-// Throws TooLittleData.
-void checkTranscripts(const std::vector<Transcript>& coding) {
-  const int longRead = readLengths({0, 2, 196}).shortest;
-  const auto isLong = [longRead](const Transcript& t) { return t.length() >= longRead; };
-  const auto longOnes =
-      static_cast<std::size_t>(std::count_if(coding.begin(), coding.end(), isLong));
-  if (coding.size() < kMinTranscripts) {
-    throw TooLittleData("too little data: " + std::to_string(coding.size()) +
-                        " coding transcripts, at least " + std::to_string(kMinTranscripts) +
-                        " are needed; with fewer the human model does better");
-  }
-  if (longOnes < kMinLongTranscripts) {
-    throw TooLittleData("too little data for the longest reads: " + std::to_string(longOnes) +
-                        " of " + std::to_string(coding.size()) +
-                        " coding transcripts have more than 3000 bases, at least " +
-                        std::to_string(kMinLongTranscripts) + " are needed");
-  }
-}
-
-// Fraction of the windows that the votes of the matrix search are made from; they need not be the
-// best.
+// Fraction of the windows, and of the reads drawn for them, that the votes of the matrix search are
+// made from; they need not be the best.
 constexpr double kSearchFraction = 0.3;
 
 // Time of a matrix search over that of training one vote, roughly, by length group.
@@ -160,8 +141,9 @@ class VoteTrainer {
     const ReadClass readClass = readClassAt(c);
     GroupPlan plan = plan_(readClass);
     if (without < kTrainingFolds) {
-      plan.sampling.windows =
-          static_cast<std::size_t>(kSearchFraction * static_cast<double>(plan.sampling.windows));
+      for (std::size_t* size : {&plan.sampling.windows, &plan.sampling.maxDraws}) {
+        *size = static_cast<std::size_t>(kSearchFraction * static_cast<double>(*size));
+      }
     }
     const int stream = c + kReadClasses * static_cast<int>(without);
     WindowSet windows;
@@ -262,8 +244,27 @@ class VoteTrainer {
 
 }  // namespace
 
+void checkVoteData(const TrainingJob& job) {
+  const std::vector<Transcript>& coding = job.coding;
+  const int longRead = readLengths({0, 2, 196}).shortest;
+  const auto isLong = [longRead](const Transcript& t) { return t.length() >= longRead; };
+  const auto longOnes =
+      static_cast<std::size_t>(std::count_if(coding.begin(), coding.end(), isLong));
+  if (coding.size() < kMinTranscripts) {
+    throw TooLittleData("too little data: " + std::to_string(coding.size()) +
+                        " coding transcripts, at least " + std::to_string(kMinTranscripts) +
+                        " are needed; with fewer the human model does better");
+  }
+  if (longOnes < kMinLongTranscripts) {
+    throw TooLittleData("too little data for the longest reads: " + std::to_string(longOnes) +
+                        " of " + std::to_string(coding.size()) +
+                        " coding transcripts have more than 3000 bases, at least " +
+                        std::to_string(kMinLongTranscripts) + " are needed");
+  }
+}
+
 TrainedVotes trainVotes(const TrainingJob& job, const PlanOfGroup& plan) {
-  checkTranscripts(job.coding);
+  checkVoteData(job);
   return VoteTrainer(job, plan).train();
 }
 

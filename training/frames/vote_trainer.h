@@ -16,6 +16,9 @@ struct TrainedClass {
 
 using TrainedVotes = std::array<TrainedClass, kReadClasses>;
 
+// Throws TooLittleData for fewer coding transcripts, or fewer long ones, than a vote can be trained on.
+void checkVoteData(const TrainingJob& job);
+
 // Boosts votes that leave out one training fold each, searches the matrices on the reads of all
 // folds, each scored by the votes that did not see it, and boosts the model's votes on all folds.
 // Throws TooLittleData, before any work where there are too few transcripts, or when a class lacks

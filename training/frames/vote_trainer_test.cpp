@@ -17,6 +17,7 @@ GroupPlan tinyPlan(const ReadClass& readClass) {
   GroupPlan plan = standardPlan(readClass);
   plan.sampling.windows = 3000;
   plan.sampling.maxDraws = 2500;
+  plan.sampling.windowsPerRead = 4;
   plan.boosting.stumps = 20;
   plan.boosting.finalSweeps = 2;
   plan.search = {.generations = 1, .earlyFraction = 0.5, .lateGenerations = 1, .steps = 5};

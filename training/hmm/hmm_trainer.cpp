@@ -115,25 +115,29 @@ std::string cardOf(const TrainedHmm& trained) {
 
 }  // namespace
 
-HmmPlan standardHmmPlan(double codingBases) {
+HmmPlan standardHmmPlan(double codingBases, bool quick) {
   constexpr double kManyBases = 14e6;
-  constexpr double kMostSteps = 7000.0;
+  constexpr int kLeastSteps = 200;
+  const double mostSteps = quick ? 2100.0 : 7000.0;
   const double share = std::min(1.0, codingBases / kManyBases);
   HmmPlan plan;
   plan.network.shape = {4, 48, {}};
   for (int offset = -8; offset <= 12; offset += 2) plan.network.shape.offsets.push_back(offset);
-  plan.network.steps = std::max(200, static_cast<int>(kMostSteps * std::pow(share, 0.65)));
+  plan.network.steps = 
+      std::max(kLeastSteps, static_cast<int>(mostSteps * std::pow(share, 0.65)));
   plan.calibrationReads = std::max<std::size_t>(500, static_cast<std::size_t>(3000.0 * share));
   return plan;
 }
+
+void checkHmmData(const TrainingJob& job) { checkParts(splitFolds(job.coding, job.noncoding)); }
 
 TrainedHmm trainHmm(const TrainingJob& job, const HmmPlan& plan) {
   return HmmTrainer(job, plan).train();
 }
 
 TrainedDecoder trainHmmFiles(const TrainingJob& job) {
-  const TrainedHmm trained = trainHmm(job, standardHmmPlan(basesOf(job.coding)));
-  return {{{kHmmModelFile, hmmModelText(trained.model)}}, cardOf(trained), {}};
+  const TrainedHmm trained = trainHmm(job, standardHmmPlan(basesOf(job.coding), job.quick));
+  return {"hmm", {{kHmmModelFile, hmmModelText(trained.model)}}, cardOf(trained), {}};
 }
 
 }  // namespace velto

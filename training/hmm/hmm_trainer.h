@@ -14,8 +14,8 @@ struct HmmPlan {
 };
 
 // What `velto train` follows for so many bases of coding transcripts: fewer of them bear fewer
-// steps before the network learns them by heart.
-HmmPlan standardHmmPlan(double codingBases);
+// steps before the network learns them by heart. A quick try takes three tenths of the steps.
+HmmPlan standardHmmPlan(double codingBases, bool quick = false);
 
 struct TrainedHmm {
   HmmModel model;
@@ -23,6 +23,9 @@ struct TrainedHmm {
   double heldBackLikelihood = 0.0;  // natural logarithm of the probability of the true paths per
                                     // 1000 bases of reads of the held-back part
 };
+
+// Throws TooLittleData unless every part of the transcripts has something to count and to draw from.
+void checkHmmData(const TrainingJob& job);
 
 // Counts the tables, trains the network with the tables that lack each read's part, and fits the
 // decision to reads of the part that is held back. Trains with all threads of the calling arena;

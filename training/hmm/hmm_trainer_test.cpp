@@ -70,6 +70,7 @@ TEST(HmmTrainer, MoreDataBearMoreSteps) {
   EXPECT_LT(standardHmmPlan(1e6).network.steps, standardHmmPlan(1e7).network.steps);
   EXPECT_EQ(standardHmmPlan(1e8).network.steps, standardHmmPlan(1e9).network.steps);
   EXPECT_GT(standardHmmPlan(0.0).network.steps, 0);
+  EXPECT_LT(standardHmmPlan(1e8, true).network.steps, standardHmmPlan(1e8).network.steps);
 }
 
 }  // namespace
