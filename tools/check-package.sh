@@ -25,7 +25,7 @@ done
 root=$work/unpacked
 dpkg -x "$package" "$root"
 for file in lib/*/libvelto_predict.a include/velto/velto.h share/doc/velto/copyright \
-  share/velto/param-human/model.json share/man/man1/VELTO.exe.1 share/man/man1/velto-scan.1 \
+  share/velto/param-human/model.json share/velto/models/zebrafish/model.json share/man/man1/VELTO.exe.1 share/man/man1/velto-scan.1 \
   share/bash-completion/completions/velto; do
   compgen -G "$root/usr/$file" >/dev/null || fail "the package lacks usr/$file"
 done
@@ -33,6 +33,7 @@ cp sample.txt examples/reads.fastq "$work"
 (cd "$work" && "$root/usr/bin/velto" scan --quiet -o found.tsv reads.fastq)
 "$build/velto" scan --quiet -d param-human -o "$work/expected.tsv" examples/reads.fastq
 cmp "$work/found.tsv" "$work/expected.tsv"
+(cd "$work" && "$root/usr/bin/velto" models) | grep -q "^zebrafish .*$root/usr/share/velto/models/zebrafish$"
 (cd "$work" && "$root/usr/bin/VELTO.exe" -d "$root/usr/share/velto/param-human" -i sample.txt) \
   >"$work/found.txt"
 "$build/VELTO.exe" -i sample.txt >"$work/expected.txt"

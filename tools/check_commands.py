@@ -46,7 +46,7 @@ def made_up_transcripts(count, coding):
 
 def bring_files(folder, build):
     """The checkout and what readers bring."""
-    for name in ("examples", "param-human", "sample.txt", "workflow"):
+    for name in ("examples", "models", "param-human", "sample.txt", "workflow"):
         (folder / name).symlink_to(ROOT / name)
     (folder / "build").symlink_to(build)
     reads = (ROOT / "examples/reads.fastq").read_text()

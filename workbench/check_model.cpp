@@ -5,6 +5,7 @@
 
 #include "seqio/output_file.h"
 #include "velto/velto.h"
+#include "workbench/installed_models.h"
 
 namespace velto {
 
@@ -12,7 +13,9 @@ void addCheckModelCommand(CLI::App& app) {
   CLI::App* command =
       app.add_subcommand("check-model", "Check all files of a model directory");
   const auto directory = std::make_shared<std::string>();
-  command->add_option("DIR", *directory, "Model directory")->required();
+  command->add_option("DIR", *directory, "Model directory, or name of an installed model")
+      ->required()
+      ->transform(modelDirectory());
   command->callback([directory] {
     const Model model(*directory);
     std::string names;

@@ -23,11 +23,13 @@ expect() {  # EXPECTED WORD...
 expect "scan" sc
 expect "simulate" si
 expect "check-model" ch
+expect "models" mo
 expect "--version" --v
 expect "" nosuch
 expect "--gff3" scan --gf
 expect "--full-length" simulate --full
 expect "--noncoding" train --non
+expect "vote hmm" train --decoder ""
 expect "plus" scan --strand p
 expect "plus minus both" scan --strand ""
 expect "plus minus both" scan --strand =

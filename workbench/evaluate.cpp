@@ -12,6 +12,7 @@
 #include "evaluation/rate_series.h"
 #include "seqio/output_set.h"
 #include "workbench/file_options.h"
+#include "workbench/installed_models.h"
 #include "workbench/sampling_options.h"
 #include "workbench/threads.h"
 
@@ -245,10 +246,15 @@ void addEvaluateCommand(CLI::App& app) {
   CLI::App* command = app.add_subcommand("evaluate", "Judge a model directory by labelled reads");
   const auto line = std::make_shared<CommandLine>();
   EvaluateOptions& options = line->options;
-  command->add_option("-d,--model", options.modelDirectory, "Model directory")->required();
+  command
+      ->add_option("-d,--model", options.modelDirectory,
+                   "Model directory, or name of an installed model")
+      ->required()
+      ->transform(modelDirectory());
   command->add_option("--decoder", options.decoder, "Decoder [the model's default one]");
   command->add_option("--compare", options.compareDirectory,
-                      "Second model directory, judged by the same reads");
+                      "Second model, judged by the same reads")
+      ->transform(modelDirectory());
   command->add_option("--compare-decoder", options.compareDecoder,
                       "Decoder of the second model, by default of the same directory");
   command->add_option("--reads", options.readsPath, "Labelled reads; needs --truth")

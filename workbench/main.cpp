@@ -16,6 +16,7 @@
 #include "seqio/signal_cleanup.h"
 #include "workbench/check_model.h"
 #include "workbench/evaluate.h"
+#include "workbench/models.h"
 #include "workbench/scan.h"
 #include "workbench/show.h"
 #include "workbench/simulate.h"
@@ -99,6 +100,7 @@ int main(int argc, char** argv) {
   app.require_subcommand(1);
   velto::addScanCommand(app);
   velto::addShowCommand(app);
+  velto::addModelsCommand(app);
   velto::addCheckModelCommand(app);
   velto::addSimulateCommand(app);
   velto::addTrainCommand(app);

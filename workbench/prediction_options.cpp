@@ -5,8 +5,18 @@
 
 #include "core/genetic_code.h"
 #include "predict/decoder_table.h"
+#include "workbench/installed_models.h"
 
 namespace velto {
+
+void addModelOption(CLI::App& command, std::string& directory) {
+  directory = defaultModelDirectory();
+  command
+      .add_option("-d,--model", directory,
+                  "Model directory, or name of an installed model (default: ./param-human, then the "
+                  "installed one)")
+      ->transform(modelDirectory());
+}
 
 void addDecoderOption(CLI::App& command, std::string& decoder) {
   std::vector<std::string> names;

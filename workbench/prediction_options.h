@@ -8,6 +8,9 @@
 
 namespace velto {
 
+// -d DIR or NAME; the default model where it is not given.
+void addModelOption(CLI::App& command, std::string& directory);
+
 // --decoder NAME, one of decoderTable(); empty: the model's default one.
 void addDecoderOption(CLI::App& command, std::string& decoder);
 

@@ -27,7 +27,6 @@
 #include "seqio/output_set.h"
 #include "velto/velto.h"
 #include "workbench/calibration_options.h"
-#include "workbench/default_model.h"
 #include "workbench/file_options.h"
 #include "workbench/prediction_options.h"
 #include "workbench/report_options.h"
@@ -197,16 +196,14 @@ void tell(const ScanResult& result, double seconds) {
 
 void scan(const CommandLine& line) {
   const Clock::time_point begin = Clock::now();
-  const std::string directory =
-      line.modelDirectory.empty() ? defaultModelDirectory() : line.modelDirectory;
-  const Predictor predictor(directory, line.decoder);
+  const Predictor predictor(line.modelDirectory, line.decoder);
   const ScanOptions options = scanOptions(line);
   requireUseOf(options.known, predictor);
   Outputs outputs;
   openOutputs(line, {options.predict.letters, kInnerStops.at(line.stops)}, outputs);
   const ScanResult result = scanInto(predictor, options, outputs);
   const double seconds = std::chrono::duration<double>(Clock::now() - begin).count();
-  const ScanRun run{VELTO_VERSION,    directory,          predictor.decoder(), line.inputs,
+  const ScanRun run{VELTO_VERSION,    line.modelDirectory, predictor.decoder(), line.inputs,
                     line.geneticCode, result.calibration, options.threads,     seconds};
   writeRunFiles(line, run, result, galleryOf(predictor, options, result), outputs);
   outputs.files.commit();
@@ -248,8 +245,7 @@ void addScanCommand(CLI::App& app) {
   const auto line = std::make_shared<CommandLine>();
   command->add_option("FILE", line->inputs, "FASTA, FASTQ (gz too) or BAM; '-': standard input")
       ->required();
-  command->add_option("-d,--model", line->modelDirectory,
-                      "Model directory (default: ./param-human, then the installed one)");
+  addModelOption(*command, line->modelDirectory);
   addDecoderOption(*command, line->decoder);
   command->add_option("-t,--threads", line->threads, "Threads (default: all)")
       ->check(CLI::Range(1, 1024));

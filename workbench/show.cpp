@@ -19,7 +19,6 @@
 #include "seqio/output_file.h"
 #include "seqio/record_reader.h"
 #include "velto/velto.h"
-#include "workbench/default_model.h"
 #include "workbench/file_options.h"
 #include "workbench/prediction_options.h"
 
@@ -77,8 +76,7 @@ bool wantsColours(const std::string& choice) {
 
 void show(const CommandLine& line) {
   const Record record = wantedRecord(line);
-  const Predictor predictor(
-      line.modelDirectory.empty() ? defaultModelDirectory() : line.modelDirectory, line.decoder);
+  const Predictor predictor(line.modelDirectory, line.decoder);
   PredictOptions options;
   options.letters = line.exactCase ? Letters::kExact : Letters::kFolded;
   options.strand = strandNamed(line.strand);
@@ -119,8 +117,7 @@ void addShowCommand(CLI::App& app) {
       ->check(CLI::PositiveNumber)
       ->excludes(name)
       ->capture_default_str();
-  command->add_option("-d,--model", line->modelDirectory,
-                      "Model directory (default: ./param-human, then the installed one)");
+  addModelOption(*command, line->modelDirectory);
   addDecoderOption(*command, line->decoder);
   addStrandOption(*command, line->strand);
   addGeneticCodeOption(*command, line->geneticCode);

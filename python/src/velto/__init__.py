@@ -36,8 +36,8 @@ class Model:
     def __init__(self, path_or_name: str | os.PathLike[str] = "human", decoder: str | None = None):
         """Loads a model.
 
-        path_or_name: the folder of a model, or "human" for the model that comes with the package;
-            a name that holds a path separator is always a folder.
+        path_or_name: the folder of a model, or the name of one that comes with the package: "human",
+            or a species of `velto models`; a name that holds a path separator is always a folder.
         decoder: one of `decoders`; by default the model's own choice.
 
         Raises ModelError for a model that cannot be used or that lacks the decoder.

@@ -1,0 +1,72 @@
+#include "workbench/models.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "seqio/output_file.h"
+#include "training/model_card.h"
+#include "velto/velto.h"
+#include "workbench/installed_models.h"
+
+namespace velto {
+namespace {
+
+using Row = std::vector<std::string>;
+
+std::string shown(const std::optional<double>& figure) {
+  if (!figure) return "-";
+  char text[16];
+  std::snprintf(text, sizeof text, "%.3f", *figure);
+  return text;
+}
+
+std::string shown(long count) { return count < 0 ? "-" : std::to_string(count); }
+
+// A row for each decoder, the default one first.
+void addRows(const InstalledModel& model, std::vector<Row>& rows) {
+  const CardSummary card = readCardSummary(model.directory);
+  for (const std::string& decoder : Model(model.directory).decoders()) {
+    const DecoderSummary figures = card.of(decoder);
+    Row row{model.name, decoder, shown(card.coding), shown(card.noncoding)};
+    for (const std::optional<double>& f1 : figures.frameF1) row.push_back(shown(f1));
+    row.push_back(shown(figures.noncodingCalled));
+    row.push_back(model.directory);
+    rows.push_back(row);
+  }
+}
+
+// Columns of equal width; the last one ends where its text does.
+std::string aligned(const std::vector<Row>& rows) {
+  std::vector<std::size_t> widths(rows.front().size(), 0);
+  for (const Row& row : rows) {
+    for (std::size_t i = 0; i < row.size(); ++i) widths[i] = std::max(widths[i], row[i].size());
+  }
+  std::string text;
+  for (const Row& row : rows) {
+    for (std::size_t i = 0; i + 1 < row.size(); ++i) {
+      text += row[i] + std::string(widths[i] + 2 - row[i].size(), ' ');
+    }
+    text += row.back() + "\n";
+  }
+  return text;
+}
+
+}  // namespace
+
+void addModelsCommand(CLI::App& app) {
+  CLI::App* command =
+      app.add_subcommand("models", "List the models that come with the program, for -d NAME");
+  command->callback([] {
+    std::vector<Row> rows{{"model", "decoder", "coding", "noncoding", "f1_est", "f1_mild",
+                           "f1_clean", "nc_called", "directory"}};
+    for (const InstalledModel& model : installedModels()) addRows(model, rows);
+    OutputFile output("-");
+    output.write(aligned(rows));
+    output.commit();
+  });
+}
+
+}  // namespace velto
