@@ -21,9 +21,14 @@ function(velto_flags target)
   endif()
 endfunction()
 
-# A static library whose headers are included from the project's root.
+# A library whose headers are included from the project's root: static, unless a further argument names
+# another kind.
 function(velto_library target)
-  add_library(${target} STATIC)
+  set(kind STATIC)
+  if(ARGC GREATER 1)
+    set(kind ${ARGV1})
+  endif()
+  add_library(${target} ${kind})
   velto_flags(${target})
   if(VELTO_SANITIZE)
     # Without it the tests of the science take long; all else is built in less time as it is.
