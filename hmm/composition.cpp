@@ -14,7 +14,8 @@ std::vector<std::uint8_t> indexPairs(std::span<const short> codes) {
   std::vector<std::uint8_t> pairs(codes.size(), kDinucleotides);
   for (std::size_t i = 1; i < codes.size(); ++i) {
     const int first = codes[i - 1], second = codes[i];
-    const bool known = isKnownBase(first) & isKnownBase(second);
+    // Without a branch.
+    const bool known = (int{isKnownBase(first)} & int{isKnownBase(second)}) != 0;
     pairs[i] = static_cast<std::uint8_t>(known ? 4 * first + second : kDinucleotides);
   }
   return pairs;

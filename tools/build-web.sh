@@ -9,7 +9,7 @@ build=${1:-build-web}
 export NODE_PATH=/usr/share/nodejs
 
 emcmake cmake -S . -B "$build" -G Ninja -DVELTO_BUILD_WORKBENCH=OFF -DVELTO_BUILD_TESTS=OFF \
-  -DVELTO_HIGHWAY=OFF -DVELTO_WERROR=ON -Dnlohmann_json_DIR="$PWD/cmake/emscripten" \
-  -DCMAKE_CXX_FLAGS="-fwasm-exceptions -include $PWD/web/bit_cast.h"
+  -DVELTO_HIGHWAY=OFF -Dnlohmann_json_DIR="$PWD/cmake/emscripten" \
+  -DCMAKE_CXX_FLAGS="-fwasm-exceptions -msimd128 -include $PWD/web/bit_cast.h"
 cmake --build "$build" --target engine
 node web/pack/pack.mjs "$build"
