@@ -7,8 +7,6 @@
 namespace velto {
 namespace {
 
-constexpr int kMostShifts = 30;  // more are counted as that many
-
 // Bins of scores: round numbers on both sides, one bin from -10 to 0 and one from 0 to 10.
 std::vector<double> scoreEdges() {
   const std::vector<double> above = powerEdges(false);

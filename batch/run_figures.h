@@ -10,6 +10,8 @@
 
 namespace velto {
 
+constexpr int kMostShifts = 30;  // of a read; more are counted as that many
+
 // Sums over reads in any order make the same figures.
 class RunFigures {
  public:

@@ -133,17 +133,21 @@ std::string shiftSection(const RunFigures& figures) {
       row("extra base", figures.insertions()) + row("missing base", figures.deletions()) +
       "</table>\n";
   const BinCounts bins = figures.shiftsPerRead().occupied();
-  return section("Frameshifts", "<div class=\"charts\">\n<div>" + table + "</div>\n" +
-                                    barChartFigure({"Frameshifts of a coding read",
-                                                    "frameshifts",
-                                                    bins.edges,
-                                                    bins.coding,
-                                                    {},
-                                                    "coding reads",
-                                                    "",
-                                                    true},
-                                                   "shifts") +
-                                    "</div>\n");
+  const bool isCut = !bins.coding.empty() && bins.edges.back() > kMostShifts;
+  const std::string most = std::to_string(kMostShifts);
+  return section(
+      "Frameshifts",
+      "<div class=\"charts\">\n<div>" + table + "</div>\n" +
+          barChartFigure({"Frameshifts of a coding read",
+                          isCut ? "frameshifts; " + most + ": so many or more" : "frameshifts",
+                          bins.edges,
+                          bins.coding,
+                          {},
+                          "coding reads",
+                          "",
+                          true},
+                         "shifts") +
+          "</div>\n");
 }
 
 std::string rateCells(const BaseErrorRates& rates, double scale) {

@@ -118,6 +118,15 @@ TEST_F(RunReportTest, TellsWhatWasFoundInWords) {
   EXPECT_FALSE(holds(report(), "Errors of the reads"));
 }
 
+TEST_F(RunReportTest, SaysWhereManyFrameshiftsAreCountedTogether) {
+  Prediction many = codingPrediction();
+  add(many);
+  EXPECT_FALSE(holds(report(), "so many or more"));
+  many.frameshifts.assign(40, {Frameshift::Kind::kDeletion, 600});
+  add(many);
+  EXPECT_TRUE(holds(report(), "frameshifts; 30: so many or more"));
+}
+
 TEST_F(RunReportTest, TellsLearntErrorRatesAndWhatQualitiesSay) {
   run.calibration.reads = 1000;
   run.calibration.errorRates = {0.015, 0.02, 0.001};

@@ -46,25 +46,53 @@ std::string binText(const BarChart& chart, std::size_t bin) {
   return chart.isSingleValues ? from : from + " to " + edgeText(chart.edges[bin + 1]);
 }
 
+// The width of the bins; 0 if they are not of one width.
+double evenWidth(const std::vector<double>& edges) {
+  const double width = edges[1] - edges[0];
+  for (std::size_t i = 1; i + 1 < edges.size(); ++i) {
+    if (std::abs(edges[i + 1] - edges[i] - width) > 1e-6) return 0.0;
+  }
+  return width;
+}
+
+double labelWidth(const std::string& words) {
+  return kLetter * static_cast<double>(charactersOf(words)) + kLabelGap;
+}
+
+// [edge] how well it serves as a label. Of even bins that is 3 for multiples of a round number that
+// leaves room for all of them, else 0.
+std::vector<int> ranksOf(const std::vector<double>& edges, double barWidth) {
+  constexpr double kSteps = 1000;  // of one: the finest multiples
+  double widest = 0.0;
+  for (const double edge : edges) widest = std::max(widest, labelWidth(edgeText(edge)));
+  const double width = evenWidth(edges);
+  const double step = roundStep(kSteps * width * widest / barWidth) / kSteps;
+  std::vector<int> ranks;
+  for (const double edge : edges) {
+    const bool isMultiple = std::abs(edge - step * std::round(edge / step)) < 1e-6;
+    ranks.push_back(width == 0.0 ? roundness(edge) : isMultiple ? 3 : 0);
+  }
+  return ranks;
+}
+
 struct EdgeLabel {
   double x;
   std::string words;
 };
 
-// The roundest edges first, as long as there is room.
+// The roundest edges first, as long as there is room; others only where there would be one at most.
 std::vector<EdgeLabel> edgeLabels(const BarChart& chart, double barWidth) {
   const std::size_t count = chart.edges.size() - (chart.isSingleValues ? 1 : 0);
   const double left = kLeft + (chart.isSingleValues ? barWidth / 2 : 0.0);
+  const std::vector<int> ranks = ranksOf(chart.edges, barWidth);
   std::vector<EdgeLabel> labels;
-  for (int round = 3; round >= 0; --round) {
+  for (int rank = 3; rank > 0 || (rank == 0 && labels.size() < 2); --rank) {
     for (std::size_t i = 0; i < count; ++i) {
-      if (roundness(chart.edges[i]) != round) continue;
+      if (ranks[i] != rank) continue;
       const EdgeLabel label{left + barWidth * static_cast<double>(i), edgeText(chart.edges[i])};
-      const auto half = [](const EdgeLabel& l) {
-        return (kLetter * static_cast<double>(charactersOf(l.words)) + kLabelGap) / 2;
-      };
       const bool free = std::none_of(labels.begin(), labels.end(), [&](const EdgeLabel& other) {
-        return std::abs(other.x - label.x) < half(other) + half(label);
+        return std::abs(other.x - label.x) <
+               (labelWidth(other.words) + labelWidth(label.words)) / 2;
       });
       if (free) labels.push_back(label);
     }

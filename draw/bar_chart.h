@@ -17,9 +17,9 @@ struct BarChart {
   bool isSingleValues = false;  // each bin holds the value of its lower edge and no other
 };
 
-// A figure of bars of equal width, whatever the width of their bins; edges that are 1, 2 or 5 times
-// a power of ten are labelled first. Below it, folded, the numbers of all bins. `id` begins its
-// ids, unique in the page.
+// A figure of bars of equal width, whatever the width of their bins; of even bins, multiples of a
+// round number are labelled, of others the edges that are 1, 2 or 5 times a power of ten first.
+// Below it, folded, the numbers of all bins. `id` begins its ids, unique in the page.
 std::string barChartFigure(const BarChart& chart, const std::string& id);
 
 }  // namespace velto

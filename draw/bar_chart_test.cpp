@@ -45,6 +45,29 @@ TEST(BarChart, RoundEdgesWinWhereThereIsRoomForFew) {
   EXPECT_FALSE(holds(svg, ">1002</text>"));
 }
 
+TEST(BarChart, EvenBinsAreLabelledEvenly) {
+  BarChart chart = {"GC", "percent", {}, std::vector<long>(20, 1), {}, "in", ""};
+  for (int i = 0; i <= 20; ++i) chart.edges.push_back(2 * i + 32);
+  const std::string svg = barChartFigure(chart, "c");
+  for (const char* label : {">40</text>", ">50</text>", ">60</text>", ">70</text>"}) {
+    EXPECT_TRUE(holds(svg, label)) << label;
+  }
+  EXPECT_FALSE(holds(svg, ">32</text>"));
+  EXPECT_FALSE(holds(svg, ">44</text>"));
+}
+
+TEST(BarChart, UnevenBinsAreLabelledAtRoundEdges) {
+  BarChart chart = {"Length", "bases", {500, 560, 630, 710, 800, 900, 1000, 1120}, {}, {}, "", ""};
+  chart.lower.assign(7, 1);
+  const std::string svg = barChartFigure(chart, "c");
+  EXPECT_TRUE(holds(svg, ">500</text>"));
+  EXPECT_TRUE(holds(svg, ">1000</text>"));
+  EXPECT_FALSE(holds(svg, ">710</text>"));
+  chart.edges = {630, 710, 800};
+  chart.lower.assign(2, 1);
+  EXPECT_TRUE(holds(barChartFigure(chart, "c"), ">710</text>"));
+}
+
 TEST(BarChart, AllNumbersAreInATable) {
   EXPECT_TRUE(
       holds(barChartFigure(twoBins(), "c"), "<tr><th>200 to 500</th><td>2</td><td>1</td></tr>"));

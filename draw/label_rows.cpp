@@ -19,21 +19,24 @@ bool collide(const Label& a, const Label& b) {
          (b.row >= a.row && stands(b, a));
 }
 
-bool isFree(const Label& wanted, const std::vector<Label>& placed) {
-  return std::none_of(placed.begin(), placed.end(), [&](const Label& other) {
-    return &other != &wanted && other.row >= 0 && collide(wanted, other);
-  });
+bool isFree(const Label& wanted, const std::vector<const Label*>& placed) {
+  return std::none_of(placed.begin(), placed.end(),
+                      [&](const Label* other) { return collide(wanted, *other); });
 }
 
 }  // namespace
 
 int placeLabels(std::vector<Label>& labels) {
-  for (Label& label : labels) label.row = -1;
+  std::vector<const Label*> placed;  // few, however many labels there are
   int rows = 0;
   for (Label& label : labels) {
-    for (label.row = 0; label.row < label.mostRows && !isFree(label, labels);) ++label.row;
-    if (label.row == label.mostRows) label.row = -1;
-    rows = std::max(rows, label.row + 1);
+    for (label.row = 0; label.row < label.mostRows && !isFree(label, placed);) ++label.row;
+    if (label.row == label.mostRows) {
+      label.row = -1;
+    } else {
+      placed.push_back(&label);
+      rows = std::max(rows, label.row + 1);
+    }
   }
   return rows;
 }

@@ -35,6 +35,7 @@ constexpr double kLeastAcid = 7;       // width of a codon whose letter is drawn
 constexpr double kPositionLabel = 62;  // least distance of labelled positions
 constexpr double kCountLabel = 44;     // likewise of amino acids
 constexpr int kShiftRows = 3;          // rows of labels for frameshifts; one more for the ends
+constexpr int kEnds = 2;               // of the region
 constexpr int kNarrow = 600;           // drawings below this width say less
 
 // ---- 2. The drawing
@@ -62,6 +63,7 @@ class Drawing {
   int endBase() const { return std::min(p_.stop + 1, p_.length); }  // one behind the region
 
   void collectMarks();
+  int placeMarks();
   void drawMarks();
   void drawEnd(const Mark& mark, const Label& label);
   void drawShift(const Mark& mark, const Label& label);
@@ -108,7 +110,7 @@ Drawing::Drawing(const DrawnRead& read, const ReadSvgOptions& options)
       runs_(calledRuns(p_, kRunCell / pixelsPerBase())),
       codons_(signalCodons(read.letters, read.code)) {
   collectMarks();
-  lanesTop_ = kRow * placeLabels(labels_) + kSigns;
+  lanesTop_ = kRow * placeMarks() + kSigns;
 }
 
 // ---- 3. Marks of the region
@@ -140,6 +142,18 @@ void Drawing::collectMarks() {
   const double start = xOf(p_.start);
   marks_.push_back({start, nullptr, true, "start " + std::to_string(p_.start + 1)});
   labels_.push_back({start, endWidth, start - endWidth > left_, kShiftRows + 1});
+}
+
+// Returns the number of rows in use. The ends never give way to frameshifts.
+int Drawing::placeMarks() {
+  const int rows = placeLabels(labels_);
+  if (!p_.isCoding()) return rows;
+  const bool complete = std::all_of(labels_.end() - kEnds, labels_.end(),
+                                    [](const Label& label) { return label.row >= 0; });
+  if (complete) return rows;
+  std::rotate(marks_.begin(), marks_.end() - kEnds, marks_.end());
+  std::rotate(labels_.begin(), labels_.end() - kEnds, labels_.end());
+  return placeLabels(labels_);
 }
 
 void Drawing::drawMarks() {

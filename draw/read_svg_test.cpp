@@ -43,6 +43,20 @@ TEST(ReadSvg, EndsStandAtTheBordersOfTheRegion) {
   EXPECT_TRUE(holds(svg, ">stop 51<"));
 }
 
+TEST(ReadSvg, EndsAreLabelledHoweverManyFrameshiftsThereAre) {
+  test::KnownRead read = test::longRead(1000, 0.5, 0.9);
+  read.prediction.start = 100;
+  read.prediction.stop = 899;
+  for (int position = 110; position < 900; position += 10) {
+    read.prediction.frameshifts.push_back({Frameshift::Kind::kDeletion, position, 0.5});
+  }
+  for (const int width : {358, 960}) {
+    const std::string svg = readSvg(read.drawn(), {width, "read", true});
+    EXPECT_TRUE(holds(svg, ">start 101<"));
+    EXPECT_TRUE(holds(svg, ">stop 900<"));
+  }
+}
+
 TEST(ReadSvg, FrameshiftsDifferInShapeAndTellTheirConfidence) {
   const std::string svg = drawing(test::codingRead());
   EXPECT_TRUE(holds(svg, "d=\"M424 21H434L429 31Z\"")) << "a triangle around (429, 26)";

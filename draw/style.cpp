@@ -71,12 +71,13 @@ p { margin: 0 0 12px; max-width: 72ch; }
 .soft, figcaption { color: var(--soft); font-size: 14px; }
 figure { margin: 16px 0; }
 .narrow { display: none; }
-table { border-collapse: collapse; font-size: 15px; font-variant-numeric: tabular-nums; }
+table { border-collapse: collapse; margin: 0 0 12px; font-size: 15px; font-variant-numeric: tabular-nums; }
 th, td { text-align: left; vertical-align: top; padding: 4px 20px 4px 0;
   border-bottom: 1px solid var(--line); }
 th { font-weight: 500; color: var(--soft); overflow-wrap: normal; }
 tr > :last-child { padding-right: 0; }
-td.number, th.number { text-align: right; white-space: nowrap; }
+td.number, th.number { text-align: right; }
+td.number { white-space: nowrap; }
 .tiles { display: grid; grid-template-columns: repeat(auto-fit, minmax(150px, 1fr)); gap: 12px;
   margin: 20px 0 0; }
 .tile { background: var(--lane); border-radius: 8px; padding: 12px 14px; }

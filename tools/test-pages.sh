@@ -18,7 +18,7 @@ awk -v name="$name" '!/^>/ { seq = seq $0 }
           printf ">%s\n%s\n", i ? "part" i : name, substr(seq, 1 + 17 * i, 1000 - 24 * i) }' \
   sample.txt >"$work/parts.fa"
 "$build/velto" show "$work/sample.fa" -d param-human -o "$work/show.html"
-"$build/velto" scan "$work/parts.fa" -d param-human --quiet -o "$work/parts.tsv" \
+"$build/velto" scan "$work/parts.fa" -d param-human --error-rates mild --quiet -o "$work/parts.tsv" \
   --report "$work/report.html" --multiqc "$work/figures/parts_mqc.json"
 
 if command -v multiqc >/dev/null; then

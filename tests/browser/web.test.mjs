@@ -5,6 +5,7 @@
 // 1. Helpers  2. Reads  3. Many reads  4. What cannot be read  5. Links  6. Files  7. Use  8. Looks
 import assert from 'node:assert/strict';
 import fs from 'node:fs';
+import http from 'node:http';
 import path from 'node:path';
 import { after, afterEach, before, beforeEach, test } from 'node:test';
 import { pathToFileURL } from 'node:url';
@@ -37,16 +38,17 @@ afterEach(async () => {
 });
 
 async function open(address, width = 1280, scheme = 'light') {
+  const home = address.replace(/index\.html.*/, '');
   await page?.close().catch(() => {});
   page = await browser.newPage();
   page.on('console', (message) => troubles.push(`console: ${message.text()}`));
   page.on('pageerror', (error) => troubles.push(`error: ${error.message}`));
   page.on('dialog', (dialog) => troubles.push(`dialog: ${dialog.message()}`));
   page.on('request', (request) => {
-    const isOwn = request.url().startsWith(pathToFileURL(SITE).href) || request.url().startsWith('blob:');
+    const isOwn = request.url().startsWith(home) || request.url().startsWith('blob:');
     if (!isOwn) troubles.push(`request: ${request.url()}`);
   });
-  await page.setOfflineMode(true);
+  await page.setOfflineMode(home.startsWith('file:'));
   await page.setViewport({ width, height: 900 });
   await page.emulateMediaFeatures([{ name: 'prefers-color-scheme', value: scheme }]);
   const session = await page.createCDPSession();
@@ -257,6 +259,12 @@ for (const [what, text, words] of [
   });
 }
 
+test('the line of an error is marked in the field', async () => {
+  await predict('>a\nACGT\nAC7T\nACGT\n');
+  const marked = await page.$eval('#input', (field) => field.value.slice(field.selectionStart, field.selectionEnd));
+  assert.equal(marked, 'AC7T');
+});
+
 test('protein: a warning says where', async () => {
   await predict('>d\nACGTACGTAC\n>p\nMSGQRVDVKVVMLGKEYVGKTSLVERYVHDRFLVGPYQNTIGAAFVAKVMSVGDRT\n');
   const warning = await textOf('#warning');
@@ -311,6 +319,26 @@ test('the page asks for nothing but its own files', async () => {
   assert.ok(isBlocked);
   assert.ok(troubles.some((words) => words.includes("violates the document's Content Security Policy") || words.includes('violates the following Content Security Policy')), troubles.join());
   troubles = [];
+});
+
+const kTypes = { '.html': 'text/html', '.js': 'text/javascript', '.css': 'text/css', '.svg': 'image/svg+xml' };
+
+test('a plain web server is enough', async () => {
+  const server = http.createServer(({ url }, response) => {
+    const file = path.join(SITE, path.normalize(new URL(url, 'http://x').pathname));
+    response.setHeader('Content-Type', kTypes[path.extname(file)] ?? 'application/octet-stream');
+    fs.createReadStream(file).on('error', () => response.writeHead(404).end()).pipe(response);
+  });
+  await new Promise((resume) => { server.listen(0, '127.0.0.1', resume); });
+  try {
+    await open(`http://127.0.0.1:${server.address().port}/index.html#read=${encodeURIComponent(kSample)}`);
+    await finished();
+    assert.match(await textOf('#view-lead'), /^Bases 91 to 702/);
+    assert.ok((await download('tsv', '.tsv')).equals(scanned('sample.txt', 'hmm', 'tsv')));
+  } finally {
+    server.close();
+    server.closeAllConnections();
+  }
 });
 
 // ---- 7. Use

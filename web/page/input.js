@@ -49,6 +49,17 @@ export class Input {
     return bytes;
   }
 
+  // Marks the line of pasted text, from 1.
+  point(line) {
+    if (this.#file !== null) return;
+    const field = byId('input');
+    const before = field.value.split('\n').slice(0, line - 1).join('\n').length;
+    const begin = line > 1 ? before + 1 : 0;
+    const end = field.value.indexOf('\n', begin);
+    field.focus();
+    field.setSelectionRange(begin, end < 0 ? field.value.length : end);
+  }
+
   #requireSize(size) {
     if (size <= kMostBytes) return;
     throw new Error(`${this.name}: more than ${kMostBytes / 1e6} MB of text, which is too much for a page; use velto scan`);

@@ -53,6 +53,8 @@ function fail(message) {
   showProgress('', null);
   clearResults();
   showNotice('error', message);
+  const line = /^pasted text: record \d+, line (\d+):/.exec(message);
+  if (line) input.point(Number(line[1]));
 }
 
 // `calibration` is what a link says of the reads, else empty.
