@@ -41,6 +41,8 @@ float kozakRatio(const HmmModel& model, std::span<const short> codes, int i) {
   return product;
 }
 
+constexpr int kFirstKozakPlaces = 5;  // as many as the bases of a 5-mer
+
 // Probability that a start codon is read as this one; 0 for two wrong bases or more.
 float codonStartProbability(const short* codon, float substitution) {
   const int wrong = mismatches(codon, kStartCodon);
@@ -87,12 +89,35 @@ CodonWeights::CodonWeights(const HmmModel& model, const PathWeights& weights, co
     start_[c] = codonStartProbability(codon, mean.substitution);
     stop_[c] = stopWeight(model, weights, codon, 0, mean.substitution);
   }
+  for (std::size_t fiveMer = 0; fiveMer < firstKozak_.size(); ++fiveMer) {
+    float product = 1.0f;
+    for (std::size_t place = 0; place < kFirstKozakPlaces; ++place) {
+      product *= model.kozak[place][fiveMer >> (2 * (kFirstKozakPlaces - 1 - place)) & 3];
+    }
+    firstKozak_[fiveMer] = product;
+  }
+}
+
+// kozakRatio, with the first places at once where all bases are known.
+float CodonWeights::kozakRatioAt(std::span<const short> codes, const ReadContext& context,
+                                 std::size_t i) const {
+  const auto& run = context.knownRun;
+  const bool inside = i >= kKozakLeft && i + 3 + kKozakRight <= codes.size();
+  if (!inside || run[i - 5] < 5 || run[i - 1] < 4 || run[i + 5] < 3) {
+    return kozakRatio(model_, codes, static_cast<int>(i));
+  }
+  float product = firstKozak_[context.fiveMers[i - 5]];
+  for (int place = kFirstKozakPlaces; place < kKozakPlaces; ++place) {
+    const int code = codes[i + static_cast<std::size_t>(kozakOffset(place))];
+    product *= model_.kozak[static_cast<std::size_t>(place)][static_cast<std::size_t>(code)];
+  }
+  return product;
 }
 
 float CodonWeights::startWithKozak(std::span<const short> codes, const ReadContext& context,
                                    std::size_t i, float probability) const {
   const StartContext before = context.starts[i];
-  return weights_.start[before] * probability * kozakRatio(model_, codes, static_cast<int>(i)) *
+  return weights_.start[before] * probability * kozakRatioAt(codes, context, i) *
          contextShare_[before];
 }
 

@@ -53,12 +53,14 @@ class CodonWeights {
  private:
   float startWithKozak(std::span<const short> codes, const ReadContext& context, std::size_t i,
                        float probability) const;
+  float kozakRatioAt(std::span<const short> codes, const ReadContext& context, std::size_t i) const;
 
   const HmmModel& model_;
   const PathWeights& weights_;
   std::array<float, kUnreadCodon + 1> start_{};  // [codon] probability of reading ATG as this one
   std::array<float, kUnreadCodon + 1> stop_{};   // [codon] weight
   std::array<float, kStartContexts> contextShare_;
+  std::array<float, kFiveMers> firstKozak_;  // [5-mer] product of the ratios of the first places
 };
 
 // Emissions of every base with the model's tables. `factors` are the network's, one per base, or

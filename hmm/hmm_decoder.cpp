@@ -23,20 +23,27 @@ namespace {
 constexpr std::size_t kMostShareReads = 1000;
 
 struct HmmScratch : Decoder::Scratch {
+#ifdef VELTO_HIGHWAY
+  HmmScratch(const HmmModel& model, const FileRates& rates)
+      : weights(model.weights), emissionLanes(model, rates) {}
+#else
+  HmmScratch(const HmmModel&, const FileRates&) {}
+#endif
+
   ReadLattice lattice;
   std::vector<FramePosterior> frames;
   PathTrace trace;
 #ifdef VELTO_HIGHWAY
   // Posteriors of the reads of a group, one in each lane.
-  void runLanes(const HmmModel& model, const FileRates& rates, std::span<const ReadView> reads,
-                std::span<const std::size_t> group) {
+  void runLanes(std::span<const ReadView> reads, std::span<const std::size_t> group) {
     std::array<ReadView, kLanes> inLanes;
     std::transform(group.begin(), group.end(), inLanes.begin(),
                    [&](std::size_t index) { return reads[index]; });
-    emissionLanes.fill(model, rates, std::span(inLanes).first(group.size()), emissions);
-    lanes.run(model.weights, emissions);
+    emissionLanes.fill(std::span(inLanes).first(group.size()), emissions);
+    lanes.run(weights, emissions);
   }
 
+  const PathWeights& weights;
   EmissionLanes emissionLanes;
   LaneEmissions emissions;
   LatticeLanes lanes;
@@ -97,7 +104,7 @@ HmmDecoder::HmmDecoder(std::shared_ptr<const HmmModel> model)
     : model_(std::move(model)), codingShare_(model_->decision.codingShare) {}
 
 std::unique_ptr<Decoder::Scratch> HmmDecoder::scratch() const {
-  return std::make_unique<HmmScratch>();
+  return std::make_unique<HmmScratch>(*model_, rates_);
 }
 
 void HmmDecoder::decode(const ReadView& read, const Wishes& wishes, Scratch& scratch,
@@ -118,7 +125,7 @@ void HmmDecoder::decodeAll(std::span<const ReadView> reads, const Wishes& wishes
   inGroups(
       reads, [&](std::size_t index) { decode(reads[index], wishes, scratch, calls[index]); },
       [&](std::span<const std::size_t> group) {
-        own.runLanes(*model_, rates_, reads, group);
+        own.runLanes(reads, group);
         callLanes(group, wishes, scratch, calls);
       });
 }
@@ -143,7 +150,7 @@ void HmmDecoder::callLanes(std::span<const std::size_t> group, const Wishes& wis
 }
 
 std::vector<ReadEvidence> HmmDecoder::evidenceOfAll(std::span<const ReadView> reads) const {
-  HmmScratch own;
+  HmmScratch own(*model_, rates_);
   std::vector<ReadEvidence> evidence(reads.size());
   inGroups(
       reads,
@@ -152,7 +159,7 @@ std::vector<ReadEvidence> HmmDecoder::evidenceOfAll(std::span<const ReadView> re
         evidence[index] = own.lattice.evidence();
       },
       [&](std::span<const std::size_t> group) {
-        own.runLanes(*model_, rates_, reads, group);
+        own.runLanes(reads, group);
         for (std::size_t lane = 0; lane < group.size(); ++lane) {
           evidence[group[lane]] = own.lanes.evidence(lane);
         }
@@ -166,7 +173,7 @@ void HmmDecoder::decodeAll(std::span<const ReadView> reads, const Wishes& wishes
 }
 
 std::vector<ReadEvidence> HmmDecoder::evidenceOfAll(std::span<const ReadView> reads) const {
-  HmmScratch own;
+  HmmScratch own(*model_, rates_);
   std::vector<ReadEvidence> evidence;
   for (const ReadView& read : reads) {
     own.lattice.run(*model_, rates_, read, true);

@@ -84,8 +84,8 @@ HWY_ATTR void fillKinds(const WindowNetwork& network, const EmissionLanes::Lanes
     }
     kernel.run(bases, factors);
     gatherProbabilities(lanes, p, probabilities);
-    mixKinds(probabilities, factors, lanes.substitution[p],
-             emissions.rows.data() + p * kLaneEmissions + kLaneKind);
+    LaneRow* rows = emissions.rows.data() + p * kLaneEmissions;
+    mixKinds(probabilities, factors, lanes.substitution[p], rows + kLaneKind);
   }
 }
 
@@ -133,24 +133,23 @@ BaseEmission LaneEmissions::at(std::size_t position, std::size_t lane) const {
   return e;
 }
 
-void EmissionLanes::fill(const HmmModel& model, const FileRates& rates,
-                         std::span<const ReadView> reads, LaneEmissions& emissions) {
+void EmissionLanes::fill(std::span<const ReadView> reads, LaneEmissions& emissions) {
   std::array<std::size_t, kLanes> lengths{};
   std::transform(reads.begin(), reads.end(), lengths.begin(),
                  [](const ReadView& read) { return read.codes.size(); });
   emissions.arrange(lengths);
-  fillMeanRates(rates.mean, emissions);
-  const CodonWeights codons(model, model.weights, rates.mean);
+  fillMeanRates(emissions);
   for (std::size_t lane = 0; lane < kLanes; ++lane) {
     const ReadView read = lane < reads.size() ? reads[lane] : ReadView{};
-    fillLane(model, codons, read, lane, emissions);
-    if (rates.byQuality && !read.phred.empty()) fillRates(rates, read.phred, lane, emissions);
+    fillLane(read, lane, emissions);
+    if (rates_.byQuality && !read.phred.empty()) fillRates(read.phred, lane, emissions);
     fillUnknownBases(read.codes, lane, emissions);
   }
-  HWY_DYNAMIC_DISPATCH(fillKinds)(model.network, lanes_, emissions);
+  HWY_DYNAMIC_DISPATCH(fillKinds)(model_.network, lanes_, emissions);
 }
 
-void EmissionLanes::fillMeanRates(const BaseRates& mean, LaneEmissions& emissions) {
+void EmissionLanes::fillMeanRates(LaneEmissions& emissions) {
+  const BaseRates& mean = rates_.mean;
   lanes_.substitution.assign(emissions.positions, filled(mean.substitution));
   const LaneRow insertion = filled(0.25f * mean.insertion), deletion = filled(mean.deletion);
   const LaneRow stay = filled(1.0f - mean.insertion - mean.deletion);
@@ -162,30 +161,29 @@ void EmissionLanes::fillMeanRates(const BaseRates& mean, LaneEmissions& emission
   }
 }
 
-void EmissionLanes::fillLane(const HmmModel& model, const CodonWeights& codons,
-                             const ReadView& read, std::size_t lane, LaneEmissions& emissions) {
+void EmissionLanes::fillLane(const ReadView& read, std::size_t lane, LaneEmissions& emissions) {
   const std::size_t begin = emissions.begin[lane];
   Lane& out = lanes_.lane[lane];
   context_.index(read.codes);
-  out.places.fill(model.network, context_, begin);
-  fillBaseParts(model.network, begin, out);
+  out.places.fill(model_.network, context_, begin);
+  fillBaseParts(begin, out);
   out.probability.assign(emissions.positions, kUnknownBaseRow.data());
   LaneRow* row = emissions.rows.data() + begin * kLaneEmissions;
   int gcClass = 0;
   for (std::size_t i = 0; i < read.codes.size(); ++i, row += kLaneEmissions) {
     if (i % kCompositionBlock == 0) gcClass = context_.blocks[i / kCompositionBlock].gcClass();
-    out.probability[begin + i] = model.emission(gcClass, context_.fiveMers[i]).data();
-    row[kLaneStart][lane] = codons.start(read.codes, context_, i);
-    row[kLaneStop][lane] = codons.stop(context_, i);
+    out.probability[begin + i] = model_.emission(gcClass, context_.fiveMers[i]).data();
+    row[kLaneStart][lane] = codons_.start(read.codes, context_, i);
+    row[kLaneStop][lane] = codons_.stop(context_, i);
   }
 }
 
-void EmissionLanes::fillRates(const FileRates& rates, std::span<const std::uint8_t> phred,
-                              std::size_t lane, LaneEmissions& emissions) {
+void EmissionLanes::fillRates(std::span<const std::uint8_t> phred, std::size_t lane,
+                              LaneEmissions& emissions) {
   const std::size_t begin = emissions.begin[lane];
   LaneRow* row = emissions.rows.data() + begin * kLaneEmissions;
   for (std::size_t i = 0; i < phred.size(); ++i, row += kLaneEmissions) {
-    const BaseRates base = rates.at(phred, i);
+    const BaseRates base = rates_.at(phred, i);
     row[kLaneInsertion][lane] = 0.25f * base.insertion;
     row[kLaneDeletion][lane] = base.deletion;
     row[kLaneStay][lane] = 1.0f - base.insertion - base.deletion;
@@ -205,12 +203,13 @@ void EmissionLanes::fillUnknownBases(std::span<const short> codes, std::size_t l
 }
 
 // Blocks before the read's first one are of zeros.
-void EmissionLanes::fillBaseParts(const WindowNetwork& network, std::size_t begin, Lane& out) {
+void EmissionLanes::fillBaseParts(std::size_t begin, Lane& lane) {
+  const WindowNetwork& network = model_.network;
   const std::size_t before = (begin + kCompositionBlock - 1) / kCompositionBlock;
   const auto units = static_cast<std::size_t>(network.units);
-  out.blockShift = before * kCompositionBlock - begin;
-  out.baseParts.assign((before + context_.blocks.size()) * units, 0);
-  basePartsInVectors(network, context_.blocks, out.baseParts.data() + before * units);
+  lane.blockShift = before * kCompositionBlock - begin;
+  lane.baseParts.assign((before + context_.blocks.size()) * units, 0);
+  basePartsInVectors(network, context_.blocks, lane.baseParts.data() + before * units);
 }
 
 }  // namespace velto

@@ -44,9 +44,12 @@ struct LaneEmissions {
 // Memory kept from group to group of reads; for one thread at a time.
 class EmissionLanes {
  public:
+  // Both must outlive the lanes.
+  EmissionLanes(const HmmModel& model, const FileRates& rates)
+      : model_(model), rates_(rates), codons_(model, model.weights, rates.mean) {}
+
   // Up to kLanes reads of one base or more.
-  void fill(const HmmModel& model, const FileRates& rates, std::span<const ReadView> reads,
-            LaneEmissions& emissions);
+  void fill(std::span<const ReadView> reads, LaneEmissions& emissions);
 
   // A lane as the kernel sees it.
   struct Lane {
@@ -61,14 +64,15 @@ class EmissionLanes {
   };
 
  private:
-  void fillMeanRates(const BaseRates& mean, LaneEmissions& emissions);
-  void fillLane(const HmmModel& model, const CodonWeights& codons, const ReadView& read,
-                std::size_t lane, LaneEmissions& emissions);
-  void fillRates(const FileRates& rates, std::span<const std::uint8_t> phred, std::size_t lane,
-                 LaneEmissions& emissions);
+  void fillMeanRates(LaneEmissions& emissions);
+  void fillLane(const ReadView& read, std::size_t lane, LaneEmissions& emissions);
+  void fillBaseParts(std::size_t begin, Lane& lane);
+  void fillRates(std::span<const std::uint8_t> phred, std::size_t lane, LaneEmissions& emissions);
   void fillUnknownBases(std::span<const short> codes, std::size_t lane, LaneEmissions& emissions);
-  void fillBaseParts(const WindowNetwork& network, std::size_t begin, Lane& out);
 
+  const HmmModel& model_;
+  const FileRates& rates_;
+  const CodonWeights codons_;
   Lanes lanes_;
   ReadContext context_;
 };
