@@ -167,7 +167,8 @@ void EmissionLanes::fillLane(const ReadView& read, std::size_t lane, LaneEmissio
   context_.index(read.codes);
   out.places.fill(model_.network, context_, begin);
   fillBaseParts(begin, out);
-  out.probability.assign(emissions.positions, kUnknownBaseRow.data());
+  out.probability.resize(emissions.positions);
+  std::fill_n(out.probability.begin(), begin, kUnknownBaseRow.data());
   LaneRow* row = emissions.rows.data() + begin * kLaneEmissions;
   int gcClass = 0;
   for (std::size_t i = 0; i < read.codes.size(); ++i, row += kLaneEmissions) {

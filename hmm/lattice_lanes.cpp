@@ -346,16 +346,22 @@ void LatticeLanes::run(const PathWeights& weights, const LaneEmissions& emission
   tables_.scale.resize(emissions.positions);
   tables_.ways.resize(emissions.positions * kLaneWays);
   HWY_DYNAMIC_DISPATCH(runLanes)(weights, emissions, tables_);
+  sumRegions();
+}
+
+// Before its read a lane has posteriors of 0, which change no sum.
+void LatticeLanes::sumRegions() {
+  tables_.ofRegion.fill(0.0);
+  for (std::size_t p = 0; p < emissions_->positions; ++p) {
+    const LaneRow& row = tables_.values[p * kHmmStates + kOfRegion];
+    for (std::size_t lane = 0; lane < kLanes; ++lane) tables_.ofRegion[lane] += row[lane];
+  }
 }
 
 ReadEvidence LatticeLanes::evidence(std::size_t lane) const {
   StateRow last;
   for (std::size_t s = 0; s < kHmmStates; ++s) last[s] = tables_.last[s][lane];
-  double sum = 0.0;
-  for (std::size_t p = emissions_->begin[lane]; p < emissions_->positions; ++p) {
-    sum += tables_.values[p * kHmmStates + kOfRegion][lane];
-  }
-  return evidenceOf(last, sum);
+  return evidenceOf(last, tables_.ofRegion[lane]);
 }
 
 void LatticeLanes::framePosteriors(std::size_t lane, float factor,

@@ -38,6 +38,7 @@ struct LaneTables {
   std::vector<LaneRow> scale;   // [position]
   std::vector<WayRow> ways;     // [position][LaneWay]
   std::array<LaneRow, kHmmStates> last;  // [HmmState] forward sums of the last position
+  std::array<double, kLanes> ofRegion;   // [lane] sum of kOfRegion over the positions
   WayRow end;                            // PathState of the best path at the end
 };
 
@@ -58,6 +59,8 @@ class LatticeLanes {
   void takePathOf(std::size_t lane, Call& call) const;
 
  private:
+  void sumRegions();
+
   const PathWeights* weights_ = nullptr;      // of the last run
   const LaneEmissions* emissions_ = nullptr;  // likewise
   LaneTables tables_;

@@ -50,7 +50,8 @@ void ReadContext::index(std::span<const short> codes) {
   indexWords(codes, fiveMers, knownRun);
   codons.assign(codes.size(), kUnreadCodon);
   for (std::size_t i = 2; i < codes.size(); ++i) {
-    if (knownRun[i] >= 3) codons[i - 2] = static_cast<CodonIndex>(fiveMers[i] % kCodons);
+    codons[i - 2] =
+        knownRun[i] >= 3 ? static_cast<CodonIndex>(fiveMers[i] % kCodons) : kUnreadCodon;
   }
   indexStarts(codons, starts);
   compose(codes, blocks);
