@@ -200,8 +200,8 @@ TEST(ForwardBackward, NoPathLeftIsMinusInfinityAndZero) {
   for (const StatePosterior& p : lattice.posteriors) EXPECT_EQ(sumOf(p.state), 0.0f);
 }
 
-// Until the middle all speaks for a non-coding read, from there on for a coding one, whose forward sums
-// have vanished by then: the total at the middle is near the least float.
+// Until the middle all speaks for a non-coding read, from there on for a coding one, whose forward
+// sums have vanished by then: the total at the middle is near the least float.
 TEST(ForwardBackward, ReadsOfTwoKindsHaveFinitePosteriors) {
   constexpr std::size_t kLength = 60;
   for (float against = 0.5f; against > 1e-3f; against *= 0.8f) {

@@ -107,6 +107,11 @@ def test_the_bundled_model_is_found_by_name():
     assert row_of(velto.Model("human").predict(bases, quality)) == row_of(by_path)
 
 
+def test_models_of_species_are_found_by_name():
+    for folder in (ROOT / "models").iterdir():
+        assert velto.Model(folder.name).decoders == velto.Model(folder).decoders
+
+
 def test_many_reads_come_back_in_their_order_and_are_taken_lazily(model):
     taken = []
 

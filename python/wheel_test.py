@@ -62,4 +62,5 @@ def test_the_wheel_carries_model_and_types(wheel, tmp_path):
     package = tmp_path / "velto"
     assert (package / "py.typed").exists()
     assert (package / "_velto.pyi").exists()
-    assert (package / "models" / "human" / "model.json").exists()
+    for model in ("human", "zebrafish"):
+        assert (package / "models" / model / "model.json").exists()

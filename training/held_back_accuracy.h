@@ -23,13 +23,13 @@ HeldBackReads heldBackReads(const TranscriptPool& transcripts, std::uint64_t see
 // What a decoder made of these reads; [preset].
 using HeldBackAccuracy = std::array<ModelEvaluation, kJudgedPresets.size()>;
 
-// Judges the reads of each preset as a file of their own. Uses all threads of the calling arena; the
-// result does not depend on their number.
+// Judges the reads of each preset as a file of their own. Uses all threads of the calling arena;
+// the result does not depend on their number.
 HeldBackAccuracy accuracyOn(const HeldBackReads& reads, const Predictor& predictor);
 
 // Lines for the user: frame F1 and non-coding reads called of both over the reads of each preset,
-// then each class of at least 20 est reads in which frame F1 of `made` lies below that of `other` by
-// 0.02 or more.
+// then each class of at least 20 est reads in which frame F1 of `made` lies below that of `other`
+// by 0.02 or more.
 std::vector<std::string> comparison(const HeldBackAccuracy& made, const HeldBackAccuracy& other,
                                     const std::string& otherName);
 

@@ -38,8 +38,8 @@ TEST_F(HeldBackAccuracyTest, NamesTheClassesWhereTheNewModelIsWorse) {
   const HeldBackAccuracy silent = accuracyOn(reads, predictorOf(two, -1.0));
   const auto lost = comparison(silent, calling, "other");
   ASSERT_GE(lost.size(), 4U);
-  EXPECT_EQ(
-      lost[0].rfind("decoder vote, est reads of held-back transcripts: frame F1 0.000, ", 0), 0U)
+  EXPECT_EQ(lost[0].rfind("decoder vote, est reads of held-back transcripts: frame F1 0.000, ", 0),
+            0U)
       << lost[0];
   EXPECT_NE(lost[2].find("clean reads"), std::string::npos) << lost[2];
   EXPECT_EQ(lost[3].rfind("WORSE with decoder vote in class ", 0), 0U) << lost[3];

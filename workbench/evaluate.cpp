@@ -252,8 +252,8 @@ void addEvaluateCommand(CLI::App& app) {
       ->required()
       ->transform(modelDirectory());
   command->add_option("--decoder", options.decoder, "Decoder [the model's default one]");
-  command->add_option("--compare", options.compareDirectory,
-                      "Second model, judged by the same reads")
+  command
+      ->add_option("--compare", options.compareDirectory, "Second model, judged by the same reads")
       ->transform(modelDirectory());
   command->add_option("--compare-decoder", options.compareDecoder,
                       "Decoder of the second model, by default of the same directory");

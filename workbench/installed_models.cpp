@@ -32,9 +32,8 @@ std::vector<InstalledModel> directoriesIn(const fs::path& folder) {
     if (!fs::exists(entry->path() / kModelCardFile, unreadable)) continue;
     models.push_back({entry->path().filename().string(), entry->path().string()});
   }
-  std::sort(models.begin(), models.end(), [](const InstalledModel& a, const InstalledModel& b) {
-    return a.name < b.name;
-  });
+  std::sort(models.begin(), models.end(),
+            [](const InstalledModel& a, const InstalledModel& b) { return a.name < b.name; });
   return models;
 }
 

@@ -38,9 +38,10 @@ TEST_F(ModelsTest, ListsTheModelsThatHaveACardWithItsFigures) {
   EXPECT_EQ(listed.status, 0) << listed.err;
   EXPECT_EQ(listed.out.rfind("model  decoder  coding  noncoding  f1_est  f1_mild  ", 0), 0U);
   EXPECT_NE(listed.out.find("\nhuman  hmm "), std::string::npos) << listed.out;
-  EXPECT_NE(listed.out.find("\nother  vote     7       -          0.500   0.625    -         0.250   "
-                            "   ./models/other\nother  hmm      7       -          -       "),
-            std::string::npos)
+  EXPECT_NE(
+      listed.out.find("\nother  vote     7       -          0.500   0.625    -         0.250   "
+                      "   ./models/other\nother  hmm      7       -          -       "),
+      std::string::npos)
       << listed.out;
   EXPECT_EQ(listed.out.find("empty"), std::string::npos);
 }

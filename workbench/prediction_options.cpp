@@ -12,9 +12,10 @@ namespace velto {
 void addModelOption(CLI::App& command, std::string& directory) {
   directory = defaultModelDirectory();
   command
-      .add_option("-d,--model", directory,
-                  "Model directory, or name of an installed model (default: ./param-human, then the "
-                  "installed one)")
+      .add_option(
+          "-d,--model", directory,
+          "Model directory, or name of an installed model (default: ./param-human, then the "
+          "installed one)")
       ->transform(modelDirectory());
 }
 

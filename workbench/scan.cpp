@@ -204,7 +204,7 @@ void scan(const CommandLine& line) {
   const ScanResult result = scanInto(predictor, options, outputs);
   const double seconds = std::chrono::duration<double>(Clock::now() - begin).count();
   const ScanRun run{VELTO_VERSION,    line.modelDirectory, predictor.decoder(), line.inputs,
-                    line.geneticCode, result.calibration, options.threads,     seconds};
+                    line.geneticCode, result.calibration,  options.threads,     seconds};
   writeRunFiles(line, run, result, galleryOf(predictor, options, result), outputs);
   outputs.files.commit();
   if (line.progress) ProgressLine::clear();

@@ -199,9 +199,9 @@ void makeModel(const TrainOptions& options, const Transcripts& all, const Transc
     remark(decoders);
     compareWithDefault(accuracy, reads);
   }
-  const CardFacts facts{VELTO_VERSION,       commandText(options),   options.seed,
-                        options.codingFiles, options.noncodingFiles, all.coding.counts,
-                        all.noncoding.counts, accuracy};
+  const CardFacts facts{
+      VELTO_VERSION,          commandText(options), options.seed,         options.codingFiles,
+      options.noncodingFiles, all.coding.counts,    all.noncoding.counts, accuracy};
   writeModelDirectory(facts, decoders, output);
 }
 

@@ -20,10 +20,10 @@ struct TrainOptions {
   bool quiet = false;
 };
 
-// Writes the files of the decoders and `model.json`. The bytes depend on transcripts, decoders, seed
-// and `quick` alone. Refused records and classes that had to borrow reads are reported on standard
-// error with hints, and so is progress: every line on a terminal, else one a minute. Throws
-// InputError, TooLittleData and OutputError; nothing is left of the output then.
+// Writes the files of the decoders and `model.json`. The bytes depend on transcripts, decoders,
+// seed and `quick` alone. Refused records and classes that had to borrow reads are reported on
+// standard error with hints, and so is progress: every line on a terminal, else one a minute.
+// Throws InputError, TooLittleData and OutputError; nothing is left of the output then.
 void train(const TrainOptions& options);
 
 void addTrainCommand(CLI::App& app);

@@ -56,10 +56,17 @@ TEST_F(Train, TooLittleDataIsSaidAtOnceAndLeavesNothing) {
   EXPECT_EQ(entries(), 4U);  // the two inputs and the two streams
 }
 
-TEST_F(Train, PosteriorDecoderAloneLooksAtItsOwnDataOnly) {
-  EXPECT_EQ(run("--decoder hmm --coding coding.fa --noncoding noncoding.fa -o model"), 1);
-  EXPECT_NE(errors_.find("too little data for the posterior decoder"), std::string::npos)
-      << errors_;
+TEST_F(Train, EveryDecoderNeedsFiftyTranscriptsOfEitherKind) {
+  std::string mrnas;
+  for (int i = 0; i < 50; ++i) mrnas += ">t" + std::to_string(i) + " CDS=1-6\nATGTAG\n";
+  write("many.fa", mrnas);
+  for (const char* decoder : {"vote", "hmm"}) {
+    const std::string chosen = std::string("--decoder ") + decoder + " -o model ";
+    EXPECT_EQ(run(chosen + "--coding coding.fa --noncoding noncoding.fa"), 1);
+    EXPECT_NE(errors_.find("1 coding transcripts, at least 50"), std::string::npos) << errors_;
+    EXPECT_EQ(run(chosen + "--coding many.fa --noncoding noncoding.fa"), 1);
+    EXPECT_NE(errors_.find("1 non-coding transcripts, at least 50"), std::string::npos) << errors_;
+  }
 }
 
 TEST_F(Train, HeldBackTranscriptsDoNotReplaceAnInput) {

@@ -22,11 +22,11 @@ struct Vote {
 };
 
 struct BoostingPlan {
-  std::size_t stumps;  // of the vote, if as many promise anything
-  std::size_t batch;   // stumps, of different features, chosen from one look at the gains
+  std::size_t stumps;   // of the vote, if as many promise anything
+  std::size_t batch;    // stumps, of different features, chosen from one look at the gains
   int batchesPerSweep;  // batches after which all weights are refined
   int finalSweeps;      // refinements at the end
-  double ridge;        // penalty on a weight: ridge / 2 x weight squared
+  double ridge;         // penalty on a weight: ridge / 2 x weight squared
 };
 
 // Minimises the weighted logistic loss by Newton steps: batch by batch the stumps that promise

@@ -10,7 +10,8 @@
 namespace velto {
 namespace {
 
-constexpr BoostingPlan kPlan{.stumps = 5, .batch = 1, .batchesPerSweep = 1, .finalSweeps = 20, .ridge = 0.1};
+constexpr BoostingPlan kPlan{
+    .stumps = 5, .batch = 1, .batchesPerSweep = 1, .finalSweeps = 20, .ridge = 0.1};
 
 // Windows of 20 codons drawn at random, some coding by `isCoding`.
 template <typename IsCoding>
@@ -77,7 +78,8 @@ TEST(Boosting, FirstStumpHasTheSmallestLossOfAll) {
     return counts.snglAcidCnt[9] + counts.snglAcidCnt[14] + static_cast<int>(noise.below(3)) > 5;
   };
   const WindowSet windows = randomWindows(500, rule);
-  const Vote vote = boostVote(windows, {.stumps = 1, .batch = 1, .batchesPerSweep = 1, .finalSweeps = 0, .ridge = 1e-6});
+  const Vote vote = boostVote(
+      windows, {.stumps = 1, .batch = 1, .batchesPerSweep = 1, .finalSweeps = 0, .ridge = 1e-6});
   ASSERT_EQ(vote.stumps.size(), 1U);
   const double chosen = lossOfOneStump(windows, vote.stumps[0].stump);
   double smallest = 1e9;
@@ -95,7 +97,8 @@ TEST(Boosting, StumpsAreAllDifferentAndAsManyAsPlanned) {
   const WindowSet windows = randomWindows(400, [](const smplTestData& counts) {
     return counts.snglAcidCnt[0] > counts.snglAcidCnt[5];
   });
-  const Vote vote = boostVote(windows, {.stumps = 40, .batch = 5, .batchesPerSweep = 1, .finalSweeps = 2, .ridge = 5.0});
+  const Vote vote = boostVote(
+      windows, {.stumps = 40, .batch = 5, .batchesPerSweep = 1, .finalSweeps = 2, .ridge = 5.0});
   ASSERT_EQ(vote.stumps.size(), 40U);
   std::set<std::pair<int, int>> seen;
   for (const WeightedStump& q : vote.stumps) {
@@ -107,8 +110,11 @@ TEST(Boosting, BiasAloneIsTheLogOddsWhenNothingMayBeAsked) {
   // One window in four is coding: log(1/3).
   int i = 0;
   const WindowSet windows = randomWindows(400, [&i](const smplTestData&) { return i++ % 4 == 0; });
-  EXPECT_NEAR(boostVote(windows, {.stumps = 0, .batch = 1, .batchesPerSweep = 1, .finalSweeps = 10, .ridge = 1.0}).bias,
-              std::log(1.0 / 3.0), 1e-4);
+  EXPECT_NEAR(
+      boostVote(windows,
+                {.stumps = 0, .batch = 1, .batchesPerSweep = 1, .finalSweeps = 10, .ridge = 1.0})
+          .bias,
+      std::log(1.0 / 3.0), 1e-4);
 }
 
 TEST(Boosting, WeightOfOneStumpIsTheDifferenceOfTheLogOdds) {
@@ -116,7 +122,8 @@ TEST(Boosting, WeightOfOneStumpIsTheDifferenceOfTheLogOdds) {
   const WindowSet windows = randomWindows(2000, [&i](const smplTestData& counts) {
     return counts.snglAcidCnt[9] > 1 ? ++i % 3 != 0 : ++i % 5 == 0;
   });
-  const Vote vote = boostVote(windows, {.stumps = 1, .batch = 1, .batchesPerSweep = 1, .finalSweeps = 50, .ridge = 1e-6});
+  const Vote vote = boostVote(
+      windows, {.stumps = 1, .batch = 1, .batchesPerSweep = 1, .finalSweeps = 50, .ridge = 1e-6});
   ASSERT_EQ(vote.stumps.size(), 1U);
   double counts[2][2] = {};
   const auto yes = windows.yes(vote.stumps[0].stump);

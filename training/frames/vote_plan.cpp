@@ -76,15 +76,14 @@ SearchPlan searchPlan(const ReadClass& readClass) {
 
 GroupPlan standardPlan(const ReadClass& readClass, double effort) {
   constexpr double kReads[] = {3200, 2400, 1600};  // [length class]
-  return {
-      .sampling = samplingPlan(readClass, effort),
-      .boosting = {.stumps = kModelHypotheses - 1,
-                   .batch = 20,
-                   .batchesPerSweep = 2,
-                   .finalSweeps = 5,
-                   .ridge = 400.0},
-      .search = searchPlan(readClass),
-      .reads = scaled(kReads[readClass.lengthId], effort)};
+  return {.sampling = samplingPlan(readClass, effort),
+          .boosting = {.stumps = kModelHypotheses - 1,
+                       .batch = 20,
+                       .batchesPerSweep = 2,
+                       .finalSweeps = 5,
+                       .ridge = 400.0},
+          .search = searchPlan(readClass),
+          .reads = scaled(kReads[readClass.lengthId], effort)};
 }
 
 double effortFor(std::size_t transcripts, bool quick) {

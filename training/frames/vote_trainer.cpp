@@ -88,9 +88,6 @@ GroupReads drawGroup(const std::vector<const TranscriptPool*>& folds,
 
 // ---- 2. Training
 
-// Votes of 10 and 20 zebrafish transcripts told windows of zebrafish far worse than those of the
-// human model, votes of 50 about as well, votes of 100 better.
-constexpr std::size_t kMinTranscripts = 50;
 constexpr std::size_t kMinLongTranscripts = 10;
 
 // Fraction of the windows, and of the reads drawn for them, that the votes of the matrix search are
@@ -245,16 +242,12 @@ class VoteTrainer {
 }  // namespace
 
 void checkVoteData(const TrainingJob& job) {
+  requireTranscripts(job);
   const std::vector<Transcript>& coding = job.coding;
   const int longRead = readLengths({0, 2, 196}).shortest;
   const auto isLong = [longRead](const Transcript& t) { return t.length() >= longRead; };
   const auto longOnes =
       static_cast<std::size_t>(std::count_if(coding.begin(), coding.end(), isLong));
-  if (coding.size() < kMinTranscripts) {
-    throw TooLittleData("too little data: " + std::to_string(coding.size()) +
-                        " coding transcripts, at least " + std::to_string(kMinTranscripts) +
-                        " are needed; with fewer the human model does better");
-  }
   if (longOnes < kMinLongTranscripts) {
     throw TooLittleData("too little data for the longest reads: " + std::to_string(longOnes) +
                         " of " + std::to_string(coding.size()) +

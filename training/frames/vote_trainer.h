@@ -16,7 +16,8 @@ struct TrainedClass {
 
 using TrainedVotes = std::array<TrainedClass, kReadClasses>;
 
-// Throws TooLittleData for fewer coding transcripts, or fewer long ones, than a vote can be trained on.
+// Throws TooLittleData for fewer transcripts, or fewer long coding ones, than a vote can be trained
+// on.
 void checkVoteData(const TrainingJob& job);
 
 // Boosts votes that leave out one training fold each, searches the matrices on the reads of all

@@ -1,6 +1,7 @@
 #include "training/hmm/hmm_trainer.h"
 
 #include <algorithm>
+#include <chrono>
 #include <cmath>
 #include <nlohmann/json.hpp>
 
@@ -77,9 +78,15 @@ class HmmTrainer {
       tablesOfFold.push_back(tablesOf(split_.trainingPool(fold)));
       folds.push_back(&split_.training[fold]);
     }
+    using Clock = std::chrono::steady_clock;
+    const Clock::time_point start = Clock::now();
     const auto progress = [&](int step, double) {
+      const std::chrono::duration<double> spent = Clock::now() - start;
+      const int steps = plan_.network.steps;
       report("network of the posterior decoder, step " + std::to_string(step) + " of " +
-             std::to_string(plan_.network.steps));
+             std::to_string(steps) + "; about " +
+             std::to_string(std::lround(spent.count() * (steps - step) / step / 60.0)) +
+             " min to go");
     };
     return trainNetwork(plan_.network, ReadDrawer(folds, plan_.mixture), tablesOfFold,
                         seedOf(job_.seed, kNetworkStream), progress);
@@ -123,13 +130,15 @@ HmmPlan standardHmmPlan(double codingBases, bool quick) {
   HmmPlan plan;
   plan.network.shape = {4, 48, {}};
   for (int offset = -8; offset <= 12; offset += 2) plan.network.shape.offsets.push_back(offset);
-  plan.network.steps = 
-      std::max(kLeastSteps, static_cast<int>(mostSteps * std::pow(share, 0.65)));
+  plan.network.steps = std::max(kLeastSteps, static_cast<int>(mostSteps * std::pow(share, 0.65)));
   plan.calibrationReads = std::max<std::size_t>(500, static_cast<std::size_t>(3000.0 * share));
   return plan;
 }
 
-void checkHmmData(const TrainingJob& job) { checkParts(splitFolds(job.coding, job.noncoding)); }
+void checkHmmData(const TrainingJob& job) {
+  requireTranscripts(job);
+  checkParts(splitFolds(job.coding, job.noncoding));
+}
 
 TrainedHmm trainHmm(const TrainingJob& job, const HmmPlan& plan) {
   return HmmTrainer(job, plan).train();

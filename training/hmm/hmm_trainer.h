@@ -24,7 +24,8 @@ struct TrainedHmm {
                                     // 1000 bases of reads of the held-back part
 };
 
-// Throws TooLittleData unless every part of the transcripts has something to count and to draw from.
+// Throws TooLittleData for fewer than kLeastTranscripts of a kind, and unless every part of them
+// has something to count and to draw from.
 void checkHmmData(const TrainingJob& job);
 
 // Counts the tables, trains the network with the tables that lack each read's part, and fits the
