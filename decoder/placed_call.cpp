@@ -20,24 +20,31 @@ int nextChange(const std::vector<int>& path, int step, int steps) {
   return step;
 }
 
-// Fills in the frames and frameshifts of the bases from `start` up to `end`.
-void fillRegion(const std::vector<int>& path, int start, int end, Call& call) {
+// Calls the bases from `p` up to `end`, all of one step, whose frame differs from that of the step
+// before. `frame` is that of the bases before, and then that of the last base.
+void callChange(const std::vector<int>& path, int p, int end, int& frame, Call& call) {
+  for (; p < end; ++p) {
+    const int current = frameAt(path, p / 3);
+    const FrameError error = frameErrorAt(frameAt(path, p / 3 - 1), current, p % 3);
+    const bool inserted = error == FrameError::kInsertion;
+    if (error != FrameError::kNone) {
+      call.frameshifts.push_back(
+          {inserted ? Frameshift::Kind::kInsertion : Frameshift::Kind::kDeletion, p});
+      frame = current;
+    }
+    if (!inserted) call.frame[static_cast<std::size_t>(p)] = static_cast<std::int8_t>(frame);
+  }
+}
+
+// Calls the bases from `start` up to `end`.
+void callRegion(const std::vector<int>& path, int start, int end, Call& call) {
   const int steps = (end + 2) / 3;
   int frame = frameAt(path, start / 3);
   for (int p = start; p < end;) {
-    const int change = std::min(end, 3 * nextChange(path, p / 3, steps));
-    for (; p < change; ++p) call.frame[static_cast<std::size_t>(p)] = static_cast<std::int8_t>(frame);
-    for (const int next = std::min(end, p - p % 3 + 3); p < next; ++p) {
-      const int current = frameAt(path, p / 3);
-      const FrameError error = frameErrorAt(frameAt(path, p / 3 - 1), current, p % 3);
-      const bool inserted = error == FrameError::kInsertion;
-      if (error != FrameError::kNone) {
-        call.frameshifts.push_back(
-            {inserted ? Frameshift::Kind::kInsertion : Frameshift::Kind::kDeletion, p});
-        frame = current;
-      }
-      if (!inserted) call.frame[static_cast<std::size_t>(p)] = static_cast<std::int8_t>(frame);
-    }
+    const int change = std::max(p, std::min(end, 3 * nextChange(path, p / 3, steps)));
+    std::fill(call.frame.begin() + p, call.frame.begin() + change, static_cast<std::int8_t>(frame));
+    p = std::min(end, change - change % 3 + 3);
+    callChange(path, change, p, frame, call);
   }
 }
 
@@ -51,7 +58,7 @@ void callPath(const std::vector<int>& path, double score, int length, Call& call
   call.stop = region.stop;
   if (!call.coding) return;
   call.frame.assign(static_cast<std::size_t>(length), kOffPath);
-  fillRegion(path, region.start, std::min(region.stop + 1, length), call);
+  callRegion(path, region.start, std::min(region.stop + 1, length), call);
 }
 
 }  // namespace velto

@@ -91,9 +91,9 @@ void VoteTables::fillRules() {
 void VoteTables::addCodonRule(size_t i, std::uint16_t slot) {
   const fnlHypo& h = model_.fh[i];
   const auto codon = static_cast<size_t>(codonIndex(h.elem1, h.elem2, h.elem3));
-  codonRules_.push_back(
-      {slot, static_cast<std::uint8_t>(ReadData::CodonTable(h.elem1, h.elem2, h.elem3)),
-       codonSynonyms()[codon], static_cast<std::uint32_t>(leastCodons_.size())});
+  codonRules_.push_back({slot,
+                         static_cast<std::uint8_t>(ReadData::CodonTable(h.elem1, h.elem2, h.elem3)),
+                         codonSynonyms()[codon], static_cast<std::uint32_t>(leastCodons_.size())});
   for (short acids = 0; acids < counts_; ++acids) {
     short least = 0;
     while (least <= acids && !(codonFeature(h, least, acids) > model_.codonTrsld[i].trsld)) ++least;

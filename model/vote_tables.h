@@ -88,9 +88,9 @@ struct PairTables {
   std::vector<SteadyPairRule> steady;  // those that are not the first of their row
 
   std::vector<MovingPair> moving;
-  std::vector<std::uint16_t> movingSlots;           // [moving]
-  std::vector<MovingFeature> features;              // [moving]
-  std::vector<char> emptyAbove;                     // [moving] above in a window without pairs
+  std::vector<std::uint16_t> movingSlots;  // [moving]
+  std::vector<MovingFeature> features;     // [moving]
+  std::vector<char> emptyAbove;            // [moving] above in a window without pairs
   // Empty where nothing moves:
   std::vector<std::vector<std::uint16_t>> movedBy;  // [memberElement]: indices of moving
   std::vector<double> rate;                         // [acid x counts + count]: its frequency
