@@ -46,8 +46,8 @@ struct CardSummary {
   DecoderSummary of(const std::string& decoder) const;
 };
 
-// Reads `model.json` in a model directory as modelCardText wrote it. Members of other types tell
-// nothing, and so does a directory without a readable card.
+// Reads `model.json` of a model whose decoders() could be read, as modelCardText wrote it. Members
+// of other types tell nothing, and so does a directory without a readable card.
 CardSummary readCardSummary(const std::string& directory);
 
 // CRC-32 of a file's bytes as eight hexadecimal digits.

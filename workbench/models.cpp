@@ -25,10 +25,11 @@ std::string shown(const std::optional<double>& figure) {
 
 std::string shown(long count) { return count < 0 ? "-" : std::to_string(count); }
 
-// A row for each decoder, the default one first.
+// A row for each decoder, the default one first. Throws ModelError for a card that is damaged.
 void addRows(const InstalledModel& model, std::vector<Row>& rows) {
+  const std::vector<std::string> decoders = Model(model.directory).decoders();
   const CardSummary card = readCardSummary(model.directory);
-  for (const std::string& decoder : Model(model.directory).decoders()) {
+  for (const std::string& decoder : decoders) {
     const DecoderSummary figures = card.of(decoder);
     Row row{model.name, decoder, shown(card.coding), shown(card.noncoding)};
     for (const std::optional<double>& f1 : figures.frameF1) row.push_back(shown(f1));
