@@ -15,6 +15,9 @@ struct Wishes {
   bool scores = false;  // fill Call::scores
   // Least probability of a read that is called coding; NaN: the decoder's own threshold.
   double minProbability = std::numeric_limits<double>::quiet_NaN();
+  // [read] of decodeAll: of a read whose score is not above this one nothing else matters. Empty:
+  // all of every call is wanted.
+  std::span<const double> scoresToBeat{};
 };
 
 // Constant after construction; any number of threads may use one, each with scratch of its own.

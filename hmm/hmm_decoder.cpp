@@ -34,13 +34,27 @@ struct HmmScratch : Decoder::Scratch {
   std::vector<FramePosterior> frames;
   PathTrace trace;
 #ifdef VELTO_HIGHWAY
-  // Posteriors of the reads of a group, one in each lane.
-  void runLanes(std::span<const ReadView> reads, std::span<const std::size_t> group) {
+  // Forward sums of the reads of a group, one in each lane.
+  void runForward(std::span<const ReadView> reads, std::span<const std::size_t> group) {
     std::array<ReadView, kLanes> inLanes;
     std::transform(group.begin(), group.end(), inLanes.begin(),
                    [&](std::size_t index) { return reads[index]; });
     emissionLanes.fill(std::span(inLanes).first(group.size()), emissions);
-    lanes.run(weights, emissions);
+    lanes.runForward(weights, emissions);
+  }
+
+  // Whether no read of the group, run forward, has a score above those to beat; then sets the
+  // scores of their calls.
+  bool isBeaten(std::span<const std::size_t> group, std::span<const double> scoresToBeat,
+                std::span<Call> calls) const {
+    if (scoresToBeat.empty()) return false;
+    for (std::size_t lane = 0; lane < group.size(); ++lane) {
+      Call& call = calls[group[lane]];
+      call.clear();
+      call.score = lanes.logOdds(lane);
+      if (call.score > scoresToBeat[group[lane]]) return false;
+    }
+    return true;
   }
 
   const PathWeights& weights;
@@ -54,8 +68,11 @@ struct HmmScratch : Decoder::Scratch {
 // Longer reads, of which eight would take more than 30 MB, are decoded alone.
 constexpr std::size_t kMostBasesInLanes = 20000;
 
-// Calls `alone` with the index of each long read, then `together` with those of groups of reads of
-// like length.
+// Lanes take as long for one read as for eight.
+constexpr std::size_t kLeastReadsInLanes = 4;
+
+// Calls `alone` with the index of each read that is decoded alone, `together` with those of groups
+// of reads of like length.
 template <class Alone, class Together>
 void inGroups(std::span<const ReadView> reads, Alone alone, Together together) {
   const auto length = [&](std::size_t index) { return reads[index].codes.size(); };
@@ -65,10 +82,11 @@ void inGroups(std::span<const ReadView> reads, Alone alone, Together together) {
                    [&](std::size_t a, std::size_t b) { return length(a) > length(b); });
   std::size_t first = 0;
   while (first < order.size() && length(order[first]) > kMostBasesInLanes) alone(order[first++]);
-  for (; first < order.size(); first += kLanes) {
+  for (; first + kLeastReadsInLanes <= order.size(); first += kLanes) {
     together(
         std::span<const std::size_t>(order).subspan(first, std::min(kLanes, order.size() - first)));
   }
+  while (first < order.size()) alone(order[first++]);
 }
 #endif
 
@@ -125,7 +143,9 @@ void HmmDecoder::decodeAll(std::span<const ReadView> reads, const Wishes& wishes
   inGroups(
       reads, [&](std::size_t index) { decode(reads[index], wishes, scratch, calls[index]); },
       [&](std::span<const std::size_t> group) {
-        own.runLanes(reads, group);
+        own.runForward(reads, group);
+        if (own.isBeaten(group, wishes.scoresToBeat, calls)) return;
+        own.lanes.runBackward();
         callLanes(group, wishes, scratch, calls);
       });
 }
@@ -142,6 +162,8 @@ void HmmDecoder::callLanes(std::span<const std::size_t> group, const Wishes& wis
   own.lanes.scorePaths(factors);
   for (std::size_t lane = 0; lane < group.size(); ++lane) {
     Call& call = calls[group[lane]];
+    const auto& toBeat = wishes.scoresToBeat;
+    if (!toBeat.empty() && !(call.score > toBeat[group[lane]])) continue;
     if (call.coding) own.lanes.takePathOf(lane, call);
     if (!wishes.scores) continue;
     own.lanes.framePosteriors(lane, factors[lane], own.frames);
@@ -159,7 +181,8 @@ std::vector<ReadEvidence> HmmDecoder::evidenceOfAll(std::span<const ReadView> re
         evidence[index] = own.lattice.evidence();
       },
       [&](std::span<const std::size_t> group) {
-        own.runLanes(reads, group);
+        own.runForward(reads, group);
+        own.lanes.runBackward();
         for (std::size_t lane = 0; lane < group.size(); ++lane) {
           evidence[group[lane]] = own.lanes.evidence(lane);
         }

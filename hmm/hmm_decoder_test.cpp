@@ -234,5 +234,28 @@ TEST(HmmDecoder, ManyReadsAtOnceAreCalledAsOneByOne) {
   }
 }
 
+// Groups of all sizes: one where no read beats its score, one where some do, reads decoded alone.
+TEST(HmmDecoder, ReadsThatBeatTheirScoreAreCalledInFull) {
+  ToyReads reads(12);
+  for (int i = 0; i < 21; ++i) reads.addCoding(60 + i, {0.01, 0.01});
+  const std::vector<ReadView> views = reads.views();
+  const HmmDecoder decoder(sharedToy());
+  const auto scratch = decoder.scratch();
+  std::vector<Call> plain(views.size()), calls(views.size());
+  decoder.decodeAll(views, {}, *scratch, plain);
+  std::vector<double> scores;
+  for (std::size_t i = 0; i < views.size(); ++i) {
+    scores.push_back(i > 12 || i % 2 == 0 ? plain[i].score : plain[i].score - 1e-9);
+  }
+  Wishes wishes;
+  wishes.scoresToBeat = scores;
+  decoder.decodeAll(views, wishes, *scratch, calls);
+  for (std::size_t i = 0; i < views.size(); ++i) {
+    SCOPED_TRACE(i);
+    EXPECT_EQ(calls[i].score, plain[i].score);
+    if (calls[i].score > scores[i]) expectSame(calls[i], plain[i]);
+  }
+}
+
 }  // namespace
 }  // namespace velto

@@ -311,12 +311,17 @@ class LaneGroup {
   V factor_ = hn::Zero(d_);  // of the posteriors that paths look at
 };
 
-HWY_ATTR void runLanes(const PathWeights& weights, const LaneEmissions& emissions,
-                       LaneTables& tables) {
+HWY_ATTR void runLanesForward(const PathWeights& weights, const LaneEmissions& emissions,
+                              LaneTables& tables) {
   for (std::size_t lane = 0; lane < kLanes; lane += hn::Lanes(D())) {
-    LaneGroup group(weights, emissions, tables, lane);
-    group.runForward();
-    group.runBackward();
+    LaneGroup(weights, emissions, tables, lane).runForward();
+  }
+}
+
+HWY_ATTR void runLanesBackward(const PathWeights& weights, const LaneEmissions& emissions,
+                               LaneTables& tables) {
+  for (std::size_t lane = 0; lane < kLanes; lane += hn::Lanes(D())) {
+    LaneGroup(weights, emissions, tables, lane).runBackward();
   }
 }
 
@@ -334,18 +339,23 @@ HWY_AFTER_NAMESPACE();
 #if HWY_ONCE
 namespace velto {
 
-HWY_EXPORT(runLanes);
+HWY_EXPORT(runLanesForward);
+HWY_EXPORT(runLanesBackward);
 HWY_EXPORT(scoreLanes);
 
 // ---- 2. Results of a lane
 
-void LatticeLanes::run(const PathWeights& weights, const LaneEmissions& emissions) {
+void LatticeLanes::runForward(const PathWeights& weights, const LaneEmissions& emissions) {
   weights_ = &weights;
   emissions_ = &emissions;
   tables_.values.resize(emissions.positions * kHmmStates);
   tables_.scale.resize(emissions.positions);
-  tables_.ways.resize(emissions.positions * kLaneWays);
-  HWY_DYNAMIC_DISPATCH(runLanes)(weights, emissions, tables_);
+  HWY_DYNAMIC_DISPATCH(runLanesForward)(weights, emissions, tables_);
+}
+
+void LatticeLanes::runBackward() {
+  tables_.ways.resize(emissions_->positions * kLaneWays);
+  HWY_DYNAMIC_DISPATCH(runLanesBackward)(*weights_, *emissions_, tables_);
   sumRegions();
 }
 
@@ -358,10 +368,14 @@ void LatticeLanes::sumRegions() {
   }
 }
 
-ReadEvidence LatticeLanes::evidence(std::size_t lane) const {
+StateRow LatticeLanes::lastRow(std::size_t lane) const {
   StateRow last;
   for (std::size_t s = 0; s < kHmmStates; ++s) last[s] = tables_.last[s][lane];
-  return evidenceOf(last, tables_.ofRegion[lane]);
+  return last;
+}
+
+ReadEvidence LatticeLanes::evidence(std::size_t lane) const {
+  return evidenceOf(lastRow(lane), tables_.ofRegion[lane]);
 }
 
 void LatticeLanes::framePosteriors(std::size_t lane, float factor,

@@ -45,11 +45,17 @@ struct LaneTables {
 // Memory kept from group to group of reads; for one thread at a time.
 class LatticeLanes {
  public:
-  // Runs forward and backward over emissions of one position or more, which it refers to, as to the
-  // weights, until the next run.
-  void run(const PathWeights& weights, const LaneEmissions& emissions);
+  // Runs forward over emissions of one position or more, which it refers to, as to the weights,
+  // until the next run.
+  void runForward(const PathWeights& weights, const LaneEmissions& emissions);
 
-  // Of the read in a lane of the last run.
+  // Of the read in a lane, as of a whole read.
+  double logOdds(std::size_t lane) const { return logOddsOfCoding(lastRow(lane)); }
+
+  // Runs backward behind the last run forward, once. All that follows needs it.
+  void runBackward();
+
+  // Of the read in a lane.
   ReadEvidence evidence(std::size_t lane) const;
   void framePosteriors(std::size_t lane, float factor, std::vector<FramePosterior>& frames) const;
 
@@ -59,6 +65,7 @@ class LatticeLanes {
   void takePathOf(std::size_t lane, Call& call) const;
 
  private:
+  StateRow lastRow(std::size_t lane) const;
   void sumRegions();
 
   const PathWeights* weights_ = nullptr;      // of the last run

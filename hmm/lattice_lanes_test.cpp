@@ -56,6 +56,7 @@ void expectPlain(const PathWeights& weights, const std::vector<BaseEmission>& em
   runBackward({weights, emissions}, forward, posteriors);
   const ReadEvidence plain = evidenceOf(forward, posteriors), fast = lanes.evidence(lane);
   EXPECT_EQ(plain.logOdds, fast.logOdds);
+  EXPECT_EQ(plain.logOdds, lanes.logOdds(lane));
   EXPECT_EQ(plain.codingBases, fast.codingBases);
   std::vector<FramePosterior> plainFrames, fastFrames;
   framePosteriors(posteriors, factor, plainFrames);
@@ -98,7 +99,8 @@ void expectPlainOnThisTarget(std::uint64_t seed) {
     std::vector<std::vector<BaseEmission>> reads;
     for (const int length : lengths) reads.push_back(randomEmissions(length, random));
     const LaneEmissions emissions = inLanes(reads);
-    lanes.run(weights, emissions);
+    lanes.runForward(weights, emissions);
+    lanes.runBackward();
     LaneRow factors;
     for (std::size_t lane = 0; lane < kLanes; ++lane) {
       factors[lane] = 1.0f + 0.1f * static_cast<float>(lane);
@@ -124,9 +126,11 @@ TEST(LatticeLanes, ReadWithoutAnyPathHasNoPosteriors) {
   std::vector<std::vector<BaseEmission>> reads(2, std::vector<BaseEmission>(9));
   LatticeLanes lanes;
   const LaneEmissions emissions = inLanes(reads);
-  lanes.run(toyModel().weights, emissions);
+  const PathWeights weights = toyModel().weights;
+  lanes.runForward(weights, emissions);
+  lanes.runBackward();
   lanes.scorePaths(LaneRow{});
-  expectPlain(toyModel().weights, reads[1], lanes, 1, 0.0f);
+  expectPlain(weights, reads[1], lanes, 1, 0.0f);
   EXPECT_EQ(lanes.evidence(1).codingBases, 0.0);
 }
 

@@ -146,6 +146,9 @@ struct Predictor::Impl {
   void predict(std::span<const Read> reads, const PredictOptions& options, Workspace::Impl& space,
                std::span<Prediction> predictions) const;
 
+  // The strand asked for of each read, the better one where both are.
+  std::vector<Strand> strandsOf(std::span<const Read> sample, const PredictOptions& options) const;
+
   std::string name;  // of the decoder
   std::shared_ptr<const Decoder> decoder;
 };
@@ -153,7 +156,7 @@ struct Predictor::Impl {
 void Predictor::Impl::predict(std::span<const Read> reads, const PredictOptions& options,
                               Workspace::Impl& space, std::span<Prediction> predictions) const {
   const Strand first = options.strand == Strand::kMinus ? Strand::kMinus : Strand::kPlus;
-  const Wishes wishes{options.wantScores, options.minProbability};
+  Wishes wishes{options.wantScores, options.minProbability, {}};
   StrandBatch& strands = space.strands;
   strands.clear();
   std::vector<Prediction*> predicted;  // [strand]
@@ -170,6 +173,9 @@ void Predictor::Impl::predict(std::span<const Read> reads, const PredictOptions&
   if (options.strand != Strand::kBoth) return;
   // One strand after the other, so that long reads need the memory of one.
   strands.turn();
+  std::vector<double> scores;
+  for (const Prediction* prediction : predicted) scores.push_back(prediction->score);
+  wishes.scoresToBeat = scores;
   calls = decode();
   for (std::size_t i = 0; i < calls.size(); ++i) {
     if (!(calls[i].score > predicted[i]->score)) continue;
@@ -212,19 +218,33 @@ std::vector<Prediction> Predictor::predictAll(std::span<const Read> reads, Works
 
 bool Predictor::usesCalibration() const { return impl_->decoder->calibrated({}) != nullptr; }
 
+std::vector<Strand> Predictor::Impl::strandsOf(std::span<const Read> sample,
+                                               const PredictOptions& options) const {
+  constexpr std::size_t kReadsAtOnce = 128;
+  std::vector<Strand> strands(sample.size(), options.strand);
+  if (options.strand != Strand::kBoth) return strands;
+  PredictOptions own = options;
+  own.wantScores = false;
+  Workspace::Impl space;
+  for (std::size_t first = 0; first < sample.size(); first += kReadsAtOnce) {
+    const auto reads = sample.subspan(first, std::min(kReadsAtOnce, sample.size() - first));
+    std::vector<Prediction> predictions(reads.size());
+    predict(reads, own, space, predictions);
+    for (std::size_t i = 0; i < reads.size(); ++i) strands[first + i] = predictions[i].strand;
+  }
+  return strands;
+}
+
 // A read whose strand is not known is taken on the better one.
 Calibration Predictor::learn(std::span<const Read> sample, const PredictOptions& options,
                              const Calibration& known) const {
   if (!usesCalibration()) return known;
-  Workspace workspace;
+  const std::vector<Strand> strands = impl_->strandsOf(sample, options);
   StrandBatch reads;
-  for (const Read& read : sample) {
-    Strand strand = options.strand;
-    if (strand == Strand::kBoth) {
-      strand = predict(read.bases, read.qualities, workspace, options).strand;
-    }
+  for (std::size_t i = 0; i < sample.size(); ++i) {
     Prediction unused;
-    if (reads.add(read, options.letters, unused) && strand == Strand::kMinus) reads.turnLast();
+    if (!reads.add(sample[i], options.letters, unused)) continue;
+    if (strands[i] == Strand::kMinus) reads.turnLast();
   }
   return impl_->decoder->learn(reads.views(), known);
 }
