@@ -136,6 +136,15 @@ bool GeneticCode::mayStart(std::string_view codon) const { return hasSignal(*thi
 
 bool GeneticCode::mayStop(std::string_view codon) const { return hasSignal(*this, codon, '*'); }
 
+std::vector<std::string> GeneticCode::stops() const {
+  constexpr std::string_view kOrder = "TCAG";
+  std::vector<std::string> stops;
+  for (std::size_t i = 0; i < kUnknownCodon; ++i) {
+    if (signals[i] == '*') stops.push_back({kOrder[i / 16], kOrder[i / 4 % 4], kOrder[i % 4]});
+  }
+  return stops;
+}
+
 std::span<const GeneticCode> geneticCodes() { return kCodes; }
 
 const GeneticCode& standardCode() { return kCodes[0]; }

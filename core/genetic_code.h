@@ -2,7 +2,9 @@
 #pragma once
 
 #include <span>
+#include <string>
 #include <string_view>
+#include <vector>
 
 namespace velto {
 
@@ -17,6 +19,9 @@ struct GeneticCode {
   char acidOf(std::string_view codon) const;
   bool mayStart(std::string_view codon) const;
   bool mayStop(std::string_view codon) const;
+
+  // The codons that may end a protein, in the order of the list.
+  std::vector<std::string> stops() const;
 };
 
 // All codes, by number. Code 1 has ATG as its only start codon, though the list names CTG and TTG

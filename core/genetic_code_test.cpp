@@ -111,5 +111,13 @@ TEST(GeneticCode, WithoutANumberInTheListIsNone) {
   for (const int number : {-1, 0, 7, 8, 17, 20, 34}) EXPECT_EQ(geneticCode(number), nullptr);
 }
 
+TEST(GeneticCode, StopsAreTheCodonsThatMayEndAProtein) {
+  using Codons = std::vector<std::string>;
+  EXPECT_EQ(standardCode().stops(), (Codons{"TAA", "TAG", "TGA"}));
+  EXPECT_EQ(geneticCode(2)->stops(), (Codons{"TAA", "TAG", "AGA", "AGG"}));
+  EXPECT_EQ(geneticCode(6)->stops(), Codons{"TGA"});
+  EXPECT_EQ(geneticCode(27)->stops(), Codons{"TGA"});
+}
+
 }  // namespace
 }  // namespace velto

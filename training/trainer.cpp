@@ -19,9 +19,9 @@ void requireTranscripts(const TrainingJob& job) {
 
 std::span<const Trainer> trainers() {
   static constexpr Trainer kTrainers[] = {
-      {"vote", checkVoteData,
+      {"vote", true, checkVoteData,
        [](const TrainingJob& job) { return voteFiles(trainVotes(job, planFor(job))); }},
-      {"hmm", checkHmmData, trainHmmFiles},
+      {"hmm", false, checkHmmData, trainHmmFiles},
   };
   return kTrainers;
 }

@@ -54,6 +54,7 @@ void requireTranscripts(const TrainingJob& job);
 
 struct Trainer {
   const char* decoder;                              // name, as velto scan --decoder has it
+  bool needsStandardStops;                          // takes those of the standard code for stops
   void (*check)(const TrainingJob& job);            // throws TooLittleData, without any work
   TrainedDecoder (*train)(const TrainingJob& job);  // throws TooLittleData
 };

@@ -20,6 +20,7 @@
 #include "training/transcript_groups.h"
 #include "workbench/file_options.h"
 #include "workbench/installed_models.h"
+#include "workbench/prediction_options.h"
 #include "workbench/threads.h"
 
 namespace velto {
@@ -54,8 +55,9 @@ void hint(const RefusalCounts& counts) {
   }
 }
 
-TranscriptSet load(const std::vector<std::string>& files, TranscriptKind kind, const char* what) {
-  TranscriptSet set = loadTranscripts(files, kind);
+TranscriptSet load(const std::vector<std::string>& files, TranscriptKind kind,
+                   const GeneticCode& code, const char* what) {
+  TranscriptSet set = loadTranscripts(files, kind, code);
   if (set.counts.refused() > 0) {
     std::cerr << "velto: " << set.counts.refused() << " of "
               << set.counts.refused() + set.counts.accepted() << " " << what
@@ -95,14 +97,45 @@ std::vector<std::string> trainerNames() {
   return names;
 }
 
-// The trainers asked for; all of them for no name.
-std::vector<Trainer> chosenTrainers(const std::vector<std::string>& names) {
+// True if the three stop codons of the standard code do nothing but end proteins, and no others do.
+bool hasStandardStops(const GeneticCode& code) {
+  const std::vector<std::string> stops = code.stops();
+  return stops == standardCode().stops() &&
+         std::all_of(stops.begin(), stops.end(),
+                     [&code](const std::string& stop) { return code.acidOf(stop) == '*'; });
+}
+
+bool isNamed(const Trainer& trainer, const std::vector<std::string>& names) {
+  return std::find(names.begin(), names.end(), trainer.decoder) != names.end();
+}
+
+bool isSuited(const Trainer& trainer, int code) {
+  return !trainer.needsStandardStops || hasStandardStops(*geneticCode(code));
+}
+
+// The trainers asked for; for no name all that the genetic code suits.
+std::vector<Trainer> chosenTrainers(const TrainOptions& options) {
   std::vector<Trainer> chosen;
   for (const Trainer& trainer : trainers()) {
-    const bool isNamed = std::find(names.begin(), names.end(), trainer.decoder) != names.end();
-    if (names.empty() || isNamed) chosen.push_back(trainer);
+    const bool isWanted = options.decoders.empty() ? isSuited(trainer, options.geneticCode)
+                                                   : isNamed(trainer, options.decoders);
+    if (isWanted) chosen.push_back(trainer);
   }
   return chosen;
+}
+
+void checkCode(const TrainOptions& options) {
+  const std::vector<std::string> known = standardCode().stops();
+  for (const std::string& stop : geneticCode(options.geneticCode)->stops()) {
+    if (std::find(known.begin(), known.end(), stop) != known.end()) continue;
+    throw CLI::ValidationError("--code", "has the stop codon " + stop +
+                                             ", but decoders know TAA, TAG and TGA only");
+  }
+  for (const Trainer& trainer : trainers()) {
+    if (!isNamed(trainer, options.decoders) || isSuited(trainer, options.geneticCode)) continue;
+    throw CLI::ValidationError("--code", std::string("the decoder ") + trainer.decoder +
+                                             " takes TAA, TAG and TGA for stop codons");
+  }
 }
 
 std::vector<TrainedDecoder> trainAll(const std::vector<Trainer>& trainers, const TrainingJob& job) {
@@ -166,7 +199,9 @@ std::string commandText(const TrainOptions& options) {
   return "velto train --coding" + joined(options.codingFiles) + " --noncoding" +
          joined(options.noncodingFiles) +
          (options.decoders.empty() ? "" : " --decoder" + joined(options.decoders)) + " --seed " +
-         std::to_string(options.seed) + (options.quick ? " --quick" : "");
+         std::to_string(options.seed) +
+         (options.geneticCode == 1 ? "" : " --code " + std::to_string(options.geneticCode)) +
+         (options.quick ? " --quick" : "");
 }
 
 struct Transcripts {
@@ -175,8 +210,9 @@ struct Transcripts {
 };
 
 Transcripts loadAll(const TrainOptions& options) {
-  Transcripts all{load(options.codingFiles, TranscriptKind::kCoding, "coding"),
-                  load(options.noncodingFiles, TranscriptKind::kNoncoding, "non-coding")};
+  const GeneticCode& code = *geneticCode(options.geneticCode);
+  Transcripts all{load(options.codingFiles, TranscriptKind::kCoding, code, "coding"),
+                  load(options.noncodingFiles, TranscriptKind::kNoncoding, code, "non-coding")};
   const std::string groups = groupTranscripts(all.coding.transcripts, all.noncoding.transcripts);
   if (options.quiet) return all;
   std::cerr << "velto: " << groups << "\n";
@@ -192,7 +228,7 @@ void makeModel(const TrainOptions& options, const Transcripts& all, const Transc
   job.seed = options.seed;
   job.quick = options.quick;
   if (!options.quiet) job.progress = progressLines();
-  const std::vector<TrainedDecoder> decoders = trainAll(chosenTrainers(options.decoders), job);
+  const std::vector<TrainedDecoder> decoders = trainAll(chosenTrainers(options), job);
   const HeldBackReads reads = heldBackReads(heldBack, job.seed);
   const std::vector<HeldBackAccuracy> accuracy = judge(decoders, reads);
   if (!options.quiet) {
@@ -241,6 +277,7 @@ void addTrainCommand(CLI::App& app) {
   command->add_option("--seed", options->seed, "The same seed gives the same model [1]");
   command->add_option("-t,--threads", options->threads, "Threads [all]")
       ->check(CLI::PositiveNumber);
+  addGeneticCodeOption(*command, options->geneticCode);
   command->add_flag("--quick", options->quick, "A first try in less time, somewhat less accurate");
   command->add_flag("-q,--quiet", options->quiet, "No progress and no remarks");
   command->callback([options] {
@@ -250,6 +287,7 @@ void addTrainCommand(CLI::App& app) {
           "non-coding transcripts are needed: the species' long non-coding RNAs, as Ensembl "
           "(ncrna), GENCODE (lncRNA_transcripts) or gffread -w of its annotation have them");
     }
+    checkCode(*options);
     std::vector<std::string> inputs = options->codingFiles;
     inputs.insert(inputs.end(), options->noncodingFiles.begin(), options->noncodingFiles.end());
     requireDistinctFiles(inputs, {options->heldBackPath});

@@ -14,6 +14,7 @@ struct TrainOptions {
   std::vector<std::string> decoders;  // to be trained; empty: all
   std::string outputPath;
   std::string heldBackPath;  // FASTA file of the transcripts that were held back; empty: none
+  int geneticCode = 1;       // of the coding transcripts
   std::uint64_t seed = 1;
   bool quick = false;  // less work, somewhat less accuracy
   int threads = 0;     // 0: as many as the machine has

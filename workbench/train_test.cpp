@@ -69,6 +69,24 @@ TEST_F(Train, EveryDecoderNeedsFiftyTranscriptsOfEitherKind) {
   }
 }
 
+TEST_F(Train, TranscriptsAreReadByTheGeneticCode) {
+  write("ciliate.fa", ">t CDS=1-9\nATGTAATGA\n");
+  EXPECT_EQ(run("--code 6 --coding ciliate.fa --noncoding noncoding.fa -o model"), 1);
+  EXPECT_EQ(errors_.find("refused"), std::string::npos) << errors_;
+  EXPECT_NE(errors_.find("too little data: 1 coding"), std::string::npos) << errors_;
+}
+
+TEST_F(Train, StopCodonsThatDecodersDoNotKnowAreAnError) {
+  EXPECT_EQ(run("--code 2 --coding coding.fa --noncoding noncoding.fa -o model"), 2);
+  EXPECT_NE(errors_.find("stop codon AGA"), std::string::npos) << errors_;
+  for (const char* code : {"4", "28"}) {  // TGA for Trp; all three for amino acids too
+    EXPECT_EQ(run("--decoder vote --coding coding.fa --noncoding noncoding.fa -o model --code " +
+                  std::string(code)),
+              2);
+    EXPECT_NE(errors_.find("the decoder vote takes"), std::string::npos) << errors_;
+  }
+}
+
 TEST_F(Train, HeldBackTranscriptsDoNotReplaceAnInput) {
   EXPECT_EQ(run("--coding coding.fa --noncoding noncoding.fa -o model --held-back coding.fa"), 2);
   EXPECT_TRUE(fs::file_size(directory_ / "coding.fa") > 0);
