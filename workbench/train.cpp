@@ -285,7 +285,8 @@ void addTrainCommand(CLI::App& app) {
       throw CLI::ValidationError(
           "--noncoding",
           "non-coding transcripts are needed: the species' long non-coding RNAs, as Ensembl "
-          "(ncrna), GENCODE (lncRNA_transcripts) or gffread -w of its annotation have them");
+          "(ncrna), GENCODE (lncRNA_transcripts) or gffread -w of its annotation have them; "
+          "shuffled sequences are no stand-in");
     }
     checkCode(*options);
     std::vector<std::string> inputs = options->codingFiles;
