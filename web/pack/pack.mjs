@@ -32,6 +32,9 @@ function filesOf(folder) {
   return files;
 }
 
+// Of models whose folder has no name for people.
+const kTitles = { celegans: 'C. elegans' };
+
 function packScript(name, bytes) {
   return `veltoPack(${JSON.stringify(name)},"${gzipSync(bytes, { level: 9 }).toString('base64')}");\n`;
 }
@@ -41,7 +44,7 @@ function modelOf(folder, engine) {
   const pack = Buffer.from(JSON.stringify(filesOf(folder)));
   const decoders = engine.loadModel(pack);
   fs.writeFileSync(path.join(site, `models/${id}.js`), packScript(id, pack));
-  return { id, title: id[0].toUpperCase() + id.slice(1), path: `models/${id}.js`, decoders };
+  return { id, title: kTitles[id] ?? id[0].toUpperCase() + id.slice(1), path: `models/${id}.js`, decoders };
 }
 
 // ---- Scripts
