@@ -34,6 +34,8 @@ for decoder in hmm vote; do
   done
 done
 
+"$build/velto" scan -d models/celegans --quiet sample.txt -o "$work/sample.txt.celegans.tsv"
+
 # ---- Tests
 cp tests/browser/* "$work"
 [ -d "$work/node_modules" ] || (cd "$work" && npm install --silent --no-audit --no-fund)

@@ -154,6 +154,15 @@ test('another choice predicts anew', async () => {
   assert.doesNotMatch(await textOf('#view-lead'), /^Bases 91 to 702/);
 });
 
+test('models of other species take their turns', async () => {
+  for (const [model, scan] of [['human/hmm', 'hmm'], ['celegans/hmm', 'celegans'], ['human/hmm', 'hmm']]) {
+    await page.select('#model', model);
+    await predict(kSample);
+    assert.ok((await download('tsv', '.tsv')).equals(scanned('sample.txt', scan, 'tsv')), model);
+    for (const entry of fs.readdirSync(downloads)) fs.rmSync(path.join(downloads, entry));
+  }
+});
+
 test('hostile headers are shown as text', async () => {
   await choose('hostile.fa');
   assert.notEqual(await page.title(), 'broken');
