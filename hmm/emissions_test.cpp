@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "core/random.h"
 #include "hmm/toy_model.h"
 
 namespace velto {
@@ -77,6 +78,29 @@ TEST(Emissions, StartWeightCountsTheBasesAround) {
   const auto codes = codesOf("AccATGG");
   EXPECT_NEAR(startWeight(model, model.weights, codes, 3, kOpenFrame, 0.0f), 0.05 * 3 * 2, 1e-6);
   EXPECT_NEAR(startWeight(model, model.weights, codes, 3, kAfterStart, 0.0f), 0.01 * 3 * 2, 1e-6);
+}
+
+TEST(Emissions, CodonWeightsAreThoseOfEveryCodonOfARead) {
+  Random random(4);
+  HmmModel model = toyModel();
+  for (auto& place : model.kozak) {
+    for (float& ratio : place) ratio = 0.5f + static_cast<float>(random.real());
+  }
+  std::vector<short> codes;
+  for (int i = 0; i < 2000; ++i) codes.push_back(static_cast<short>(random.below(41)) / 10);
+  for (short& code : codes) code = code == 4 ? kUnknownBase : code;
+  const BaseRates rates{0.01f, 0.02f, 0.03f};
+  const CodonWeights codons(model, model.weights, rates);
+  ReadContext context;
+  context.index(codes);
+  for (std::size_t i = 0; i < codes.size(); ++i) {
+    const int at = static_cast<int>(i);
+    const StartContext before = context.starts[i];
+    const float share = before == kAfterStart ? afterStartShare(rates) : 1.0f;
+    EXPECT_EQ(codons.start(codes, context, i),
+              startWeight(model, model.weights, codes, at, before, 0.03f) * share);
+    EXPECT_EQ(codons.stop(context, i), stopWeight(model, model.weights, codes, at, 0.03f));
+  }
 }
 
 TEST(Emissions, StopWeightIsASumOverTheStops) {
