@@ -1,6 +1,7 @@
 #include "batch/formats/json_rows.h"
 
 #include <nlohmann/json.hpp>
+#include <utility>
 #include <vector>
 
 namespace velto {
@@ -25,7 +26,7 @@ std::vector<double> confidences(const Prediction& prediction, Frameshift::Kind k
   return list;
 }
 
-Json valueIf(bool given, Json value) { return given ? value : Json(nullptr); }
+Json valueIf(bool given, Json value) { return given ? std::move(value) : Json(nullptr); }
 
 }  // namespace
 
