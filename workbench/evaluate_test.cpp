@@ -163,9 +163,9 @@ TEST_F(Evaluate, PlotsBringTheErrorRatesIntoTheJson) {
 }
 
 TEST_F(Evaluate, ModelThatCannotBeReadFailsByName) {
-  const auto result = run({"evaluate", "-d", "missing", "--coding", "coding.fa"});
+  const auto result = run({"evaluate", "-d", "./missing", "--coding", "coding.fa"});
   EXPECT_EQ(result.status, 1);
-  EXPECT_EQ(result.err.rfind("velto: missing/paramater32/", 0), 0U) << result.err;
+  EXPECT_EQ(result.err.rfind("velto: ./missing/paramater32/", 0), 0U) << result.err;
 }
 
 TEST_F(Evaluate, OutputThatCannotBeWrittenFails) {
