@@ -90,6 +90,15 @@ void inGroups(std::span<const ReadView> reads, Alone alone, Together together) {
 }
 #endif
 
+// A region without a codon is none: a read of unknown bases has no other.
+void dropRegionWithoutCodon(Call& call) {
+  if (call.stop - call.start >= 2) return;
+  call.coding = false;
+  call.start = call.stop = -1;
+  call.frame.clear();
+  call.frameshifts.clear();
+}
+
 // What turns posteriors into those given that the read codes.
 float givenCoding(const Call& call) { return static_cast<float>(1.0 / logisticOf(call.score)); }
 
@@ -132,7 +141,10 @@ void HmmDecoder::decode(const ReadView& read, const Wishes& wishes, Scratch& scr
   decide(own.lattice.evidence(), wishes, call);
   if (!call.coding && !wishes.scores) return;
   framePosteriors(own.lattice.posteriors, givenCoding(call), own.frames);
-  if (call.coding) findCodingPath(own.frames, own.trace, call);
+  if (call.coding) {
+    findCodingPath(own.frames, own.trace, call);
+    dropRegionWithoutCodon(call);
+  }
   if (wishes.scores) fillScores(own.frames, call.probability, call);
 }
 
@@ -164,7 +176,10 @@ void HmmDecoder::callLanes(std::span<const std::size_t> group, const Wishes& wis
     Call& call = calls[group[lane]];
     const auto& toBeat = wishes.scoresToBeat;
     if (!toBeat.empty() && !(call.score > toBeat[group[lane]])) continue;
-    if (call.coding) own.lanes.takePathOf(lane, call);
+    if (call.coding) {
+      own.lanes.takePathOf(lane, call);
+      dropRegionWithoutCodon(call);
+    }
     if (!wishes.scores) continue;
     own.lanes.framePosteriors(lane, factors[lane], own.frames);
     fillScores(own.frames, call.probability, call);

@@ -117,12 +117,32 @@ TEST(HmmDecoder, ReadsOfAnyLengthAndOfUnknownBasesAreDecoded) {
     for (const short code : {kUnknownBase, short{0}, short{3}}) {
       const std::vector<short> codes(static_cast<std::size_t>(length), code);
       const Call call = decoded(decoder, {codes, {}}, wishes);
-      EXPECT_TRUE(call.coding);
       EXPECT_GE(call.probability, 0.0);
       EXPECT_LE(call.probability, 1.0);
+      if (!call.coding) continue;
       EXPECT_GE(call.start, 0);
-      EXPECT_LE(call.start, call.stop);
+      EXPECT_LE(call.start + 2, call.stop);
       EXPECT_LT(call.stop, length);
+    }
+  }
+}
+
+TEST(HmmDecoder, ARegionWithoutACodonIsNotCalled) {
+  Wishes wishes;
+  wishes.minProbability = 0.0;
+  const HmmDecoder decoder(sharedToy());
+  const auto scratch = decoder.scratch();
+  for (const std::size_t length : {2U, 30U}) {
+    std::vector<short> codes;
+    for (std::size_t i = 0; i < length; ++i) codes.push_back(static_cast<short>(i % 3));
+    const std::vector<ReadView> reads(8, ReadView{codes, {}});
+    std::vector<Call> calls(reads.size());
+    decoder.decodeAll(reads, wishes, *scratch, calls);
+    calls.push_back(decoded(decoder, reads[0], wishes));
+    for (const Call& call : calls) {
+      EXPECT_EQ(call.coding, length == 30);
+      EXPECT_EQ(call.start, length == 30 ? 0 : -1);
+      EXPECT_EQ(call.frame.size(), length == 30 ? 30U : 0U);
     }
   }
 }
