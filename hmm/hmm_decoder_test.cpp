@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include "hmm/hmm_model_file.h"
 #include "hmm/toy_reads.h"
 
@@ -23,6 +25,7 @@ void expectSame(const Call& a, const Call& b) {
   EXPECT_EQ(a.start, b.start);
   EXPECT_EQ(a.stop, b.stop);
   EXPECT_EQ(a.frame, b.frame);
+  EXPECT_TRUE(std::ranges::equal(a.scores, b.scores));
   ASSERT_EQ(a.frameshifts.size(), b.frameshifts.size());
 }
 
@@ -247,10 +250,13 @@ TEST(HmmDecoder, ManyReadsAtOnceAreCalledAsOneByOne) {
   const HmmDecoder decoder(sharedToy());
   std::vector<Call> calls(views.size());
   const auto scratch = decoder.scratch();
-  decoder.decodeAll(views, {}, *scratch, calls);
-  for (std::size_t i = 0; i < views.size(); ++i) {
-    SCOPED_TRACE(i);
-    expectSame(calls[i], decoded(decoder, views[i]));
+  for (const bool scores : {false, true}) {
+    const Wishes wishes{scores};
+    decoder.decodeAll(views, wishes, *scratch, calls);
+    for (std::size_t i = 0; i < views.size(); ++i) {
+      SCOPED_TRACE(i);
+      expectSame(calls[i], decoded(decoder, views[i], wishes));
+    }
   }
 }
 

@@ -11,5 +11,6 @@ tools/setup-debian.sh clang libclang-rt-14-dev
 CXX=clang++ cmake -S . -B "$build" -G Ninja -DVELTO_WERROR=ON -DCMAKE_BUILD_TYPE=Debug \
   -DCMAKE_CXX_FLAGS_DEBUG=-g1 -DCMAKE_CXX_FLAGS=-O1 -DVELTO_SANITIZE=thread
 cmake --build "$build" --parallel 2 --target velto VELTO.exe "${tests[@]}"
-export TSAN_OPTIONS="suppressions=$PWD/tools/thread-suppressions.txt"
+# The symbolizer prints to where the tests look for messages: take symbolize=1 to see where a race is.
+export TSAN_OPTIONS="symbolize=0 suppressions=$PWD/tools/thread-suppressions.txt"
 ctest --test-dir "$build" --output-on-failure -R "^($(IFS='|'; echo "${tests[*]}"))\$"
