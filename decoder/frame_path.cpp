@@ -1,4 +1,5 @@
 #include "decoder/frame_path.h"
+
 #include "model/window_width.h"
 
 namespace velto {

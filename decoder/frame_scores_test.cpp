@@ -24,8 +24,8 @@ LaidOut layOut(const ModelTables& tables, const std::string& letters, int width 
   const ModelView model{tables, width};
   const auto length = static_cast<int>(codes.size());
   LaidOut result;
-  layOutFrames(model, codes.data(), length, SlidingEngine(model, codes.data(), length).scores(), result.lay,
-               result.score);
+  layOutFrames(model, codes.data(), length, SlidingEngine(model, codes.data(), length).scores(),
+               result.lay, result.score);
   return result;
 }
 

@@ -62,8 +62,8 @@ void placeShifts(TrialJudge& judge, int windowWidth, int endStep, std::vector<in
     int place = judge.bestTrial({start + oldFrame, end, changes[c].shift, codons}, h);
     const int firstStep = k - h + 1;
     if (firstStep + place >= endStep) place = endStep - firstStep;
-    rewritePath(path, firstStep, codons, place, changes[c - 1].step, changes[c + 1].step,
-                oldFrame, newFrame);
+    rewritePath(path, firstStep, codons, place, changes[c - 1].step, changes[c + 1].step, oldFrame,
+                newFrame);
   }
 }
 

@@ -9,8 +9,8 @@
 #include <iostream>
 #include <new>
 
-#include "driver/web_predict.h"
 #include "core/base_code.h"
+#include "driver/web_predict.h"
 
 namespace velto {
 namespace {

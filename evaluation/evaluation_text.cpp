@@ -2,9 +2,9 @@
 #include <cstdio>
 #include <optional>
 
-#include "model/read_class.h"
 #include "evaluation/evaluation_figures.h"
 #include "evaluation/evaluation_report.h"
+#include "model/read_class.h"
 
 namespace velto {
 namespace {

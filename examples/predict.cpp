@@ -1,6 +1,7 @@
 // Predicts one read: predict MODEL_DIRECTORY BASES
-#include <iostream>
 #include <velto/velto.h>
+
+#include <iostream>
 
 int main(int argc, char** argv) {
   if (argc != 3) {

@@ -17,7 +17,8 @@ void requireKnownKinds(const std::string& file, const ModelTables& tables) {
   for (size_t i = 0; i < tables.fh.size(); ++i) {
     const int kind = tables.fh[i].kind;
     if (kind == kCodonKind || kind == kSingleAcidKind || kind == kPairKind) continue;
-    throw ModelError(file, 0, static_cast<long>(i) + 1, "a hypothesis of a kind that never votes: not 0, 2 or 3");
+    throw ModelError(file, 0, static_cast<long>(i) + 1,
+                     "a hypothesis of a kind that never votes: not 0, 2 or 3");
   }
 }
 

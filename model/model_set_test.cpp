@@ -88,7 +88,8 @@ TEST_F(ModelSetTest, IndexOutOfRangeIsNamed) {
 
 TEST_F(ModelSetTest, UnknownKindIsNamed) {
   replaceLine(parameters(1), 17, "1,0,0,0,0,0.1");
-  EXPECT_EQ(message(), parameters(1) + ": line 17: a hypothesis of a kind that never votes: not 0, 2 or 3");
+  EXPECT_EQ(message(),
+            parameters(1) + ": line 17: a hypothesis of a kind that never votes: not 0, 2 or 3");
 }
 
 TEST_F(ModelSetTest, NumberThatIsNotFiniteIsNamed) {

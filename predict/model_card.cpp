@@ -51,8 +51,9 @@ CardDecoders readCardDecoders(const FileSource& files) {
   const Json card = parse(readText(files), path);
   if (!card.is_object()) throw ModelError(path, 0, 0, "is not a JSON object");
   if (member<int>(card, "format", path) > kModelFormat) {
-    throw ModelError(path, 0, 0, "is of a newer model format than this program's " +
-                                     std::to_string(kModelFormat));
+    throw ModelError(
+        path, 0, 0,
+        "is of a newer model format than this program's " + std::to_string(kModelFormat));
   }
   return {member<std::vector<std::string>>(card, "decoders", path),
           member<std::string>(card, "default", path)};

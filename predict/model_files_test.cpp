@@ -85,8 +85,7 @@ TEST_F(ModelFilesTest, CardOfMoreThan16MBIsRefused) {
 }
 
 TEST_F(ModelFilesTest, CardThatNamesAnUnknownDecoderIsRefused) {
-  EXPECT_EQ(cardError(R"({"decoders": ["vote", "oracular"]})"),
-            ": there is no decoder 'oracular'");
+  EXPECT_EQ(cardError(R"({"decoders": ["vote", "oracular"]})"), ": there is no decoder 'oracular'");
   EXPECT_EQ(cardError(R"({"default": "oracular"})"), ": there is no decoder 'oracular'");
 }
 

@@ -6,8 +6,8 @@
 #include <iostream>
 #include <string>
 
-#include "model/read_data.h"
 #include "decoder/frame_error.h"
+#include "model/read_data.h"
 
 namespace velto {
 namespace {

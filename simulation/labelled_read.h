@@ -13,7 +13,7 @@ namespace velto {
 
 struct LabelledRead {
   TruthRow truth;
-  std::string bases;                    // letters, truth.length of them, along the transcript's strand
+  std::string bases;  // letters, truth.length of them, along the transcript's strand
   std::vector<std::uint8_t> qualities;  // Phred value per base; empty: not known
 
   // Class by length and share of G and C, as the predictor sees it. Class of an empty read: 0 % GC.

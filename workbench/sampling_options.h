@@ -22,16 +22,17 @@ struct SamplingLine {
   int geneticCode = 1;
 };
 
-// Adds --preset, --rates, --length, --full-length, --read-count, --per-transcript, --seed and --code.
+// Adds --preset, --rates, --length, --full-length, --read-count, --per-transcript, --seed and
+// --code.
 void addSamplingOptions(CLI::App& command, SamplingLine& line);
 
 // The plan these options stand for. Throws CLI::ValidationError naming the option at fault.
 ReadSampling parseSampling(const CLI::App& command, const SamplingLine& line);
 
 // The accepted records of both kinds by the genetic code of this number, coding ones first. Refused
-// records are counted on standard error. Throws InputError when a file cannot be read, Error when nothing is left.
+// records are counted on standard error. Throws InputError when a file cannot be read, Error when
+// nothing is left.
 std::vector<Transcript> loadSources(const std::vector<std::string>& codingFiles,
-                                    const std::vector<std::string>& noncodingFiles,
-                                    int codeNumber);
+                                    const std::vector<std::string>& noncodingFiles, int codeNumber);
 
 }  // namespace velto

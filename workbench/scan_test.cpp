@@ -223,8 +223,7 @@ TEST_F(ScanTest, CountsAddUp) {
   EXPECT_EQ(rowsOf(result.out).size(), 5U);
 }
 
-// Of the twenty letters of the protein five are A or G: 30 unknown ones in all, then 60 and 50 of 200.
-// twice.
+// Of the protein's 40 letters ten are A or G: 30 unknown ones, then 60 and 50, of 200 in all.
 TEST_F(ScanTest, ProteinAndMaskedReadsAreWarnedAboutAndCounted) {
   const std::string protein = "MKLVFFAEDVGSNKGAIIGLMKLVFFAEDVGSNKGAIIGL";
   const ProcessResult result =

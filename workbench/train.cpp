@@ -128,8 +128,8 @@ void checkCode(const TrainOptions& options) {
   const std::vector<std::string> known = standardCode().stops();
   for (const std::string& stop : geneticCode(options.geneticCode)->stops()) {
     if (std::find(known.begin(), known.end(), stop) != known.end()) continue;
-    throw CLI::ValidationError("--code", "has the stop codon " + stop +
-                                             ", but decoders know TAA, TAG and TGA only");
+    throw CLI::ValidationError(
+        "--code", "has the stop codon " + stop + ", but decoders know TAA, TAG and TGA only");
   }
   for (const Trainer& trainer : trainers()) {
     if (!isNamed(trainer, options.decoders) || isSuited(trainer, options.geneticCode)) continue;

@@ -110,8 +110,8 @@ struct Prediction {
   double score = 0.0;   // the decoder's own, more is better
   double probability = std::numeric_limits<double>::quiet_NaN();  // that the read codes, 0 to 1
 
-  // Coding region, first to last base; -1 for none. It begins with a codon. The last codon of a region that runs to the
-  // read's end may reach up to two bases beyond it.
+  // Coding region, first to last base; -1 for none. It begins with a codon. The last codon of a
+  // region that runs to the read's end may reach up to two bases beyond it.
   int start = -1;
   int stop = -1;
   std::vector<Frameshift> frameshifts;  // by position

@@ -1,9 +1,10 @@
 #include "training/frames/window_sampling.h"
-#include "model/window_width.h"
 
 #include <algorithm>
 #include <cstdlib>
 #include <iterator>
+
+#include "model/window_width.h"
 
 namespace velto {
 namespace {
