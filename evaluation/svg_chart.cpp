@@ -27,7 +27,7 @@ constexpr char kPaper[] = "#ffffff";
 constexpr std::size_t kLongestHeading = 60;  // characters
 
 std::string cut(const std::string& words) {
-  const std::string shown = printable(words);
+  std::string shown = printable(words);
   if (charactersOf(shown) <= kLongestHeading) return shown;
   std::size_t end = shown.size();
   while (charactersOf(shown.substr(0, end)) > kLongestHeading - 3) --end;
@@ -129,6 +129,7 @@ void SvgChart::addBar(double fromX, double toX, double y, const std::string& fil
 
 void SvgChart::addOutline(const std::vector<SvgPoint>& points, const std::string& colour) {
   std::vector<SvgPoint> places;
+  places.reserve(points.size());
   for (const SvgPoint& point : points) places.push_back(place(point.first, point.second));
   canvas_.polyline(places, colour, 2, false);
 }

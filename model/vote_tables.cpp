@@ -94,7 +94,8 @@ void VoteTables::addCodonRule(size_t i, std::uint16_t slot) {
   codonRules_.push_back({slot,
                          static_cast<std::uint8_t>(ReadData::CodonTable(h.elem1, h.elem2, h.elem3)),
                          codonSynonyms()[codon], static_cast<std::uint32_t>(leastCodons_.size())});
-  for (short acids = 0; acids < counts_; ++acids) {
+  const auto counts = static_cast<short>(counts_);  // a window's codons, which are few
+  for (short acids = 0; acids < counts; ++acids) {
     short least = 0;
     while (least <= acids && !(codonFeature(h, least, acids) > model_.codonTrsld[i].trsld)) ++least;
     leastCodons_.push_back(static_cast<std::uint8_t>(least));
@@ -130,7 +131,8 @@ void VoteTables::addCodonHypothesis(size_t i) {
   const size_t codon = static_cast<size_t>(codonIndex(h.elem1, h.elem2, h.elem3));
   int* votes =
       votesOfCodon(ReadData::CodonTable(h.elem1, h.elem2, h.elem3), codonSynonyms()[codon]);
-  for (short acids = 0; acids < counts_; ++acids) {
+  const auto counts = static_cast<short>(counts_);  // a window's codons, which are few
+  for (short acids = 0; acids < counts; ++acids) {
     for (short count = 0; count <= acids; ++count) {
       const bool above = codonFeature(h, count, acids) > t.trsld;
       *votes++ += above == (t.polarity != 0) ? weight_[i] : -weight_[i];

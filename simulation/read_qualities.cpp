@@ -57,7 +57,7 @@ std::vector<std::uint8_t> drawQualities(int readLength, const std::vector<Templa
   for (std::size_t i = 0; i < phred.size(); ++i) {
     const double deviations = noise(random) - model.information * kSeparation * drop[i];
     const double value = std::clamp(model.mean + model.deviation * deviations, kLeast, kMost);
-    phred[i] = static_cast<std::uint8_t>(value + 0.5);
+    phred[i] = static_cast<std::uint8_t>(std::lround(value));
   }
   return phred;
 }
