@@ -27,6 +27,9 @@ constexpr std::size_t kStates = kHmmStates;
 
 // Emissions of one position.
 struct Emission {
+  // Written out, since an implicit constructor is not compiled for the vectors' processor.
+  HWY_ATTR Emission() {}
+
   V kind[kEmissionKinds];
   V start, stop, insertion, deletion, stay;
 };

@@ -2,7 +2,6 @@
 
 #include <fcntl.h>
 #include <sys/stat.h>
-#include <sys/sysmacros.h>
 #include <unistd.h>
 
 #include <filesystem>
@@ -25,6 +24,11 @@ struct Identity {
   std::tuple<dev_t, ino_t, std::string> key;
 };
 
+bool isNullDevice(const struct stat& status) {
+  struct stat null;
+  return S_ISCHR(status.st_mode) && stat("/dev/null", &null) == 0 && status.st_rdev == null.st_rdev;
+}
+
 Identity identityOf(const std::string& path, int descriptor) {
   struct stat status;
   const int failed = descriptor >= 0 ? fstat(descriptor, &status) : stat(path.c_str(), &status);
@@ -35,7 +39,7 @@ Identity identityOf(const std::string& path, int descriptor) {
   }
   identity.exists = true;
   identity.isRegular = S_ISREG(status.st_mode);
-  identity.isNull = S_ISCHR(status.st_mode) && status.st_rdev == makedev(1, 3);  // as Linux has it
+  identity.isNull = isNullDevice(status);
   identity.key = {status.st_dev, status.st_ino, ""};
   return identity;
 }
