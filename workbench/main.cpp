@@ -15,6 +15,7 @@
 #include "seqio/output_file.h"
 #include "seqio/signal_cleanup.h"
 #include "workbench/check_model.h"
+#include "workbench/decimal_numbers.h"
 #include "workbench/evaluate.h"
 #include "workbench/models.h"
 #include "workbench/scan.h"
@@ -105,5 +106,6 @@ int main(int argc, char** argv) {
   velto::addSimulateCommand(app);
   velto::addTrainCommand(app);
   velto::addEvaluateCommand(app);
+  velto::requireDecimalNumbers(app);
   return runCommand(app, argc, argv);
 }

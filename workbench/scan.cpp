@@ -5,7 +5,6 @@
 
 #include <algorithm>
 #include <chrono>
-#include <cmath>
 #include <functional>
 #include <iostream>
 #include <map>
@@ -215,16 +214,6 @@ void scan(const CommandLine& line) {
 
 // ---- 4. Options
 
-// "nan" and "inf" read as numbers too.
-CLI::Validator finiteNumber() {
-  const auto check = [](const std::string& text) -> std::string {
-    double value = 0.0;
-    const bool good = CLI::detail::lexical_cast(text, value) && std::isfinite(value);
-    return good ? "" : "'" + text + "' is not a finite number";
-  };
-  return CLI::Validator(check, "");
-}
-
 void addOutputOptions(CLI::App& command, CommandLine& line) {
   for (size_t i = 0; i < line.rowFiles.size(); ++i) {
     const RowFormat& format = rowFormats()[i];
@@ -252,12 +241,10 @@ void addScanCommand(CLI::App& app) {
   command->set_version_flag("--version", std::string("velto ") + VELTO_VERSION);
   addOutputOptions(*command, *line);
   addStrandOption(*command, line->strand);
-  command->add_option("--min-score", line->minScore, "Report no coding region below this score")
-      ->check(finiteNumber());
+  command->add_option("--min-score", line->minScore, "Report no coding region below this score");
   command
       ->add_option("--min-probability", line->minProbability,
                    "Report no coding region below this probability")
-      ->check(finiteNumber())
       ->check(CLI::Range(0.0, 1.0));
   addReportOptions(*command, line->report);
   addCalibrationOptions(*command, line->calibration);

@@ -617,7 +617,7 @@ TEST_F(ScanTest, BadCommandLinesHaveStatus2) {
   for (const char* option : {"-o", "--gff3", "--summary"}) {
     EXPECT_EQ(scan({readsFile(), option, ""}).status, 2);
   }
-  for (const char* score : {"nan", "inf", "1e999", "x", ""}) {
+  for (const char* score : {"nan", "inf", "1e999", "0x1", "x", ""}) {
     EXPECT_EQ(scan({readsFile(), "--min-score", score}).status, 2) << score;
     EXPECT_EQ(scan({readsFile(), "--min-probability", score}).status, 2) << score;
   }
