@@ -1,10 +1,12 @@
 #!/usr/bin/env bash
 # Builds the browser page, a folder that any web server can serve and that works opened from disk:
 #   tools/build-web.sh [BUILD]     # the folder is BUILD/site, by default build-web/site
-# Needs Debian's emscripten, esbuild and nodejs.
+# Installs Debian's emscripten and esbuild, and Node with npm where there is none.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 build=${1:-build-web}
+tools/setup-debian.sh cmake ninja-build nlohmann-json3-dev emscripten esbuild
+command -v npm >/dev/null || tools/setup-debian.sh nodejs npm
 # Where Debian keeps the modules of Node that emcc uses.
 export NODE_PATH=/usr/share/nodejs
 

@@ -2,16 +2,15 @@
 # Cross-builds both programs for 64-bit ARM and compares what they write, run by QEMU, with those of this
 # machine, byte by byte:
 #   tools/check-arm.sh [BUILD [BUILD_ARM]]
-# Needs Debian's g++-aarch64-linux-gnu and qemu-user. Headers and libraries of Debian's arm64 are
-# unpacked below BUILD_ARM (100 MB of packages and files); the system does not change.
+# Installs Debian's cross compiler and QEMU. Headers and libraries of Debian's arm64 are unpacked below
+# BUILD_ARM (100 MB of packages and files); the system does not change.
 set -euo pipefail
 cd "$(dirname "$0")/.."
-build=$(realpath "${1:-build}")
+build=$(realpath -m "${1:-build}")
 arm=$(realpath -m "${2:-build-arm}")
 root=$arm/root
-for program in aarch64-linux-gnu-g++ qemu-aarch64; do
-  command -v "$program" >/dev/null || { echo "skipped: $program is not installed"; exit 0; }
-done
+tools/setup-debian.sh g++-aarch64-linux-gnu qemu-user
+tools/build.sh "$build"
 
 # ---- Headers and libraries
 if [ ! -e "$root/complete" ]; then

@@ -1,10 +1,11 @@
 #!/usr/bin/env bash
 # Builds the manual as a site and fails on any warning, or if the site leaves out a page:
 #   tools/check-docs.sh [SITE]
-# Needs Debian's mkdocs.
+# Installs Debian's mkdocs.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 site=$(realpath -m "${1:-build/site}")
+tools/setup-debian.sh mkdocs
 
 mkdocs build --quiet --strict --clean --site-dir "$site"
 for page in docs/*.md; do

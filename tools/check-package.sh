@@ -2,7 +2,7 @@
 # Builds the Debian package and tries it in scratch roots: tools/check-package.sh [BUILD]
 # Both programs run from where it is unpacked, with its model and its shared library; a program of a
 # user is built with it; it installs and removes cleanly.
-# Needs dpkg-dev. BUILD is a folder of its own, without tests.
+# BUILD is a folder of its own, without tests.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 build=$(realpath -m "${1:-build-package}")
@@ -11,6 +11,8 @@ trap 'rm -rf "$work"' EXIT
 
 fail() { echo "check-package: $1" >&2; exit 1; }
 
+tools/setup-debian.sh
+tools/setup-debian.sh dpkg-dev file
 cmake -S . -B "$build" -G Ninja -DCMAKE_BUILD_TYPE=Release -DCMAKE_INSTALL_PREFIX=/usr \
   -DVELTO_BUILD_TESTS=OFF -DVELTO_WERROR=ON -DBUILD_SHARED_LIBS=ON
 cmake --build "$build" --parallel 2

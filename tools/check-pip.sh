@@ -1,9 +1,11 @@
 #!/usr/bin/env bash
 # Installs the Python package by pip from a checkout into a new virtual environment, without a network,
 # and predicts the sample read with it: tools/check-pip.sh
-# Needs the packages of tools/setup-debian.sh; compiles the library anew, which takes some minutes.
+# Compiles the library anew, which takes some minutes.
 set -euo pipefail
 cd "$(dirname "$0")/.."
+tools/setup-debian.sh
+tools/setup-debian.sh python3-setuptools python3-wheel
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 

@@ -2,16 +2,15 @@
 # Runs the workflow on a Slurm of one node, which it starts and stops, and compares the results with one
 # run of velto scan, byte by byte:
 #   tools/check-slurm.sh [BUILD [MODEL]]
-# One job is cancelled at its first attempt. Needs Debian's snakemake and slurm-wlm, and to be root.
+# One job is cancelled at its first attempt. Installs Debian's snakemake and slurm-wlm; needs to be root.
 set -euo pipefail
 cd "$(dirname "$0")/.."
-build=$(realpath "${1:-build}")
+build=$(realpath -m "${1:-build}")
 model=$(realpath "${2:-param-human}")
 workflow=$PWD/workflow
-for program in snakemake munged slurmctld slurmd; do
-  command -v "$program" >/dev/null || { echo "skipped: $program is not installed"; exit 0; }
-done
-[ "$(id -u)" -eq 0 ] || { echo "skipped: slurmd wants root"; exit 0; }
+[ "$(id -u)" -eq 0 ] || { echo "check-slurm: slurmd wants root" >&2; exit 1; }
+tools/setup-debian.sh snakemake slurm-wlm munge
+tools/build.sh "$build"
 
 work=$(mktemp -d)
 chmod 755 "$work"  # munged refuses a socket in a folder that others cannot reach

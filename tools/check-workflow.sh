@@ -1,13 +1,14 @@
 #!/usr/bin/env bash
 # Runs the workflow and compares it with one run of velto scan, byte by byte:
 #   tools/check-workflow.sh [BUILD [MODEL]]
-# 1 and 7 pieces, a piece that is killed, a read that gets lost. Needs Debian's snakemake.
+# 1 and 7 pieces, a piece that is killed, a read that gets lost. Installs Debian's snakemake.
 set -euo pipefail
 cd "$(dirname "$0")/.."
-build=$(realpath "${1:-build}")
+build=$(realpath -m "${1:-build}")
 model=$(realpath "${2:-param-human}")
 snakefile=$PWD/workflow/Snakefile
-command -v snakemake >/dev/null || { echo "skipped: snakemake is not installed"; exit 0; }
+tools/setup-debian.sh snakemake
+tools/build.sh "$build"
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 

@@ -1,12 +1,13 @@
 #!/usr/bin/env bash
 # Drives the pages of velto in Chromium, and gives its figures to MultiQC:
 #   tools/test-pages.sh [BUILD]
-# Needs node with npm, which fetches puppeteer-core, and Chromium; and multiqc. What is not there is
-# skipped with a message.
+# Installs Debian's Chromium and MultiQC, and Node where there is none; npm fetches puppeteer-core.
 set -euo pipefail
 cd "$(dirname "$0")/.."
-build=$(realpath "${1:-build}")
-chromium=$(command -v chromium || command -v chromium-browser || true)
+build=$(realpath -m "${1:-build}")
+tools/setup-debian.sh chromium multiqc
+command -v npm >/dev/null || tools/setup-debian.sh nodejs npm
+tools/build.sh "$build"
 work=$build/browser
 mkdir -p "$work/figures"
 
@@ -21,19 +22,13 @@ awk -v name="$name" '!/^>/ { seq = seq $0 }
 "$build/velto" scan "$work/parts.fa" -d param-human --error-rates mild --quiet -o "$work/parts.tsv" \
   --report "$work/report.html" --multiqc "$work/figures/parts_mqc.json"
 
-if command -v multiqc >/dev/null; then
-  rm -rf "$work/joined"
-  multiqc -q -o "$work/joined" "$work/figures"
-  grep -q '^parts	40	' "$work/joined/multiqc_data/multiqc_general_stats.txt"
-  echo "MultiQC took the figures"
-else
-  echo "skipped: multiqc is not installed"
-fi
+rm -rf "$work/joined"
+multiqc -q -o "$work/joined" "$work/figures"
+grep -q '^parts	40	' "$work/joined/multiqc_data/multiqc_general_stats.txt"
+echo "MultiQC took the figures"
 
-if [ -n "$chromium" ] && command -v node >/dev/null && command -v npm >/dev/null; then
-  cp tests/browser/* "$work"
-  [ -d "$work/node_modules" ] || (cd "$work" && npm install --silent --no-audit --no-fund)
-  CHROMIUM=$chromium PAGES=$work node --test --test-reporter=tap "$work/pages.test.mjs"
-else
-  echo "skipped: chromium, node or npm is not installed"
-fi
+cp tests/browser/* "$work"
+[ -d "$work/node_modules" ] || (cd "$work" && npm install --silent --no-audit --no-fund)
+export PAGES=$work CHROMIUM
+CHROMIUM=$(command -v chromium)
+node --test --test-reporter=tap "$work/pages.test.mjs"

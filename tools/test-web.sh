@@ -1,11 +1,12 @@
 #!/usr/bin/env bash
 # Builds the browser page and drives it in Chromium; compares its files with those of velto scan:
 #   tools/test-web.sh [BUILD [SITE_BUILD]]     # by default build and build-web
-# Needs what tools/build-web.sh needs, BUILD/velto, Chromium and npm, which fetches
-# puppeteer-core.
+# Installs what tools/build-web.sh needs and Debian's Chromium; npm fetches puppeteer-core.
 set -euo pipefail
 cd "$(dirname "$0")/.."
-build=$(realpath "${1:-build}")
+build=$(realpath -m "${1:-build}")
+tools/setup-debian.sh chromium
+tools/build.sh "$build"
 tools/build-web.sh "${2:-build-web}"
 site_build=$(realpath "${2:-build-web}")
 work=$site_build/browser
@@ -40,5 +41,5 @@ done
 cp tests/browser/* "$work"
 [ -d "$work/node_modules" ] || (cd "$work" && npm install --silent --no-audit --no-fund)
 export CHROMIUM WORK=$work SITE=$site_build/site SITE_BUILD=$site_build PAGE=$PWD/web/page MODEL=$PWD/param-human
-CHROMIUM=$(command -v chromium || command -v chromium-browser)
+CHROMIUM=$(command -v chromium)
 node --no-warnings --test --test-reporter=tap "$work/engine.test.mjs" "$work/web.test.mjs"

@@ -4,13 +4,14 @@
 import { execFileSync } from 'node:child_process';
 import fs from 'node:fs';
 import path from 'node:path';
+import { fileURLToPath } from 'node:url';
 import { gzipSync } from 'node:zlib';
 import { Engine } from '../page/engine.js';
 
 const build = process.argv[2];
 const site = path.join(build, 'site');
-const page = path.join(import.meta.dirname, '../page');
-const root = path.join(import.meta.dirname, '../..');
+const root = fileURLToPath(new URL('../..', import.meta.url));
+const page = path.join(root, 'web/page');
 
 // ---- Models
 
