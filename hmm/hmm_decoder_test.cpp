@@ -232,7 +232,7 @@ TEST(HmmDecoder, ModelsAreReadFromTheirFile) {
   expectSame(decoded(decoder, reads.views()[0]),
              decoded(HmmDecoder(sharedToy()), reads.views()[0]));
   try {
-    HmmDecoder damaged(sourceOf("VELTO posterior model 1\n\n"));
+    HmmDecoder damaged(sourceOf("VELTO posterior model 2\n\n"));
     FAIL();
   } catch (const ModelError& error) {
     EXPECT_EQ(std::string(error.what()), "hmm/posterior.txt:2: missing number");

@@ -39,9 +39,9 @@ struct WindowNetwork {
   int letters = 0;                         // k of the k-mers, 1 to 5
   int units = 0;                           // a multiple of 16, at most kMostUnits
   std::vector<int> offsets;                // of a k-mer's last base from the base that is judged
-  AlignedVector<std::int16_t> rows;        // [offset][k-mer, then unknownKmer()][unit]; sum over
-                                           // offsets of the largest absolute value of a unit: at
-                                           // most kMostRowSum
+  AlignedVector<std::int8_t> rows;         // [offset][k-mer, then unknownKmer()][unit], rows
+                                           // rowStride() apart; sum over offsets of the largest
+                                           // absolute value of a unit: at most kMostRowSum
   std::vector<std::int16_t> bias;          // [class of G and C][unit]
   std::vector<std::int16_t> dinucleotide;  // [dinucleotide][unit]
   std::vector<std::int16_t> output;  // [EmissionKind][unit]; sum of absolute values of a kind:
@@ -53,28 +53,30 @@ struct WindowNetwork {
   // Stands for k-mers with an unknown base or beyond the read; its rows are zeros.
   int unknownKmer() const { return kmers(); }
   std::size_t rowsOfOffset() const { return static_cast<std::size_t>(kmers()) + 1; }
+  // Units of a row and the zeros behind them, so that each row begins a cache line.
+  std::size_t rowStride() const {
+    constexpr std::size_t kLine = static_cast<std::size_t>(kCacheLine);
+    return (static_cast<std::size_t>(units) + kLine - 1) / kLine * kLine;
+  }
 
   // Makes room for the rows of the letters, units and offsets, all zeros.
-  void clearRows() {
-    rows.assign(offsets.size() * rowsOfOffset() * static_cast<std::size_t>(units), 0);
-  }
-  const std::int16_t* row(std::size_t offset, int kmer) const {
+  void clearRows() { rows.assign(offsets.size() * rowsOfOffset() * rowStride(), 0); }
+  const std::int8_t* row(std::size_t offset, int kmer) const {
     return rows.data() + rowBegin(offset, kmer);
   }
-  std::span<std::int16_t> row(std::size_t offset, int kmer) {
+  std::span<std::int8_t> row(std::size_t offset, int kmer) {
     return std::span(rows).subspan(rowBegin(offset, kmer), static_cast<std::size_t>(units));
   }
 
  private:
   std::size_t rowBegin(std::size_t offset, int kmer) const {
-    return (offset * rowsOfOffset() + static_cast<std::size_t>(kmer)) *
-           static_cast<std::size_t>(units);
+    return (offset * rowsOfOffset() + static_cast<std::size_t>(kmer)) * rowStride();
   }
 };
 constexpr int kMostUnits = 128;
 constexpr int kMostOffsets = 40;
 constexpr int kMostOffset = 60;
-constexpr int kMostRowSum = 20000;
+constexpr int kMostRowSum = 127;
 constexpr int kMostBasePart = 12000;
 constexpr int kMostOutputSum = 65000;
 constexpr float kMostLogFactor = 14.0f;

@@ -4,6 +4,7 @@
 #include <charconv>
 #include <cmath>
 #include <cstdlib>
+#include <limits>
 #include <span>
 #include <type_traits>
 #include <utility>
@@ -13,7 +14,7 @@
 namespace velto {
 namespace {
 
-constexpr std::string_view kTitle = "VELTO posterior model 1";
+constexpr std::string_view kTitle = "VELTO posterior model 2";
 
 // The path weights behind those of start codons, in the order of the file.
 constexpr float PathWeights::*kWeights[] = {&PathWeights::stop,           &PathWeights::stayUtr5,
@@ -61,7 +62,8 @@ class Writer {
   void end() { text_ += '\n'; }
 
   // Lines of `columns` numbers each.
-  void table(std::span<const std::int16_t> numbers, int columns) {
+  template <class Number>
+  void table(std::span<const Number> numbers, int columns) {
     for (std::size_t i = 0; i < numbers.size(); ++i) {
       number(numbers[i]);
       if ((i + 1) % static_cast<std::size_t>(columns) == 0) end();
@@ -110,12 +112,13 @@ void writeNetwork(const WindowNetwork& network, Writer& out) {
       {"outputs", &network.output}};
   for (const auto& [name, numbers] : tables) {
     out.word(name).end();
-    out.table(*numbers, network.units);
+    out.table(std::span(*numbers), network.units);
   }
   out.word("rows").end();
   for (std::size_t o = 0; o < network.offsets.size(); ++o) {
     for (int kmer = 0; kmer < network.kmers(); ++kmer) {
-      out.table({network.row(o, kmer), static_cast<std::size_t>(network.units)}, network.units);
+      out.table(std::span(network.row(o, kmer), static_cast<std::size_t>(network.units)),
+                network.units);
     }
   }
 }
@@ -250,9 +253,11 @@ void readSizes(Reader& in, WindowNetwork& network) {
   in.endLine();
 }
 
-void readRow(Reader& in, std::span<std::int16_t> row) {
+template <class Number>
+void readRow(Reader& in, std::span<Number> row) {
+  constexpr Number kMost = std::numeric_limits<Number>::max();
   in.line("");
-  for (std::int16_t& x : row) x = in.number<std::int16_t>(-32767, 32767);
+  for (Number& x : row) x = in.number<Number>(-kMost, kMost);
   in.endLine();
 }
 
@@ -276,7 +281,7 @@ void readRows(Reader& in, WindowNetwork& network) {
   }
 }
 
-// No sum of rows may leave 16 bits.
+// No sum of rows may leave eight bits.
 void checkRows(const Reader& in, const WindowNetwork& network) {
   for (std::size_t u = 0; u < static_cast<std::size_t>(network.units); ++u) {
     int sum = 0;

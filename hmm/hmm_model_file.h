@@ -25,7 +25,7 @@ HmmFileStatus readHmmModel(std::string_view text, HmmModel& model);
 
 // The text of a model. Numbers are separated by single blanks, lines end with a line feed:
 //
-//   VELTO posterior model 1
+//   VELTO posterior model 2
 //   weights START-OPEN START-AFTER-STOP START-AFTER-START STOP STAY-UTR5 BEGIN-CODING BEGIN-UTR5
 //   BEGIN-NONCODING BEGIN-UTR3 BEGIN-START decision CONSTANT LOG-ODDS CODING-BASES CODING-SHARE
 //   stops TAA TAG TGA                      shares in millionths, as all numbers up to the network's

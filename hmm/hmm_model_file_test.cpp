@@ -17,7 +17,7 @@ HmmModel randomModel() {
     }
   }
   for (int kmer = 0; kmer < model.network.kmers(); ++kmer) {
-    for (auto& x : model.network.row(0, kmer)) x = static_cast<std::int16_t>(random.below(20000));
+    for (auto& x : model.network.row(0, kmer)) x = static_cast<std::int8_t>(random.below(128));
   }
   for (std::int16_t& x : model.network.output) {
     x = static_cast<std::int16_t>(static_cast<int>(random.below(8000)) - 4000);
@@ -61,9 +61,9 @@ TEST(HmmModelFile, WrittenModelsReadBackTheSame) {
 
 TEST(HmmModelFile, NamesLineAndReason) {
   const std::string text = hmmModelText(toyModel());
-  const HmmFileStatus title = statusOf(withLine(text, 1, "VELTO posterior model 2"));
+  const HmmFileStatus title = statusOf(withLine(text, 1, "VELTO posterior model 1"));
   EXPECT_EQ(title.line, 1);
-  EXPECT_EQ(title.reason, "expected 'VELTO posterior model 1'");
+  EXPECT_EQ(title.reason, "expected 'VELTO posterior model 2'");
   const HmmFileStatus word = statusOf(withLine(text, 4, "stop 250000 250000 500000"));
   EXPECT_EQ(word.line, 4);
   EXPECT_EQ(word.reason, "expected 'stops'");
@@ -102,6 +102,7 @@ TEST(HmmModelFile, EveryIrregularLineIsRefused) {
       {4117, "scale -1"},
       {4118, "output-bias 0 0 0 0 0 101"},
       {4120, "0 0 0 0 0 0 0 0 0 0 0 0 0 0 0 32768"},
+      {4149, "0 0 0 0 0 0 0 0 0 0 0 0 0 0 0 128"},
   };
   for (const auto& [line, damage] : damages) {
     const HmmFileStatus status = statusOf(withLine(text, line, damage));
@@ -120,14 +121,14 @@ TEST(HmmModelFile, EveryCutFileIsRefused) {
   EXPECT_FALSE(statusOf(text + "end\n").regular());
 }
 
-TEST(HmmModelFile, RowsThatCouldLeaveSixteenBitsAreRefused) {
+TEST(HmmModelFile, RowsThatCouldLeaveEightBitsAreRefused) {
   HmmModel model = toyModel();
   model.network.offsets = {0, 1};
   model.network.clearRows();
-  model.network.row(0, 0)[5] = 10000;
-  model.network.row(1, 0)[5] = -10000;
+  model.network.row(0, 0)[5] = 60;
+  model.network.row(1, 0)[5] = -67;
   EXPECT_TRUE(statusOf(hmmModelText(model)).regular());
-  model.network.row(1, 0)[5] = -10001;
+  model.network.row(1, 0)[5] = -68;
   EXPECT_EQ(statusOf(hmmModelText(model)).reason, "rows of unit 6 are too large");
 }
 

@@ -73,14 +73,14 @@ HWY_ATTR inline void mixKinds(const FactorRows& probabilities, const FactorRows&
 HWY_ATTR void fillKinds(const WindowNetwork& network, const EmissionLanes::Lanes& lanes,
                         LaneEmissions& emissions) {
   const NetworkKernel kernel(network);
-  const auto units = static_cast<std::size_t>(network.units);
+  const std::size_t stride = network.rowStride();
   HWY_ALIGN FactorRows factors, probabilities;
   for (std::size_t p = 0; p < emissions.positions; ++p) {
     NetworkBases bases;
     for (std::size_t lane = 0; lane < kLanes; ++lane) {
       const EmissionLanes::Lane& l = lanes.lane[lane];
       const std::size_t block = (p + l.blockShift) / kCompositionBlock;
-      bases[lane] = {l.places.at(p), l.baseParts.data() + block * units};
+      bases[lane] = {l.places.at(p), l.baseParts.data() + block * stride};
     }
     kernel.run(bases, factors);
     gatherProbabilities(lanes, p, probabilities);
@@ -207,10 +207,10 @@ void EmissionLanes::fillUnknownBases(std::span<const short> codes, std::size_t l
 void EmissionLanes::fillBaseParts(std::size_t begin, Lane& lane) {
   const WindowNetwork& network = model_.network;
   const std::size_t before = (begin + kCompositionBlock - 1) / kCompositionBlock;
-  const auto units = static_cast<std::size_t>(network.units);
+  const std::size_t stride = network.rowStride();
   lane.blockShift = before * kCompositionBlock - begin;
-  lane.baseParts.assign((before + context_.blocks.size()) * units, 0);
-  basePartsInVectors(network, context_.blocks, lane.baseParts.data() + before * units);
+  lane.baseParts.assign((before + context_.blocks.size()) * stride, 0);
+  basePartsInVectors(network, context_.blocks, lane.baseParts.data() + before * stride);
 }
 
 }  // namespace velto

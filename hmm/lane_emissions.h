@@ -55,7 +55,8 @@ class EmissionLanes {
   struct Lane {
     RowPlaces places;                       // [position]
     std::vector<const float*> probability;  // [position] of its base by EmissionKind
-    std::vector<std::int16_t> baseParts;    // [block][unit], from the first position's block on
+    std::vector<std::int16_t> baseParts;    // [block][unit], rowStride() apart, from the
+                                            // first position's block on
     std::size_t blockShift = 0;             // position + blockShift is of block 0 on
   };
   struct Lanes {

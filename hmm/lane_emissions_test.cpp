@@ -21,15 +21,15 @@ HmmModel variedModel() {
     for (float& ratio : place) ratio = 0.5f + static_cast<float>(random.real());
   }
   WindowNetwork& network = model.network;
-  const auto draw = [&](int most) {
-    return static_cast<std::int16_t>(static_cast<int>(random.below(2 * 1000 + 1)) - most / 2);
+  const auto draw = [&](unsigned most) {
+    return static_cast<std::int16_t>(static_cast<int>(random.below(most + 1)) - static_cast<int>(most / 2));
   };
   network.letters = 2;
   network.offsets = {-3, 0, 5};
   network.clearRows();
   for (std::size_t o = 0; o < network.offsets.size(); ++o) {
     for (int kmer = 0; kmer < network.kmers(); ++kmer) {
-      for (auto& x : network.row(o, kmer)) x = draw(1000);
+      for (auto& x : network.row(o, kmer)) x = static_cast<std::int8_t>(draw(80));
     }
   }
   for (auto& x : network.bias) x = draw(1000);

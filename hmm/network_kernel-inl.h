@@ -39,16 +39,18 @@ using BasesRow = std::array<float, kBasesAtOnce>;         // [base]
 using FactorRows = std::array<BasesRow, kEmissionKinds>;  // [EmissionKind][base]
 
 // Highway 1.0 has no vectors for a processor without SSSE3: loops stand for them there.
-#if HWY_TARGET == HWY_SCALAR
-constexpr std::size_t kUnitLanes = 1;
-#else
-constexpr std::size_t kUnitLanes = HWY_MAX_BYTES >= 32 && !HWY_HAVE_SCALABLE ? 16 : 8;
+#if HWY_TARGET != HWY_SCALAR
+constexpr std::size_t kVectorBytes = HWY_HAVE_SCALABLE ? 16 : std::min(HWY_MAX_BYTES, 64);
 
-using UnitTag = hn::FixedTag<std::int16_t, kUnitLanes>;
+using RowTag = hn::FixedTag<std::int8_t, kVectorBytes>;
+using HiddenTag = hn::FixedTag<std::int16_t, kVectorBytes / 2>;
+
+// No more than the least number of units.
+using UnitTag = hn::FixedTag<std::int16_t, std::min<std::size_t>(kVectorBytes, 32) / 2>;
 using SumTag = hn::RepartitionToWide<UnitTag>;
 using FourSums = hn::FixedTag<std::int32_t, 4>;
 
-HWY_ATTR inline hn::Vec<FourSums> toFourSums(hn::Vec<SumTag> x) {
+HWY_ATTR inline hn::Vec<FourSums> sumOfHalves(hn::Vec<SumTag> x) {
 #if HWY_MAX_BYTES >= 32 && !HWY_HAVE_SCALABLE
   const FourSums d;
   return hn::Add(hn::LowerHalf(d, x), hn::UpperHalf(d, x));
@@ -58,12 +60,16 @@ HWY_ATTR inline hn::Vec<FourSums> toFourSums(hn::Vec<SumTag> x) {
 }
 
 // The sums of the lanes of four vectors.
-HWY_ATTR inline hn::Vec<FourSums> sumsOf(const hn::Vec<FourSums> (&x)[4]) {
-  const FourSums d;
+HWY_ATTR inline hn::Vec<FourSums> sumsOf(const hn::Vec<SumTag> (&x)[4]) {
+  const SumTag d;
+  const hn::RepartitionToWide<SumTag> pairs;
   const auto first =
       hn::Add(hn::InterleaveLower(d, x[0], x[1]), hn::InterleaveUpper(d, x[0], x[1]));
   const auto last = hn::Add(hn::InterleaveLower(d, x[2], x[3]), hn::InterleaveUpper(d, x[2], x[3]));
-  return hn::Add(hn::ConcatLowerLower(d, last, first), hn::ConcatUpperUpper(d, last, first));
+  const auto a = hn::BitCast(pairs, first), b = hn::BitCast(pairs, last);
+  const auto lower = hn::BitCast(d, hn::InterleaveLower(pairs, a, b));
+  const auto upper = hn::BitCast(d, hn::InterleaveUpper(pairs, a, b));
+  return sumOfHalves(hn::Add(lower, upper));
 }
 #endif
 
@@ -86,106 +92,85 @@ class NetworkKernel {
   HWY_ATTR explicit NetworkKernel(const WindowNetwork& network)
       : network_(network),
         units_(static_cast<std::size_t>(network.units)),
-        rowNumbers_(network.rowsOfOffset() * units_),
-        addUnits_(unitAdder()) {}
+        rowsSize_(network.rowsOfOffset() * network.rowStride()) {}
 
   // networkFactors of eight bases.
   HWY_ATTR void run(const NetworkBases& bases, FactorRows& factors) const {
-    HWY_ALIGN Sums sums{};
-    (this->*addUnits_)(bases, sums);
+    HWY_ALIGN Sums sums;
+    for (std::size_t four = 0; four < kBasesAtOnce; four += 4) {
+      HWY_ALIGN Hidden hidden;
+      for (std::size_t b = 0; b < 4; ++b) sumRows(bases[four + b], hidden[b]);
+      for (std::size_t k = 0; k < kEmissionKinds; ++k) {
+        sumOutputs(hidden, k, sums[k].data() + four);
+      }
+    }
     raise(sums, factors);
   }
 
  private:
   using Sums = std::array<std::array<std::int32_t, kBasesAtOnce>, kEmissionKinds>;
-  using UnitAdder = void (NetworkKernel::*)(const NetworkBases&, Sums&) const;
-
-  // As many vectors at a time as divide the units.
-  UnitAdder unitAdder() const {
-    const std::size_t vectors = units_ / kUnitLanes;
-    if (vectors % 4 == 0) return &NetworkKernel::addAllUnits<4>;
-    if (vectors % 3 == 0) return &NetworkKernel::addAllUnits<3>;
-    return vectors % 2 == 0 ? &NetworkKernel::addAllUnits<2> : &NetworkKernel::addAllUnits<1>;
-  }
-
-  template <std::size_t kVectors>
-  HWY_ATTR void addAllUnits(const NetworkBases& bases, Sums& sums) const {
-    for (std::size_t u = 0; u < units_; u += kVectors * kUnitLanes) {
-      for (std::size_t four = 0; four < kBasesAtOnce; four += 4) {
-        addUnits<kVectors>(bases.data() + four, four, u, sums);
-      }
-    }
-  }
+  using Hidden = std::int16_t[4][kMostUnits];  // [base][unit]
 
 #if HWY_TARGET == HWY_SCALAR
-  template <std::size_t kVectors>
-  void addUnits(const NetworkBase* bases, std::size_t first, std::size_t u, Sums& sums) const {
-    for (std::size_t b = 0; b < 4; ++b) {
-      for (std::size_t v = u; v < u + kVectors; ++v) {
-        const int hidden = std::max(0, sumOfRows(bases[b], v));
-        for (std::size_t k = 0; k < kEmissionKinds; ++k) {
-          sums[k][first + b] += network_.output[k * units_ + v] * hidden;
-        }
+  void sumRows(const NetworkBase& base, std::int16_t* hidden) const {
+    std::copy_n(base.base, units_, hidden);
+    const std::int8_t* rows = network_.rows.data();
+    for (const int offset : network_.offsets) {
+      const std::int8_t* row = rows + base.places[offset];
+      for (std::size_t u = 0; u < units_; ++u) {
+        hidden[u] = static_cast<std::int16_t>(hidden[u] + row[u]);
       }
+      rows += rowsSize_;
     }
+    for (std::size_t u = 0; u < units_; ++u) hidden[u] = std::max<std::int16_t>(0, hidden[u]);
   }
 
-  int sumOfRows(const NetworkBase& base, std::size_t u) const {
-    int sum = base.base[u];
-    const std::int16_t* rows = network_.rows.data() + u;
-    for (const int offset : network_.offsets) {
-      sum += rows[base.places[offset]];
-      rows += rowNumbers_;
+  void sumOutputs(const Hidden& hidden, std::size_t kind, std::int32_t* sums) const {
+    const std::int16_t* weights = network_.output.data() + kind * units_;
+    for (std::size_t b = 0; b < 4; ++b) {
+      sums[b] = 0;
+      for (std::size_t u = 0; u < units_; ++u) sums[b] += weights[u] * hidden[b][u];
     }
-    return sum;
   }
 #else
-  // Adds the outputs over `kVectors` vectors of hidden units from unit u on. All are whole numbers,
-  // so any order gives the same.
-  template <std::size_t kVectors>
-  HWY_ATTR void addUnits(const NetworkBase* bases, std::size_t first, std::size_t u,
-                         Sums& sums) const {
+  // Hidden units of a base.
+  HWY_ATTR void sumRows(const NetworkBase& base, std::int16_t* hidden) const {
+    const RowTag d8;
+    const hn::Half<RowTag> half;
+    const HiddenTag d;
+    const auto zero = hn::Zero(d);
+    for (std::size_t u = 0; u < units_; u += kVectorBytes) {
+      auto lower = hn::LoadU(d, base.base + u), upper = hn::LoadU(d, base.base + u + hn::Lanes(d));
+      const std::int8_t* rows = network_.rows.data() + u;
+      auto sum = hn::Zero(d8);
+      for (const int offset : network_.offsets) {
+        sum = hn::Add(sum, hn::LoadU(d8, rows + base.places[offset]));
+        rows += rowsSize_;
+      }
+      lower = hn::Add(lower, hn::PromoteTo(d, hn::LowerHalf(half, sum)));
+      upper = hn::Add(upper, hn::PromoteTo(d, hn::UpperHalf(half, sum)));
+      hn::Store(hn::Max(lower, zero), d, hidden + u);
+      hn::Store(hn::Max(upper, zero), d, hidden + u + hn::Lanes(d));
+    }
+  }
+
+  // One output of four bases. All are whole numbers, so any order gives the same sum.
+  HWY_ATTR void sumOutputs(const Hidden& hidden, std::size_t kind, std::int32_t* sums) const {
     const UnitTag d;
     const SumTag d32;
-    const FourSums d4;
-    HWY_ALIGN std::int16_t hidden[4][kVectors * kUnitLanes];
-    for (std::size_t b = 0; b < 4; ++b) addRows<kVectors>(bases[b], u, hidden[b]);
-    const std::int16_t* weights = network_.output.data() + u;
-    for (std::size_t k = 0; k < kEmissionKinds; ++k, weights += units_) {
-      hn::Vec<FourSums> part[4];
+    const std::int16_t* weights = network_.output.data() + kind * units_;
+    hn::Vec<SumTag> sum[4], odd[4];
+    for (std::size_t b = 0; b < 4; ++b) sum[b] = odd[b] = hn::Zero(d32);
+    for (std::size_t u = 0; u < units_; u += hn::Lanes(d)) {
+      const auto w = hn::LoadU(d, weights + u);
       for (std::size_t b = 0; b < 4; ++b) {
-        auto even = hn::Zero(d32), odd = hn::Zero(d32);
-        for (std::size_t v = 0; v < kVectors * kUnitLanes; v += kUnitLanes) {
-          even = hn::ReorderWidenMulAccumulate(d32, hn::Load(d, hidden[b] + v),
-                                               hn::LoadU(d, weights + v), even, odd);
-        }
-        part[b] = toFourSums(hn::Add(even, odd));
+        sum[b] =
+            hn::ReorderWidenMulAccumulate(d32, hn::Load(d, hidden[b] + u), w, sum[b], odd[b]);
       }
-      std::int32_t* out = sums[k].data() + first;
-      hn::Store(hn::Add(hn::Load(d4, out), sumsOf(part)), d4, out);
     }
+    for (std::size_t b = 0; b < 4; ++b) sum[b] = hn::Add(sum[b], odd[b]);
+    hn::Store(sumsOf(sum), FourSums(), sums);
   }
-
-  template <std::size_t kVectors>
-  HWY_ATTR void addRows(const NetworkBase& base, std::size_t u, std::int16_t* hidden) const {
-    const UnitTag d;
-    hn::Vec<UnitTag> sum[kVectors];
-    for (std::size_t v = 0; v < kVectors; ++v) {
-      sum[v] = hn::LoadU(d, base.base + u + v * kUnitLanes);
-    }
-    const std::int16_t* rows = network_.rows.data() + u;
-    for (const int offset : network_.offsets) {
-      const std::int16_t* row = rows + base.places[offset];
-      for (std::size_t v = 0; v < kVectors; ++v) {
-        sum[v] = hn::Add(sum[v], hn::LoadU(d, row + v * kUnitLanes));
-      }
-      rows += rowNumbers_;
-    }
-    for (std::size_t v = 0; v < kVectors; ++v) {
-      hn::Store(hn::Max(sum[v], hn::Zero(d)), d, hidden + v * kUnitLanes);
-    }
-  }
-
 #endif
 
   HWY_ATTR void raise(const Sums& sums, FactorRows& factors) const {
@@ -205,8 +190,7 @@ class NetworkKernel {
 
   const WindowNetwork& network_;
   const std::size_t units_;
-  const std::size_t rowNumbers_;  // of an offset
-  const UnitAdder addUnits_;
+  const std::size_t rowsSize_;  // of an offset
 };
 
 }  // namespace

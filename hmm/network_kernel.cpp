@@ -52,7 +52,7 @@ HWY_ATTR void fillBaseParts(const WindowNetwork& network, std::span<const Compos
                             std::int16_t* parts) {
   for (const Composition& block : blocks) {
     basePartInVectors(network, block, parts);
-    parts += network.units;
+    parts += network.rowStride();
   }
 }
 
@@ -64,15 +64,15 @@ HWY_ATTR void fillFactors(const WindowNetwork& network, const ReadContext& conte
   factors.assign(context.length(), ones);
   RowPlaces places;
   places.fill(network, context, 0);
-  const auto units = static_cast<std::size_t>(network.units);
-  std::vector<std::int16_t> baseParts(context.blocks.size() * units);
+  const std::size_t stride = network.rowStride();
+  std::vector<std::int16_t> baseParts(context.blocks.size() * stride);
   fillBaseParts(network, context.blocks, baseParts.data());
   const NetworkKernel kernel(network);
   for (std::size_t first = 0; first < context.length(); first += kBasesAtOnce) {
     NetworkBases bases;
     for (std::size_t b = 0; b < kBasesAtOnce; ++b) {
       const std::size_t i = std::min(first + b, context.length() - 1);
-      bases[b] = {places.at(i), baseParts.data() + i / kCompositionBlock * units};
+      bases[b] = {places.at(i), baseParts.data() + i / kCompositionBlock * stride};
     }
     HWY_ALIGN FactorRows rows;
     kernel.run(bases, rows);

@@ -13,7 +13,8 @@ namespace velto {
 void networkFactorsInVectors(const WindowNetwork& network, const ReadContext& context,
                              std::vector<Factors>& factors);
 
-// basePart of each of the blocks into `parts`, [block][unit], equal to it to the last bit.
+// basePart of each of the blocks into `parts`, [block][unit], rowStride() apart, equal to it to
+// the last bit.
 void basePartsInVectors(const WindowNetwork& network, std::span<const Composition> blocks,
                         std::int16_t* parts);
 

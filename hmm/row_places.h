@@ -12,12 +12,13 @@ class RowPlaces {
  public:
   // Of the k-mers of a read, behind `before` bases that are unknown as well.
   void fill(const WindowNetwork& network, const ReadContext& context, std::size_t before) {
-    const int unknown = network.unknownKmer() * network.units;
+    const int stride = static_cast<int>(network.rowStride());
+    const int unknown = network.unknownKmer() * stride;
     places_.assign(before + context.length() + 2 * kMostOffset, unknown);
     int* out = places_.data() + kMostOffset + before;
     for (std::size_t i = 0; i < context.length(); ++i) {
       const int kmer = context.kmer(i, network.letters);
-      out[i] = kmer < 0 ? unknown : kmer * network.units;
+      out[i] = kmer < 0 ? unknown : kmer * stride;
     }
   }
 

@@ -14,7 +14,7 @@ std::int16_t roundedAndCut(float value) {
   return static_cast<std::int16_t>(std::clamp(rounded, -kMostBasePart, kMostBasePart));
 }
 
-// Adds the rows of the k-mers around base i. No sum leaves 16 bits: see kMostRowSum.
+// Adds the rows of the k-mers around base i. No sum leaves 16 bits: see kMostRowSum, kMostBasePart.
 void addRows(const WindowNetwork& network, const ReadContext& context, int i, Units& units) {
   const auto count = static_cast<std::size_t>(network.units);
   for (std::size_t o = 0; o < network.offsets.size(); ++o) {
@@ -22,7 +22,7 @@ void addRows(const WindowNetwork& network, const ReadContext& context, int i, Un
     if (end < 0 || end >= static_cast<int>(context.length())) continue;
     const int kmer = context.kmer(static_cast<std::size_t>(end), network.letters);
     if (kmer < 0) continue;
-    const std::int16_t* row = network.row(o, kmer);
+    const std::int8_t* row = network.row(o, kmer);
     for (std::size_t u = 0; u < count; ++u) {
       units[u] = static_cast<std::int16_t>(units[u] + row[u]);
     }

@@ -58,7 +58,7 @@ TEST(WindowNetwork, CompositionMovesTheUnitsOfABlock) {
 
 TEST(WindowNetwork, FactorsAreCut) {
   WindowNetwork network = neutralNetwork();
-  network.row(0, 0)[0] = 20000;
+  network.row(0, 0)[0] = 100;
   network.output[0] = 30000;
   network.output[16] = -30000;
   network.outputScale = 1.0f;

@@ -2,11 +2,13 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 namespace velto {
 namespace {
 
-constexpr double kMostScale = 3000.0;  // of hidden units: finer steps gain nothing
+constexpr double kMostScale = 3000.0;   // of hidden units: finer steps gain nothing
+constexpr double kLeastOutput = 1e-3;  // of the largest sum: outputs of zeros have a scale too
 
 // Reads that begin before a start codon are preferred in decoding, which finds more start codons
 // exactly; the decision, fitted afterwards, makes up for its effect on the odds.
@@ -14,62 +16,99 @@ constexpr float kUtr5Preference = 3.3333333f;
 constexpr float kNoncodingPreference = 0.33333333f;
 constexpr double kLog2E = 1.4426950408889634;
 
-// Steps per 1.0 of the hidden units, so that no unit's sum over the offsets leaves its bound.
-double hiddenScale(const NetworkShape& shape, const Parameters& p) {
-  const NetworkLayout layout(shape);
-  const std::size_t kmers = std::size_t{1} << (2 * shape.letters);
-  double most = 0.0;
-  for (std::size_t u = 0; u < layout.units(); ++u) {
-    double sum = 0.0;
-    for (std::size_t o = 0; o < shape.offsets.size(); ++o) {
-      double largest = 0.0;
-      for (std::size_t k = 0; k < kmers; ++k) {
-        largest =
-            std::max(largest, std::abs(static_cast<double>(p[layout.row(o * kmers + k) + u])));
+// The network in whole steps, as large as the bounds of the model allow.
+class Steps {
+ public:
+  Steps(const NetworkShape& shape, const Parameters& p) : shape_(shape), layout_(shape), p_(p) {
+    for (std::size_t u = 0; u < layout_.units(); ++u) hidden_.push_back(hiddenScale(u));
+    output_ = outputScale();
+  }
+
+  void store(WindowNetwork& network) const {
+    network.clearRows();
+    for (std::size_t o = 0; o < network.offsets.size(); ++o) {
+      for (int kmer = 0; kmer < network.kmers(); ++kmer) {
+        const std::span<std::int8_t> row = network.row(o, kmer);
+        const std::size_t first = layout_.row(rowOf(o, static_cast<std::size_t>(kmer)));
+        for (std::size_t u = 0; u < row.size(); ++u) {
+          row[u] = inSteps<std::int8_t>(p_[first + u] * hidden_[u]);
+        }
       }
-      sum += largest;
     }
-    most = std::max(most, sum);
+    network.bias = inputs(layout_.bias(0), layout_.pair(0));
+    network.dinucleotide = inputs(layout_.pair(0), layout_.output(0));
+    network.output.clear();
+    for (std::size_t kind = 0; kind < kEmissionKinds; ++kind) {
+      for (std::size_t u = 0; u < layout_.units(); ++u) {
+        network.output.push_back(inSteps<std::int16_t>(outputOf(kind, u) * output_));
+      }
+      network.outputBias[kind] = static_cast<float>(kLog2E * p_[layout_.outputBias() + kind]);
+    }
+    network.outputScale = static_cast<float>(kLog2E / output_);
   }
-  const double room = kMostRowSum - static_cast<double>(shape.offsets.size());  // for rounding
-  return most > 0.0 ? std::min(kMostScale, room / most) : kMostScale;
-}
 
-double outputScale(const NetworkLayout& layout, const Parameters& p) {
-  double most = 0.0;
-  for (std::size_t kind = 0; kind < kEmissionKinds; ++kind) {
+ private:
+  template <class Number>
+  static Number inSteps(double x) {
+    constexpr double kMost = std::numeric_limits<Number>::max();
+    return static_cast<Number>(std::clamp(std::round(x), -kMost, kMost));
+  }
+
+  std::size_t rowOf(std::size_t offset, std::size_t kmer) const {
+    return (offset << (2 * shape_.letters)) + kmer;
+  }
+
+  // Steps per 1.0 of a hidden unit, so that no sum of its rows leaves its bound.
+  double hiddenScale(std::size_t u) const {
+    const auto offsets = static_cast<double>(shape_.offsets.size());
+    const double room = kMostRowSum - offsets / 2.0;  // for rounding
     double sum = 0.0;
-    for (std::size_t u = 0; u < layout.units(); ++u) {
-      sum += std::abs(static_cast<double>(p[layout.output(kind) + u]));
-    }
-    most = std::max(most, sum);
+    for (std::size_t o = 0; o < shape_.offsets.size(); ++o) sum += largestOf(o, u);
+    return std::min(kMostScale, room / sum);
   }
-  const double room = kMostOutputSum - static_cast<double>(layout.units());
-  return std::min(20000.0, room / std::max(most, 1e-3));
-}
 
-std::int16_t inSteps(float x, double scale) {
-  const double step = std::round(static_cast<double>(x) * scale);
-  return static_cast<std::int16_t>(std::clamp(step, -32767.0, 32767.0));
-}
-
-// Numbers [begin, end) in whole steps.
-std::vector<std::int16_t> inSteps(const Parameters& p, std::size_t begin, std::size_t end,
-                                  double scale) {
-  std::vector<std::int16_t> steps;
-  for (std::size_t i = begin; i < end; ++i) steps.push_back(inSteps(p[i], scale));
-  return steps;
-}
-
-void storeRows(const Parameters& p, double scale, WindowNetwork& network) {
-  network.clearRows();
-  const float* next = p.data();
-  for (std::size_t o = 0; o < network.offsets.size(); ++o) {
-    for (int kmer = 0; kmer < network.kmers(); ++kmer) {
-      for (std::int16_t& x : network.row(o, kmer)) x = inSteps(*next++, scale);
+  double largestOf(std::size_t offset, std::size_t u) const {
+    float largest = 0.0f;
+    for (std::size_t row = rowOf(offset, 0); row < rowOf(offset + 1, 0); ++row) {
+      largest = std::max(largest, std::abs(p_[layout_.row(row) + u]));
     }
+    return largest;
   }
-}
+
+  // Of a step of the hidden unit.
+  double outputOf(std::size_t kind, std::size_t u) const {
+    return p_[layout_.output(kind) + u] / hidden_[u];
+  }
+
+  double outputScale() const {
+    double most = kLeastOutput;
+    for (std::size_t kind = 0; kind < kEmissionKinds; ++kind) {
+      double sum = 0.0;
+      for (std::size_t u = 0; u < layout_.units(); ++u) {
+        const double weight = std::abs(outputOf(kind, u));
+        sum += weight;
+        most = std::max(most, 2.0 * weight);  // sixteen bits hold half of the largest sum
+      }
+      most = std::max(most, sum);
+    }
+    return (kMostOutputSum - static_cast<double>(layout_.units())) / most;
+  }
+
+  // Numbers [begin, end) in steps of their hidden units.
+  std::vector<std::int16_t> inputs(std::size_t begin, std::size_t end) const {
+    std::vector<std::int16_t> steps;
+    for (std::size_t i = begin; i < end; ++i) {
+      steps.push_back(inSteps<std::int16_t>(p_[i] * hidden_[(i - begin) % layout_.units()]));
+    }
+    return steps;
+  }
+
+  const NetworkShape& shape_;
+  const NetworkLayout layout_;
+  const Parameters& p_;
+  std::vector<double> hidden_;  // [unit] steps per 1.0
+  double output_ = 0.0;         // steps per 1.0
+};
 
 }  // namespace
 
@@ -94,21 +133,12 @@ PathWeights pathWeights(const float* factors) {
 }
 
 void storeParameters(const NetworkShape& shape, const Parameters& p, HmmModel& model) {
-  const NetworkLayout layout(shape);
-  const double hidden = hiddenScale(shape, p), output = outputScale(layout, p);
   WindowNetwork& network = model.network;
   network.letters = shape.letters;
   network.units = shape.units;
   network.offsets = shape.offsets;
-  storeRows(p, hidden, network);
-  network.bias = inSteps(p, layout.bias(0), layout.pair(0), hidden);
-  network.dinucleotide = inSteps(p, layout.pair(0), layout.output(0), hidden);
-  network.output = inSteps(p, layout.output(0), layout.outputBias(), output);
-  for (std::size_t kind = 0; kind < kEmissionKinds; ++kind) {
-    network.outputBias[kind] = static_cast<float>(kLog2E * p[layout.outputBias() + kind]);
-  }
-  network.outputScale = static_cast<float>(kLog2E / (hidden * output));
-  model.weights = pathWeights(p.data() + layout.pathFactor());
+  Steps(shape, p).store(network);
+  model.weights = pathWeights(p.data() + NetworkLayout(shape).pathFactor());
   model.weights.beginUtr5 *= kUtr5Preference;
   model.weights.beginNoncoding *= kNoncodingPreference;
 }
