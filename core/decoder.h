@@ -15,8 +15,8 @@ struct Wishes {
   bool scores = false;  // fill Call::scores
   // Least probability of a read that is called coding; NaN: the decoder's own threshold.
   double minProbability = std::numeric_limits<double>::quiet_NaN();
-  // [read] of decodeAll: of a read whose score is not above this one nothing else matters. Empty:
-  // all of every call is wanted.
+  // [read] of decodeAll: of a read whose score is not above this one nothing but the score matters.
+  // Empty: all of every call is wanted.
   std::span<const double> scoresToBeat{};
 };
 
@@ -42,6 +42,15 @@ class Decoder {
   virtual void decodeAll(std::span<const ReadView> reads, const Wishes& wishes, Scratch& scratch,
                          std::span<Call> calls) const {
     for (std::size_t i = 0; i < reads.size(); ++i) decode(reads[i], wishes, scratch, calls[i]);
+  }
+
+  // Turns the call of the strand with the higher score, decoded with these wishes, into that of a
+  // read of which the other strand was decoded too and has this score: a read that may as well code
+  // on the other strand codes on this one with a smaller probability.
+  virtual void weighOtherStrand(double otherScore, const Wishes& wishes, Call& call) const {
+    static_cast<void>(otherScore);
+    static_cast<void>(wishes);
+    static_cast<void>(call);
   }
 
   // What this decoder learns of the file that the reads are a sample of; what is known is kept.

@@ -90,13 +90,20 @@ void inGroups(std::span<const ReadView> reads, Alone alone, Together together) {
 }
 #endif
 
-// A region without a codon is none: a read of unknown bases has no other.
-void dropRegionWithoutCodon(Call& call) {
-  if (call.stop - call.start >= 2) return;
+double leastProbability(const Wishes& wishes) {
+  return std::isnan(wishes.minProbability) ? kMinProbability : wishes.minProbability;
+}
+
+void dropRegion(Call& call) {
   call.coding = false;
   call.start = call.stop = -1;
   call.frame.clear();
   call.frameshifts.clear();
+}
+
+// A region without a codon is none: a read of unknown bases has no other.
+void dropRegionWithoutCodon(Call& call) {
+  if (call.stop - call.start < 2) dropRegion(call);
 }
 
 // What turns posteriors into those given that the read codes.
@@ -227,8 +234,16 @@ void HmmDecoder::decide(const ReadEvidence& evidence, const Wishes& wishes, Call
   call.score = evidence.logOdds;
   call.probability =
       withShare(codingProbability(decision, evidence), decision.codingShare, codingShare_);
-  const double least = std::isnan(wishes.minProbability) ? kMinProbability : wishes.minProbability;
-  call.coding = call.probability >= least;
+  call.coding = call.probability >= leastProbability(wishes);
+}
+
+void HmmDecoder::weighOtherStrand(double otherScore, const Wishes& wishes, Call& call) const {
+  const double share = strandProbability(model_->decision, call.score, otherScore);
+  call.probability *= share;
+  for (std::vector<double>& frame : call.scores) {
+    for (double& score : frame) score *= share;
+  }
+  if (call.coding && call.probability < leastProbability(wishes)) dropRegion(call);
 }
 
 Calibration HmmDecoder::learn(std::span<const ReadView> sample, const Calibration& known) const {

@@ -14,8 +14,9 @@ namespace velto {
 
 // Score of a call: natural logarithm of the odds that the read codes, as the model itself sees
 // them; the higher one of two strands is right. Probability: calibrated, and for the file's share
-// of coding reads. Scores: posterior of each frame times that probability. Confidence of a
-// frameshift: posterior of such a shift within eight bases, given that the read codes.
+// of coding reads; where both strands are looked at, that of coding on this one. Scores: posterior
+// of each frame times that probability. Confidence of a frameshift: posterior of such a shift
+// within eight bases, given that the read codes.
 class HmmDecoder : public Decoder {
  public:
   // Reads kHmmModelFile. Throws ModelError naming file, line and reason.
@@ -30,6 +31,8 @@ class HmmDecoder : public Decoder {
   // Decodes reads of like length together where the build has vectors for it.
   void decodeAll(std::span<const ReadView> reads, const Wishes& wishes, Scratch& scratch,
                  std::span<Call> calls) const override;
+
+  void weighOtherStrand(double otherScore, const Wishes& wishes, Call& call) const override;
 
   // Learns error rates from up to 300 reads and the share of coding reads from up to 1000; too
   // few reads leave them unknown.

@@ -260,6 +260,39 @@ TEST(HmmDecoder, ManyReadsAtOnceAreCalledAsOneByOne) {
   }
 }
 
+TEST(HmmDecoder, AReadThatMayCodeOnEitherStrandIsNotCalled) {
+  ToyReads reads(5);
+  reads.addCoding(100, {});
+  Wishes wishes;
+  wishes.scores = true;
+  const HmmDecoder decoder(sharedToy());
+  const Call alone = decoded(decoder, reads.views()[0], wishes);
+  Call either = alone;
+  decoder.weighOtherStrand(alone.score, wishes, either);
+  EXPECT_EQ(either.probability, 0.5 * alone.probability);
+  EXPECT_EQ(either.scores[0][150], 0.5 * alone.scores[0][150]);
+  EXPECT_FALSE(either.coding);
+  EXPECT_EQ(either.start, -1);
+  EXPECT_EQ(either.stop, -1);
+  EXPECT_TRUE(either.frame.empty());
+  Call called = alone;
+  wishes.minProbability = 0.4;
+  decoder.weighOtherStrand(alone.score, wishes, called);
+  EXPECT_TRUE(called.coding);
+  EXPECT_EQ(called.frame, alone.frame);
+}
+
+TEST(HmmDecoder, AStrandOfMuchHigherOddsIsAsGoodAsAlone) {
+  ToyReads reads(5);
+  reads.addCoding(100, {});
+  const HmmDecoder decoder(sharedToy());
+  const Call alone = decoded(decoder, reads.views()[0]);
+  Call call = alone;
+  decoder.weighOtherStrand(alone.score - 80.0, {}, call);
+  EXPECT_NEAR(call.probability, alone.probability, 1e-3);
+  EXPECT_TRUE(call.coding);
+}
+
 // Groups of all sizes: one where no read beats its score, one where some do, reads decoded alone.
 TEST(HmmDecoder, ReadsThatBeatTheirScoreAreCalledInFull) {
   ToyReads reads(12);

@@ -164,8 +164,7 @@ class NetworkKernel {
     for (std::size_t u = 0; u < units_; u += hn::Lanes(d)) {
       const auto w = hn::LoadU(d, weights + u);
       for (std::size_t b = 0; b < 4; ++b) {
-        sum[b] =
-            hn::ReorderWidenMulAccumulate(d32, hn::Load(d, hidden[b] + u), w, sum[b], odd[b]);
+        sum[b] = hn::ReorderWidenMulAccumulate(d32, hn::Load(d, hidden[b] + u), w, sum[b], odd[b]);
       }
     }
     for (std::size_t b = 0; b < 4; ++b) sum[b] = hn::Add(sum[b], odd[b]);

@@ -43,6 +43,10 @@ double withShare(double probability, double calibrationShare, double share) {
   return coding / (coding + other);
 }
 
+double strandProbability(const ReadDecision& decision, double logOdds, double otherLogOdds) {
+  return logisticOf(decision.logOdds * (logOdds - otherLogOdds));
+}
+
 double learnCodingShare(std::span<const double> probabilities, double calibrationShare) {
   constexpr double kPriorReads = 20.0;
   constexpr int kRounds = 50;

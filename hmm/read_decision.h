@@ -32,6 +32,10 @@ double codingProbability(const ReadDecision& decision, const ReadEvidence& evide
 // The same in a file with another share.
 double withShare(double probability, double calibrationShare, double share);
 
+// Probability that a coding read codes on the strand with the higher log odds, not on the other
+// one.
+double strandProbability(const ReadDecision& decision, double logOdds, double otherLogOdds);
+
 // Fewer reads tell nothing about the share of coding reads.
 constexpr std::size_t kLeastReadsForShare = 50;
 

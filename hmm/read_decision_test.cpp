@@ -19,6 +19,12 @@ TEST(ReadDecision, ProbabilityIsLogistic) {
   EXPECT_NEAR(codingProbability(decision, {2.0, 400.0}), 1.0 / (1.0 + std::exp(-1.0)), 1e-6);
 }
 
+TEST(ReadDecision, StrandsOfEqualLogOddsAreEquallyProbable) {
+  const ReadDecision decision{-1.0, 0.5, 0.25, 0.5};
+  EXPECT_EQ(strandProbability(decision, 7.0, 7.0), 0.5);
+  EXPECT_NEAR(strandProbability(decision, 3.0, -1.0), 1.0 / (1.0 + std::exp(-2.0)), 1e-6);
+}
+
 TEST(ReadDecision, ShareOfTheCalibrationChangesNothing) {
   EXPECT_NEAR(withShare(0.3, 0.58, 0.58), 0.3, 1e-12);
   EXPECT_NEAR(withShare(0.5, 0.5, 0.9), 0.9, 1e-12);

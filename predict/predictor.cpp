@@ -36,7 +36,7 @@ void requireContract(const Read& read) {
   }
 }
 
-// One strand of each of some reads, and their calls; reusable, so that memory is kept.
+// One strand of each of some reads; reusable, so that memory is kept.
 class StrandBatch {
  public:
   void clear() { used_ = 0; }
@@ -65,11 +65,11 @@ class StrandBatch {
     for (std::size_t i = 0; i < used_; ++i) strands_[i].turn();
   }
 
-  // Decodes all strands; the calls, in the order of adding, are valid until the next ones.
-  std::span<Call> decode(const Decoder& decoder, const Wishes& wishes, Decoder::Scratch& scratch) {
-    calls_.resize(used_);
-    decoder.decodeAll(views(), wishes, scratch, calls_);
-    return calls_;
+  // Decodes all strands; the calls are in the order of adding.
+  void decode(const Decoder& decoder, const Wishes& wishes, Decoder::Scratch& scratch,
+              std::vector<Call>& calls) const {
+    calls.resize(used_);
+    decoder.decodeAll(views(), wishes, scratch, calls);
   }
 
   std::vector<ReadView> views() const {
@@ -81,7 +81,6 @@ class StrandBatch {
  private:
   std::vector<CodedStrand> strands_;
   std::size_t used_ = 0;  // strands
-  std::vector<Call> calls_;
 };
 
 void takeCall(Call& call, Prediction& prediction) {
@@ -134,6 +133,7 @@ struct Workspace::Impl {
   std::weak_ptr<const Decoder> owner;  // of the scratch
   std::unique_ptr<Decoder::Scratch> scratch;
   StrandBatch strands;
+  std::vector<Call> calls, otherCalls;  // of the first strand and of the other one
 };
 
 Workspace::Workspace() : impl_(std::make_unique<Impl>()) {}
@@ -146,6 +146,10 @@ struct Predictor::Impl {
   void predict(std::span<const Read> reads, const PredictOptions& options, Workspace::Impl& space,
                std::span<Prediction> predictions) const;
 
+  // Makes the calls those of the better strand of each read.
+  void takeBetterStrands(Wishes wishes, Workspace::Impl& space,
+                         std::span<Prediction* const> predicted) const;
+
   // The strand asked for of each read, the better one where both are.
   std::vector<Strand> strandsOf(std::span<const Read> sample, const PredictOptions& options) const;
 
@@ -156,7 +160,7 @@ struct Predictor::Impl {
 void Predictor::Impl::predict(std::span<const Read> reads, const PredictOptions& options,
                               Workspace::Impl& space, std::span<Prediction> predictions) const {
   const Strand first = options.strand == Strand::kMinus ? Strand::kMinus : Strand::kPlus;
-  Wishes wishes{options.wantScores, options.minProbability, {}};
+  const Wishes wishes{options.wantScores, options.minProbability, {}};
   StrandBatch& strands = space.strands;
   strands.clear();
   std::vector<Prediction*> predicted;  // [strand]
@@ -166,21 +170,27 @@ void Predictor::Impl::predict(std::span<const Read> reads, const PredictOptions&
     predictions[i].decoder = name;
     predicted.push_back(&predictions[i]);
   }
-  const auto decode = [&] { return strands.decode(*decoder, wishes, space.scratchFor(decoder)); };
   if (first == Strand::kMinus) strands.turn();
-  std::span<Call> calls = decode();
-  for (std::size_t i = 0; i < calls.size(); ++i) takeCall(calls[i], *predicted[i]);
-  if (options.strand != Strand::kBoth) return;
-  // One strand after the other, so that long reads need the memory of one.
-  strands.turn();
+  strands.decode(*decoder, wishes, space.scratchFor(decoder), space.calls);
+  if (options.strand == Strand::kBoth) takeBetterStrands(wishes, space, predicted);
+  for (std::size_t i = 0; i < predicted.size(); ++i) takeCall(space.calls[i], *predicted[i]);
+}
+
+// One strand after the other, so that long reads need the memory of one.
+void Predictor::Impl::takeBetterStrands(Wishes wishes, Workspace::Impl& space,
+                                        std::span<Prediction* const> predicted) const {
   std::vector<double> scores;
-  for (const Prediction* prediction : predicted) scores.push_back(prediction->score);
+  for (const Call& call : space.calls) scores.push_back(call.score);
   wishes.scoresToBeat = scores;
-  calls = decode();
-  for (std::size_t i = 0; i < calls.size(); ++i) {
-    if (!(calls[i].score > predicted[i]->score)) continue;
-    predicted[i]->strand = Strand::kMinus;
-    takeCall(calls[i], *predicted[i]);
+  space.strands.turn();
+  space.strands.decode(*decoder, wishes, space.scratchFor(decoder), space.otherCalls);
+  for (std::size_t i = 0; i < predicted.size(); ++i) {
+    Call &better = space.calls[i], &other = space.otherCalls[i];
+    if (other.score > better.score) {
+      predicted[i]->strand = Strand::kMinus;
+      std::swap(better, other);
+    }
+    decoder->weighOtherStrand(other.score, wishes, better);
   }
 }
 

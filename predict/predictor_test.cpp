@@ -7,6 +7,8 @@
 #include "core/six_digits.h"
 #include "decoder/base_scores.h"
 #include "decoder/placed_call.h"
+#include "hmm/hmm_model_file.h"
+#include "hmm/toy_model.h"
 #include "model/model_set.h"
 #include "tests/support/reads.h"
 #include "tests/support/temp_dir.h"
@@ -184,6 +186,29 @@ TEST_F(PredictorTest, MinusStrandIsThatOfTheReverseComplement) {
     onMinus += minusIsBetter;
   }
   EXPECT_GT(onMinus, 20);
+}
+
+// What codes on one strand, followed by its reverse complement, is the same on both.
+TEST_F(PredictorTest, PosteriorsOfAReadThatIsTheSameOnBothStrandsAreHalved) {
+  const Predictor predictor(Model({{kHmmModelFile, hmmModelText(toyModel())}}));
+  Workspace workspace;
+  PredictOptions plus;
+  plus.strand = Strand::kPlus;
+  PredictOptions both;
+  both.strand = Strand::kBoth;
+  std::string read;
+  for (int i = 0; i < 60; ++i) read += "ATG";
+  const Prediction turned =
+      predictor.predict(predictedLetters(read, Strand::kMinus, Letters::kFolded), workspace, both);
+  EXPECT_EQ(turned.strand, Strand::kMinus);
+  EXPECT_EQ(turned.status, Status::kCoding);
+  EXPECT_NEAR(turned.probability, predictor.predict(read, workspace, plus).probability, 0.01);
+  for (int i = 0; i < 60; ++i) read += "CAT";
+  const Prediction alone = predictor.predict(read, workspace, plus);
+  const Prediction either = predictor.predict(read, workspace, both);
+  EXPECT_EQ(alone.status, Status::kCoding);
+  EXPECT_EQ(either.status, Status::kNoncoding);
+  EXPECT_EQ(either.probability, 0.5 * alone.probability);
 }
 
 TEST_F(PredictorTest, ReadsOf29BasesAreShortAndOf30Predicted) {

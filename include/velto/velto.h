@@ -108,7 +108,9 @@ struct Prediction {
   std::string decoder;  // its name, for example "vote"
   std::string model;    // which of the decoder's models served, for example "96L0G1"
   double score = 0.0;   // the decoder's own, more is better
-  double probability = std::numeric_limits<double>::quiet_NaN();  // that the read codes, 0 to 1
+  double probability = std::numeric_limits<double>::quiet_NaN();  // that the read codes, on this
+                                                                  // strand where both were asked
+                                                                  // for; 0 to 1
 
   // Coding region, first to last base; -1 for none. It begins with a codon. The last codon of a
   // region that runs to the read's end may reach up to two bases beyond it.
