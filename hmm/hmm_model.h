@@ -53,14 +53,18 @@ struct WindowNetwork {
   // Stands for k-mers with an unknown base or beyond the read; its rows are zeros.
   int unknownKmer() const { return kmers(); }
   std::size_t rowsOfOffset() const { return static_cast<std::size_t>(kmers()) + 1; }
-  // Units of a row and the zeros behind them, so that each row begins a cache line.
+  // Units of a row and the zeros behind them, so that each row begins a cache line; at most
+  // kMostUnits.
   std::size_t rowStride() const {
     constexpr std::size_t kLine = static_cast<std::size_t>(kCacheLine);
     return (static_cast<std::size_t>(units) + kLine - 1) / kLine * kLine;
   }
 
+  // Numbers from the rows of an offset to those of the next.
+  std::size_t rowsSize() const { return rowsOfOffset() * rowStride(); }
+
   // Makes room for the rows of the letters, units and offsets, all zeros.
-  void clearRows() { rows.assign(offsets.size() * rowsOfOffset() * rowStride(), 0); }
+  void clearRows() { rows.assign(offsets.size() * rowsSize(), 0); }
   const std::int8_t* row(std::size_t offset, int kmer) const {
     return rows.data() + rowBegin(offset, kmer);
   }
@@ -70,7 +74,7 @@ struct WindowNetwork {
 
  private:
   std::size_t rowBegin(std::size_t offset, int kmer) const {
-    return (offset * rowsOfOffset() + static_cast<std::size_t>(kmer)) * rowStride();
+    return offset * rowsSize() + static_cast<std::size_t>(kmer) * rowStride();
   }
 };
 constexpr int kMostUnits = 128;

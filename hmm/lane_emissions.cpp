@@ -26,7 +26,7 @@ HWY_ATTR inline void gatherProbabilities(const EmissionLanes::Lanes& lanes, std:
 #if HWY_TARGET == HWY_SCALAR
   for (std::size_t lane = 0; lane < kLanes; ++lane) {
     const float* row = lanes.lane[lane].probability[position];
-    for (std::size_t k = 0; k < kEmissionKinds; ++k) probabilities[k][lane] = row[k];
+    for (std::size_t k = 0; k < kEmissionKinds; ++k) probabilities[k * kLanes + lane] = row[k];
   }
 #else
   const hn::FixedTag<float, 4> d;
@@ -38,12 +38,14 @@ HWY_ATTR inline void gatherProbabilities(const EmissionLanes::Lanes& lanes, std:
       const auto a = hn::LoadU(d, row(0) + k), b = hn::LoadU(d, row(1) + k);
       const auto c = hn::LoadU(d, row(2) + k), e = hn::LoadU(d, row(3) + k);
       const auto ab = hn::InterleaveLower(d, a, b), ce = hn::InterleaveLower(d, c, e);
-      hn::Store(hn::ConcatLowerLower(d, ce, ab), d, probabilities[k].data() + four);
-      hn::Store(hn::ConcatUpperUpper(d, ce, ab), d, probabilities[k + 1].data() + four);
+      hn::Store(hn::ConcatLowerLower(d, ce, ab), d, probabilities.data() + k * kLanes + four);
+      hn::Store(hn::ConcatUpperUpper(d, ce, ab), d, probabilities.data() + (k + 1) * kLanes + four);
       if (k + 2 == kEmissionKinds) break;
       const auto ab2 = hn::InterleaveUpper(d, a, b), ce2 = hn::InterleaveUpper(d, c, e);
-      hn::Store(hn::ConcatLowerLower(d, ce2, ab2), d, probabilities[k + 2].data() + four);
-      hn::Store(hn::ConcatUpperUpper(d, ce2, ab2), d, probabilities[k + 3].data() + four);
+      hn::Store(hn::ConcatLowerLower(d, ce2, ab2), d,
+                probabilities.data() + (k + 2) * kLanes + four);
+      hn::Store(hn::ConcatUpperUpper(d, ce2, ab2), d,
+                probabilities.data() + (k + 3) * kLanes + four);
     }
   }
 #endif
@@ -58,8 +60,8 @@ HWY_ATTR inline void mixKinds(const FactorRows& probabilities, const FactorRows&
     const auto s = hn::LoadU(d, substitution.data() + lane);
     const auto right = hn::Sub(one, s), wrong = hn::Div(s, hn::Set(d, 3.0f));
     for (std::size_t k = 0; k < kEmissionKinds; ++k) {
-      const auto p = hn::LoadU(d, probabilities[k].data() + lane);
-      const auto f = hn::LoadU(d, factors[k].data() + lane);
+      const auto p = hn::LoadU(d, probabilities.data() + k * kLanes + lane);
+      const auto f = hn::LoadU(d, factors.data() + k * kLanes + lane);
       auto kind = hn::Mul(p, f);
       if (k < 3) {
         kind = hn::Add(hn::Mul(hn::Mul(right, p), f), hn::Mul(hn::Sub(one, p), wrong));
@@ -76,11 +78,11 @@ HWY_ATTR void fillKinds(const WindowNetwork& network, const EmissionLanes::Lanes
   const std::size_t stride = network.rowStride();
   HWY_ALIGN FactorRows factors, probabilities;
   for (std::size_t p = 0; p < emissions.positions; ++p) {
-    NetworkBases bases;
+    NetworkBases bases{lanes.places.at(p), kLanes, {}};
     for (std::size_t lane = 0; lane < kLanes; ++lane) {
       const EmissionLanes::Lane& l = lanes.lane[lane];
       const std::size_t block = (p + l.blockShift) / kCompositionBlock;
-      bases[lane] = {l.places.at(p), l.baseParts.data() + block * stride};
+      bases.parts[lane] = l.baseParts.data() + block * stride;
     }
     kernel.run(bases, factors);
     gatherProbabilities(lanes, p, probabilities);
@@ -139,6 +141,7 @@ void EmissionLanes::fill(std::span<const ReadView> reads, LaneEmissions& emissio
                  [](const ReadView& read) { return read.codes.size(); });
   emissions.arrange(lengths);
   fillMeanRates(emissions);
+  lanes_.places.arrange(model_.network, kLanes, emissions.positions);
   for (std::size_t lane = 0; lane < kLanes; ++lane) {
     const ReadView read = lane < reads.size() ? reads[lane] : ReadView{};
     fillLane(read, lane, emissions);
@@ -165,7 +168,7 @@ void EmissionLanes::fillLane(const ReadView& read, std::size_t lane, LaneEmissio
   const std::size_t begin = emissions.begin[lane];
   Lane& out = lanes_.lane[lane];
   context_.index(read.codes);
-  out.places.fill(model_.network, context_, begin);
+  lanes_.places.fill(model_.network, context_, lane, begin);
   fillBaseParts(begin, out);
   out.probability.resize(emissions.positions);
   std::fill_n(out.probability.begin(), begin, kUnknownBaseRow.data());

@@ -53,7 +53,6 @@ class EmissionLanes {
 
   // A lane as the kernel sees it.
   struct Lane {
-    RowPlaces places;                       // [position]
     std::vector<const float*> probability;  // [position] of its base by EmissionKind
     std::vector<std::int16_t> baseParts;    // [block][unit], rowStride() apart, from the
                                             // first position's block on
@@ -61,6 +60,7 @@ class EmissionLanes {
   };
   struct Lanes {
     std::array<Lane, kLanes> lane;
+    RowPlaces places;                   // of the k-mers of all lanes
     std::vector<LaneRow> substitution;  // [position] rate
   };
 

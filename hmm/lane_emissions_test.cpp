@@ -22,7 +22,8 @@ HmmModel variedModel() {
   }
   WindowNetwork& network = model.network;
   const auto draw = [&](unsigned most) {
-    return static_cast<std::int16_t>(static_cast<int>(random.below(most + 1)) - static_cast<int>(most / 2));
+    return static_cast<std::int16_t>(static_cast<int>(random.below(most + 1)) -
+                                     static_cast<int>(most / 2));
   };
   network.letters = 2;
   network.offsets = {-3, 0, 5};

@@ -27,36 +27,36 @@ namespace hn = hwy::HWY_NAMESPACE;
 
 constexpr std::size_t kBasesAtOnce = 8;
 
-// One of the eight bases: where the rows around it begin, [offset of a k-mer's last base], and the
-// base part of its block.
-struct NetworkBase {
-  const int* places;
-  const std::int16_t* base;
+// Eight bases: where the rows around them begin, and the base parts of their blocks.
+struct NetworkBases {
+  const std::uint32_t* places;  // [step x offset of a k-mer's last base + base]
+  std::ptrdiff_t step;
+  std::array<const std::int16_t*, kBasesAtOnce> parts;  // [base]
 };
-using NetworkBases = std::array<NetworkBase, kBasesAtOnce>;
 
-using BasesRow = std::array<float, kBasesAtOnce>;         // [base]
-using FactorRows = std::array<BasesRow, kEmissionKinds>;  // [EmissionKind][base]
+constexpr std::size_t kFactors = kEmissionKinds * kBasesAtOnce;
+using FactorRows = std::array<float, kFactors>;  // [EmissionKind][base]
 
 // Highway 1.0 has no vectors for a processor without SSSE3: loops stand for them there.
-#if HWY_TARGET != HWY_SCALAR
-constexpr std::size_t kVectorBytes = HWY_HAVE_SCALABLE ? 16 : std::min(HWY_MAX_BYTES, 64);
+#if HWY_TARGET == HWY_SCALAR
+constexpr std::size_t kUnitsAtOnce = 16;
+#else
+constexpr std::size_t kUnitsAtOnce = HWY_HAVE_SCALABLE ? 16 : std::min(HWY_MAX_BYTES, 64);
 
-using RowTag = hn::FixedTag<std::int8_t, kVectorBytes>;
-using HiddenTag = hn::FixedTag<std::int16_t, kVectorBytes / 2>;
-
-// No more than the least number of units.
-using UnitTag = hn::FixedTag<std::int16_t, std::min<std::size_t>(kVectorBytes, 32) / 2>;
-using SumTag = hn::RepartitionToWide<UnitTag>;
+using RowTag = hn::FixedTag<std::int8_t, kUnitsAtOnce>;
+using HiddenTag = hn::FixedTag<std::int16_t, kUnitsAtOnce / 2>;
+using SumTag = hn::RepartitionToWide<HiddenTag>;
 using FourSums = hn::FixedTag<std::int32_t, 4>;
 
-HWY_ATTR inline hn::Vec<FourSums> sumOfHalves(hn::Vec<SumTag> x) {
-#if HWY_MAX_BYTES >= 32 && !HWY_HAVE_SCALABLE
-  const FourSums d;
-  return hn::Add(hn::LowerHalf(d, x), hn::UpperHalf(d, x));
-#else
-  return x;
-#endif
+// Lane by lane the sum of a vector's parts of four lanes.
+template <class D>
+HWY_ATTR hn::Vec<FourSums> sumOfFours(D d, hn::Vec<D> x) {
+  if constexpr (hn::MaxLanes(d) == 4) {
+    return x;
+  } else {
+    const hn::Half<D> half;
+    return sumOfFours(half, hn::Add(hn::LowerHalf(half, x), hn::UpperHalf(half, x)));
+  }
 }
 
 // The sums of the lanes of four vectors.
@@ -69,7 +69,7 @@ HWY_ATTR inline hn::Vec<FourSums> sumsOf(const hn::Vec<SumTag> (&x)[4]) {
   const auto a = hn::BitCast(pairs, first), b = hn::BitCast(pairs, last);
   const auto lower = hn::BitCast(d, hn::InterleaveLower(pairs, a, b));
   const auto upper = hn::BitCast(d, hn::InterleaveUpper(pairs, a, b));
-  return sumOfHalves(hn::Add(lower, upper));
+  return sumOfFours(d, hn::Add(lower, upper));
 }
 #endif
 
@@ -90,106 +90,123 @@ HWY_ATTR V powersOfTwo(D d, V x) {
 class NetworkKernel {
  public:
   HWY_ATTR explicit NetworkKernel(const WindowNetwork& network)
-      : network_(network),
-        units_(static_cast<std::size_t>(network.units)),
-        rowsSize_(network.rowsOfOffset() * network.rowStride()) {}
+      : network_(network), units_(static_cast<std::size_t>(network.units)) {
+    for (std::size_t k = 0; k < kEmissionKinds; ++k) {
+      const auto* const weights = network.output.data() + k * units_;
+      std::fill(std::copy_n(weights, units_, output_[k]), std::end(output_[k]), std::int16_t{0});
+      std::fill_n(outputBias_ + k * kBasesAtOnce, kBasesAtOnce, network.outputBias[k]);
+    }
+  }
 
   // networkFactors of eight bases.
   HWY_ATTR void run(const NetworkBases& bases, FactorRows& factors) const {
-    HWY_ALIGN Sums sums;
-    for (std::size_t four = 0; four < kBasesAtOnce; four += 4) {
+    HWY_ALIGN Sums sums{};
+    for (std::size_t u = 0; u < units_; u += kUnitsAtOnce) {
       HWY_ALIGN Hidden hidden;
-      for (std::size_t b = 0; b < 4; ++b) sumRows(bases[four + b], hidden[b]);
-      for (std::size_t k = 0; k < kEmissionKinds; ++k) {
-        sumOutputs(hidden, k, sums[k].data() + four);
-      }
+      sumRows(bases, u, hidden);
+      addOutputs(hidden, u, sums);
     }
     raise(sums, factors);
   }
 
  private:
-  using Sums = std::array<std::array<std::int32_t, kBasesAtOnce>, kEmissionKinds>;
-  using Hidden = std::int16_t[4][kMostUnits];  // [base][unit]
+  using Sums = std::array<std::int32_t, kFactors>;          // [EmissionKind][base]
+  using Hidden = std::int16_t[kBasesAtOnce][kUnitsAtOnce];  // [base][unit]
 
 #if HWY_TARGET == HWY_SCALAR
-  void sumRows(const NetworkBase& base, std::int16_t* hidden) const {
-    std::copy_n(base.base, units_, hidden);
-    const std::int8_t* rows = network_.rows.data();
-    for (const int offset : network_.offsets) {
-      const std::int8_t* row = rows + base.places[offset];
-      for (std::size_t u = 0; u < units_; ++u) {
-        hidden[u] = static_cast<std::int16_t>(hidden[u] + row[u]);
+  // Hidden units of all bases from unit `first` on.
+  void sumRows(const NetworkBases& bases, std::size_t first, Hidden& hidden) const {
+    for (std::size_t b = 0; b < kBasesAtOnce; ++b) {
+      std::copy_n(bases.parts[b] + first, kUnitsAtOnce, hidden[b]);
+      const std::int8_t* rows = network_.rows.data() + first;
+      for (const int offset : network_.offsets) {
+        const std::int8_t* row = rows + bases.places[offset * bases.step + static_cast<int>(b)];
+        for (std::size_t u = 0; u < kUnitsAtOnce; ++u) {
+          hidden[b][u] = static_cast<std::int16_t>(hidden[b][u] + row[u]);
+        }
+        rows += network_.rowsSize();
       }
-      rows += rowsSize_;
+      for (std::int16_t& unit : hidden[b]) unit = std::max<std::int16_t>(0, unit);
     }
-    for (std::size_t u = 0; u < units_; ++u) hidden[u] = std::max<std::int16_t>(0, hidden[u]);
   }
 
-  void sumOutputs(const Hidden& hidden, std::size_t kind, std::int32_t* sums) const {
-    const std::int16_t* weights = network_.output.data() + kind * units_;
-    for (std::size_t b = 0; b < 4; ++b) {
-      sums[b] = 0;
-      for (std::size_t u = 0; u < units_; ++u) sums[b] += weights[u] * hidden[b][u];
+  // What these units add to the outputs.
+  void addOutputs(const Hidden& hidden, std::size_t first, Sums& sums) const {
+    for (std::size_t i = 0; i < kFactors; ++i) {
+      const std::int16_t* weights = output_[i / kBasesAtOnce] + first;
+      const std::int16_t* units = hidden[i % kBasesAtOnce];
+      for (std::size_t u = 0; u < kUnitsAtOnce; ++u) sums[i] += weights[u] * units[u];
     }
   }
 #else
-  // Hidden units of a base.
-  HWY_ATTR void sumRows(const NetworkBase& base, std::int16_t* hidden) const {
+  // Hidden units of all bases from unit `first` on.
+  HWY_ATTR void sumRows(const NetworkBases& bases, std::size_t first, Hidden& hidden) const {
     const RowTag d8;
     const hn::Half<RowTag> half;
     const HiddenTag d;
-    const auto zero = hn::Zero(d);
-    for (std::size_t u = 0; u < units_; u += kVectorBytes) {
-      auto lower = hn::LoadU(d, base.base + u), upper = hn::LoadU(d, base.base + u + hn::Lanes(d));
-      const std::int8_t* rows = network_.rows.data() + u;
-      auto sum = hn::Zero(d8);
-      for (const int offset : network_.offsets) {
-        sum = hn::Add(sum, hn::LoadU(d8, rows + base.places[offset]));
-        rows += rowsSize_;
+    hn::Vec<RowTag> sum[kBasesAtOnce];
+    for (auto& x : sum) x = hn::Zero(d8);
+    const std::int8_t* rows = network_.rows.data() + first;
+    for (const int offset : network_.offsets) {
+      const std::uint32_t* places = bases.places + offset * bases.step;
+      for (std::size_t b = 0; b < kBasesAtOnce; ++b) {
+        sum[b] = hn::Add(sum[b], hn::LoadU(d8, rows + places[b]));
       }
-      lower = hn::Add(lower, hn::PromoteTo(d, hn::LowerHalf(half, sum)));
-      upper = hn::Add(upper, hn::PromoteTo(d, hn::UpperHalf(half, sum)));
-      hn::Store(hn::Max(lower, zero), d, hidden + u);
-      hn::Store(hn::Max(upper, zero), d, hidden + u + hn::Lanes(d));
+      rows += network_.rowsSize();
+    }
+    for (std::size_t b = 0; b < kBasesAtOnce; ++b) {
+      const std::int16_t* part = bases.parts[b] + first;
+      addPart(hn::PromoteTo(d, hn::LowerHalf(half, sum[b])), part, hidden[b]);
+      addPart(hn::PromoteTo(d, hn::UpperHalf(half, sum[b])), part + hn::Lanes(d),
+              hidden[b] + hn::Lanes(d));
     }
   }
 
-  // One output of four bases. All are whole numbers, so any order gives the same sum.
-  HWY_ATTR void sumOutputs(const Hidden& hidden, std::size_t kind, std::int32_t* sums) const {
-    const UnitTag d;
+  HWY_ATTR static void addPart(hn::Vec<HiddenTag> sum, const std::int16_t* part,
+                               std::int16_t* hidden) {
+    const HiddenTag d;
+    hn::Store(hn::Max(hn::Add(sum, hn::LoadU(d, part)), hn::Zero(d)), d, hidden);
+  }
+
+  // What these units add to the outputs. All are whole numbers, so any order gives the same sum.
+  HWY_ATTR void addOutputs(const Hidden& hidden, std::size_t first, Sums& sums) const {
+    const HiddenTag d;
     const SumTag d32;
-    const std::int16_t* weights = network_.output.data() + kind * units_;
-    hn::Vec<SumTag> sum[4], odd[4];
-    for (std::size_t b = 0; b < 4; ++b) sum[b] = odd[b] = hn::Zero(d32);
-    for (std::size_t u = 0; u < units_; u += hn::Lanes(d)) {
-      const auto w = hn::LoadU(d, weights + u);
+    const FourSums four;
+    for (std::size_t i = 0; i < kFactors; i += hn::Lanes(four)) {
+      const std::int16_t* weights = output_[i / kBasesAtOnce] + first;
+      const auto lower = hn::Load(d, weights), upper = hn::Load(d, weights + hn::Lanes(d));
+      hn::Vec<SumTag> sum[4];
       for (std::size_t b = 0; b < 4; ++b) {
-        sum[b] = hn::ReorderWidenMulAccumulate(d32, hn::Load(d, hidden[b] + u), w, sum[b], odd[b]);
+        const std::int16_t* units = hidden[i % kBasesAtOnce + b];
+        auto odd = hn::Zero(d32);
+        const auto even =
+            hn::ReorderWidenMulAccumulate(d32, hn::Load(d, units), lower, hn::Zero(d32), odd);
+        sum[b] =
+            hn::ReorderWidenMulAccumulate(d32, hn::Load(d, units + hn::Lanes(d)), upper, even, odd);
+        sum[b] = hn::Add(sum[b], odd);
       }
+      hn::Store(hn::Add(hn::Load(four, sums.data() + i), sumsOf(sum)), four, sums.data() + i);
     }
-    for (std::size_t b = 0; b < 4; ++b) sum[b] = hn::Add(sum[b], odd[b]);
-    hn::Store(sumsOf(sum), FourSums(), sums);
   }
 #endif
 
   HWY_ATTR void raise(const Sums& sums, FactorRows& factors) const {
-    const hn::CappedTag<float, kBasesAtOnce> d;
+    const hn::CappedTag<float, 16> d;
     const hn::RebindToSigned<decltype(d)> whole;
     const auto most = hn::Set(d, kMostLogFactor), least = hn::Set(d, -kMostLogFactor);
     const auto scale = hn::Set(d, network_.outputScale);
-    for (std::size_t k = 0; k < kEmissionKinds; ++k) {
-      const auto bias = hn::Set(d, network_.outputBias[k]);
-      for (std::size_t b = 0; b < kBasesAtOnce; b += hn::Lanes(d)) {
-        const auto sum = hn::ConvertTo(d, hn::LoadU(whole, sums[k].data() + b));
-        const auto x = hn::Add(bias, hn::Mul(scale, sum));
-        hn::StoreU(powersOfTwo(d, hn::Max(hn::Min(x, most), least)), d, factors[k].data() + b);
-      }
+    for (std::size_t i = 0; i < kFactors; i += hn::Lanes(d)) {
+      const auto sum = hn::ConvertTo(d, hn::LoadU(whole, sums.data() + i));
+      const auto x = hn::Add(hn::LoadU(d, outputBias_ + i), hn::Mul(scale, sum));
+      hn::StoreU(powersOfTwo(d, hn::Max(hn::Min(x, most), least)), d, factors.data() + i);
     }
   }
 
   const WindowNetwork& network_;
   const std::size_t units_;
-  const std::size_t rowsSize_;  // of an offset
+  HWY_ALIGN std::int16_t output_[kEmissionKinds][kMostUnits];  // zeros behind the last unit
+  float outputBias_[kFactors];                                 // [EmissionKind][base]
 };
 
 }  // namespace

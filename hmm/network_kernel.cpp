@@ -56,28 +56,29 @@ HWY_ATTR void fillBaseParts(const WindowNetwork& network, std::span<const Compos
   }
 }
 
-// Behind the read's end, the last base fills the eight up.
+// Behind the read's end, unknown k-mers fill the eight bases up.
 HWY_ATTR void fillFactors(const WindowNetwork& network, const ReadContext& context,
                           std::vector<Factors>& factors) {
   Factors ones;
   ones.fill(1.0f);
   factors.assign(context.length(), ones);
   RowPlaces places;
-  places.fill(network, context, 0);
+  places.arrange(network, 1, context.length() + kBasesAtOnce);
+  places.fill(network, context, 0, 0);
   const std::size_t stride = network.rowStride();
   std::vector<std::int16_t> baseParts(context.blocks.size() * stride);
   fillBaseParts(network, context.blocks, baseParts.data());
   const NetworkKernel kernel(network);
   for (std::size_t first = 0; first < context.length(); first += kBasesAtOnce) {
-    NetworkBases bases;
-    for (std::size_t b = 0; b < kBasesAtOnce; ++b) {
-      const std::size_t i = std::min(first + b, context.length() - 1);
-      bases[b] = {places.at(i), baseParts.data() + i / kCompositionBlock * stride};
-    }
+    NetworkBases bases{places.at(first), 1, {}};
+    static_assert(kCompositionBlock % kBasesAtOnce == 0);
+    bases.parts.fill(baseParts.data() + first / kCompositionBlock * stride);
     HWY_ALIGN FactorRows rows;
     kernel.run(bases, rows);
     for (std::size_t b = 0; b < std::min(kBasesAtOnce, context.length() - first); ++b) {
-      for (std::size_t k = 0; k < kEmissionKinds; ++k) factors[first + b][k] = rows[k][b];
+      for (std::size_t k = 0; k < kEmissionKinds; ++k) {
+        factors[first + b][k] = rows[k * kBasesAtOnce + b];
+      }
     }
   }
 }

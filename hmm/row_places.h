@@ -1,6 +1,7 @@
-// Where in the window network the rows of a read's k-mers begin.
+// Where in the window network the rows of k-mers begin, for reads side by side.
 #pragma once
 
+#include <cstdint>
 #include <vector>
 
 #include "hmm/read_context.h"
@@ -10,23 +11,34 @@ namespace velto {
 // Room for the farthest offsets stands on either side, all unknown k-mers.
 class RowPlaces {
  public:
-  // Of the k-mers of a read, behind `before` bases that are unknown as well.
-  void fill(const WindowNetwork& network, const ReadContext& context, std::size_t before) {
-    const int stride = static_cast<int>(network.rowStride());
-    const int unknown = network.unknownKmer() * stride;
-    places_.assign(before + context.length() + 2 * kMostOffset, unknown);
-    int* out = places_.data() + kMostOffset + before;
-    for (std::size_t i = 0; i < context.length(); ++i) {
+  // For so many reads of up to so many positions, all unknown k-mers at first.
+  void arrange(const WindowNetwork& network, std::size_t reads, std::size_t positions) {
+    reads_ = reads;
+    stride_ = static_cast<std::uint32_t>(network.rowStride());
+    const auto unknown = static_cast<std::uint32_t>(network.unknownKmer()) * stride_;
+    places_.assign((positions + 2 * kMostOffset) * reads, unknown);
+  }
+
+  // Fills in the k-mers of a read that begins at a position.
+  void fill(const WindowNetwork& network, const ReadContext& context, std::size_t read,
+            std::size_t begin) {
+    std::uint32_t* out = places_.data() + (kMostOffset + begin) * reads_ + read;
+    for (std::size_t i = 0; i < context.length(); ++i, out += reads_) {
       const int kmer = context.kmer(i, network.letters);
-      out[i] = kmer < 0 ? unknown : kmer * stride;
+      if (kmer >= 0) *out = static_cast<std::uint32_t>(kmer) * stride_;
     }
   }
 
-  // Of base i, counted from the first of those before: [offset] place in the rows of that offset.
-  const int* at(std::size_t i) const { return places_.data() + kMostOffset + i; }
+  // Of a position and those around it: [reads x offset of the position + read] place among the
+  // rows of an offset of the network.
+  const std::uint32_t* at(std::size_t position) const {
+    return places_.data() + (kMostOffset + position) * reads_;
+  }
 
  private:
-  std::vector<int> places_;
+  std::size_t reads_ = 1;
+  std::uint32_t stride_ = 0;
+  std::vector<std::uint32_t> places_;  // [position][read]
 };
 
 }  // namespace velto

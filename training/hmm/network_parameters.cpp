@@ -7,7 +7,7 @@
 namespace velto {
 namespace {
 
-constexpr double kMostScale = 3000.0;   // of hidden units: finer steps gain nothing
+constexpr double kMostScale = 3000.0;  // of hidden units: finer steps gain nothing
 constexpr double kLeastOutput = 1e-3;  // of the largest sum: outputs of zeros have a scale too
 
 // Reads that begin before a start codon are preferred in decoding, which finds more start codons
