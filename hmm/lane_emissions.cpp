@@ -72,22 +72,33 @@ HWY_ATTR inline void mixKinds(const FactorRows& probabilities, const FactorRows&
   }
 }
 
+// Steps of so many positions follow each other, so that none waits for the step before.
+constexpr std::size_t kPositionsAtOnce = 16;
+
 HWY_ATTR void fillKinds(const WindowNetwork& network, const EmissionLanes::Lanes& lanes,
                         LaneEmissions& emissions) {
   const NetworkKernel kernel(network);
   const std::size_t stride = network.rowStride();
-  HWY_ALIGN FactorRows factors, probabilities;
-  for (std::size_t p = 0; p < emissions.positions; ++p) {
-    NetworkBases bases{lanes.places.at(p), kLanes, {}};
-    for (std::size_t lane = 0; lane < kLanes; ++lane) {
-      const EmissionLanes::Lane& l = lanes.lane[lane];
-      const std::size_t block = (p + l.blockShift) / kCompositionBlock;
-      bases.parts[lane] = l.baseParts.data() + block * stride;
+  HWY_ALIGN OutputSums sums[kPositionsAtOnce];
+  HWY_ALIGN FactorRows factors[kPositionsAtOnce];
+  for (std::size_t first = 0; first < emissions.positions; first += kPositionsAtOnce) {
+    const std::size_t count = std::min(kPositionsAtOnce, emissions.positions - first);
+    for (std::size_t i = 0; i < count; ++i) {
+      NetworkBases bases{lanes.places.at(first + i), kLanes, {}};
+      for (std::size_t lane = 0; lane < kLanes; ++lane) {
+        const EmissionLanes::Lane& l = lanes.lane[lane];
+        const std::size_t block = (first + i + l.blockShift) / kCompositionBlock;
+        bases.parts[lane] = l.baseParts.data() + block * stride;
+      }
+      kernel.sumOutputs(bases, sums[i]);
     }
-    kernel.run(bases, factors);
-    gatherProbabilities(lanes, p, probabilities);
-    LaneRow* rows = emissions.rows.data() + p * kLaneEmissions;
-    mixKinds(probabilities, factors, lanes.substitution[p], rows + kLaneKind);
+    for (std::size_t i = 0; i < count; ++i) kernel.raise(sums[i], factors[i]);
+    for (std::size_t i = 0; i < count; ++i) {
+      HWY_ALIGN FactorRows probabilities;
+      gatherProbabilities(lanes, first + i, probabilities);
+      LaneRow* rows = emissions.rows.data() + (first + i) * kLaneEmissions;
+      mixKinds(probabilities, factors[i], lanes.substitution[first + i], rows + kLaneKind);
+    }
   }
 }
 

@@ -35,7 +35,8 @@ struct NetworkBases {
 };
 
 constexpr std::size_t kFactors = kEmissionKinds * kBasesAtOnce;
-using FactorRows = std::array<float, kFactors>;  // [EmissionKind][base]
+using OutputSums = std::array<std::int32_t, kFactors>;  // [EmissionKind][base]
+using FactorRows = std::array<float, kFactors>;         // [EmissionKind][base]
 
 // Highway 1.0 has no vectors for a processor without SSSE3: loops stand for them there.
 #if HWY_TARGET == HWY_SCALAR
@@ -98,19 +99,30 @@ class NetworkKernel {
     }
   }
 
-  // networkFactors of eight bases.
-  HWY_ATTR void run(const NetworkBases& bases, FactorRows& factors) const {
-    HWY_ALIGN Sums sums{};
+  // Not a part of its callers, which would leave it too few registers.
+  HWY_NOINLINE HWY_ATTR void sumOutputs(const NetworkBases& bases, OutputSums& sums) const {
+    sums.fill(0);
     for (std::size_t u = 0; u < units_; u += kUnitsAtOnce) {
       HWY_ALIGN Hidden hidden;
       sumRows(bases, u, hidden);
       addOutputs(hidden, u, sums);
     }
-    raise(sums, factors);
+  }
+
+  // Their factors.
+  HWY_ATTR void raise(const OutputSums& sums, FactorRows& factors) const {
+    const hn::CappedTag<float, 16> d;
+    const hn::RebindToSigned<decltype(d)> whole;
+    const auto most = hn::Set(d, kMostLogFactor), least = hn::Set(d, -kMostLogFactor);
+    const auto scale = hn::Set(d, network_.outputScale);
+    for (std::size_t i = 0; i < kFactors; i += hn::Lanes(d)) {
+      const auto sum = hn::ConvertTo(d, hn::LoadU(whole, sums.data() + i));
+      const auto x = hn::Add(hn::LoadU(d, outputBias_ + i), hn::Mul(scale, sum));
+      hn::StoreU(powersOfTwo(d, hn::Max(hn::Min(x, most), least)), d, factors.data() + i);
+    }
   }
 
  private:
-  using Sums = std::array<std::int32_t, kFactors>;          // [EmissionKind][base]
   using Hidden = std::int16_t[kBasesAtOnce][kUnitsAtOnce];  // [base][unit]
 
 #if HWY_TARGET == HWY_SCALAR
@@ -131,7 +143,7 @@ class NetworkKernel {
   }
 
   // What these units add to the outputs.
-  void addOutputs(const Hidden& hidden, std::size_t first, Sums& sums) const {
+  void addOutputs(const Hidden& hidden, std::size_t first, OutputSums& sums) const {
     for (std::size_t i = 0; i < kFactors; ++i) {
       const std::int16_t* weights = output_[i / kBasesAtOnce] + first;
       const std::int16_t* units = hidden[i % kBasesAtOnce];
@@ -169,7 +181,7 @@ class NetworkKernel {
   }
 
   // What these units add to the outputs. All are whole numbers, so any order gives the same sum.
-  HWY_ATTR void addOutputs(const Hidden& hidden, std::size_t first, Sums& sums) const {
+  HWY_ATTR void addOutputs(const Hidden& hidden, std::size_t first, OutputSums& sums) const {
     const HiddenTag d;
     const SumTag d32;
     const FourSums four;
@@ -190,18 +202,6 @@ class NetworkKernel {
     }
   }
 #endif
-
-  HWY_ATTR void raise(const Sums& sums, FactorRows& factors) const {
-    const hn::CappedTag<float, 16> d;
-    const hn::RebindToSigned<decltype(d)> whole;
-    const auto most = hn::Set(d, kMostLogFactor), least = hn::Set(d, -kMostLogFactor);
-    const auto scale = hn::Set(d, network_.outputScale);
-    for (std::size_t i = 0; i < kFactors; i += hn::Lanes(d)) {
-      const auto sum = hn::ConvertTo(d, hn::LoadU(whole, sums.data() + i));
-      const auto x = hn::Add(hn::LoadU(d, outputBias_ + i), hn::Mul(scale, sum));
-      hn::StoreU(powersOfTwo(d, hn::Max(hn::Min(x, most), least)), d, factors.data() + i);
-    }
-  }
 
   const WindowNetwork& network_;
   const std::size_t units_;

@@ -73,8 +73,10 @@ HWY_ATTR void fillFactors(const WindowNetwork& network, const ReadContext& conte
     NetworkBases bases{places.at(first), 1, {}};
     static_assert(kCompositionBlock % kBasesAtOnce == 0);
     bases.parts.fill(baseParts.data() + first / kCompositionBlock * stride);
+    HWY_ALIGN OutputSums sums;
     HWY_ALIGN FactorRows rows;
-    kernel.run(bases, rows);
+    kernel.sumOutputs(bases, sums);
+    kernel.raise(sums, rows);
     for (std::size_t b = 0; b < std::min(kBasesAtOnce, context.length() - first); ++b) {
       for (std::size_t k = 0; k < kEmissionKinds; ++k) {
         factors[first + b][k] = rows[k * kBasesAtOnce + b];

@@ -15,9 +15,8 @@ constexpr std::size_t kMostBytes = 1 << 24;
 
 std::string readText(const FileSource& files) {
   const auto in = files.open(kModelCardFile);
-  std::string text(kMostBytes + 1, '\0');
-  in->read(text.data(), static_cast<std::streamsize>(text.size()));
-  text.resize(static_cast<std::size_t>(in->gcount()));
+  std::string text;
+  for (char byte; text.size() <= kMostBytes && in->get(byte);) text += byte;
   if (text.size() <= kMostBytes) return text;
   throw ModelError(files.path(kModelCardFile), 0, 0, "is larger than 16 MB");
 }
