@@ -42,7 +42,7 @@ std::string described(const std::vector<Transcript*>& transcripts) {
   std::string text = "held-back parts keep groups together: ";
   for (const auto& [name, word] : words) {
     if (&word != &words.begin()->second) text += ", ";
-    text += name == kSharedSequence ? std::string("by shared sequence (no header word) ")
+    text += name == kSharedSequence ? std::string("by shared sequence (no header word joins any) ")
                                     : "by the header word '" + std::string(name) + "' ";
     text += std::to_string(word.groups.size()) + " groups of " + std::to_string(word.transcripts) +
             " transcripts";

@@ -74,7 +74,7 @@ TEST(TranscriptGroups, HeaderWordsDecideWhereThereAreSome) {
   noncoding.push_back(transcript("n", randomBases(100, random)));
   EXPECT_EQ(groupTranscripts(coding, noncoding),
             "held-back parts keep groups together: by the header word 'gene=' 2 groups of 6 "
-            "transcripts, by shared sequence (no header word) 1 groups of 1 transcripts");
+            "transcripts, by shared sequence (no header word joins any) 1 groups of 1 transcripts");
   EXPECT_EQ(coding[3].group, "g1");
 }
 
@@ -86,7 +86,8 @@ TEST(TranscriptGroups, WordsThatNameNoTwoTogetherGiveWayToSharedSequence) {
   for (Transcript& t : coding) t.groupWord = "gene=";
   std::vector<Transcript> noncoding = {transcript("c", randomBases(200, random))};
   EXPECT_EQ(groupTranscripts(coding, noncoding),
-            "held-back parts keep groups together: by shared sequence (no header word) 2 groups of "
+            "held-back parts keep groups together: by shared sequence (no header word joins any) 2 "
+            "groups of "
             "3 transcripts");
   EXPECT_EQ(coding[0].group, coding[1].group);
   EXPECT_NE(coding[0].group, noncoding[0].group);
