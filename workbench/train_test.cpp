@@ -1,18 +1,73 @@
-// Runs the command as a process on inputs that fail; a whole training is too slow for a test.
+// Runs the command as a process, mostly on inputs that fail: a training of the vote is too slow for
+// a test.
 #include <gtest/gtest.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <array>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <random>
 #include <string>
 
 namespace velto {
 namespace {
 
 namespace fs = std::filesystem;
+
+// Transcripts in which TAA and TAG are the commonest of codons and TGA alone is a stop codon.
+class CiliateSpecies {
+ public:
+  std::string codingTranscripts(int count) {
+    std::string records;
+    for (int i = 0; i < count; ++i) {
+      const std::string before = bases(60 + below(60));
+      std::string region = "ATG";
+      for (int codons = 100 + below(80); codons > 0; --codons) region += codon();
+      region += "TGA";
+      const std::size_t first = before.size() + 1;
+      records += name() + " CDS=" + std::to_string(first) + "-" +
+                 std::to_string(before.size() + region.size()) + "\n" + before + region +
+                 bases(60 + below(60)) + "\n";
+    }
+    return records;
+  }
+
+  std::string noncodingTranscripts(int count) {
+    std::string records;
+    for (int i = 0; i < count; ++i) records += name() + "\n" + bases(400 + below(300)) + "\n";
+    return records;
+  }
+
+ private:
+  int below(int count) { return static_cast<int>(random_() % static_cast<unsigned>(count)); }
+  std::string name() { return ">t" + std::to_string(next_++); }
+  std::string bases(int count) {
+    std::string letters;
+    for (; count > 0; --count) letters += "ACGT"[below(4)];
+    return letters;
+  }
+  std::string codon() {
+    if (below(2) == 0) {
+      return std::array{"TAA", "TAG", "AAA", "GAA", "AAT", "ATT", "GAT", "AGA"}.at(
+          static_cast<std::size_t>(below(8)));
+    }
+    const std::string any = bases(3);
+    return any == "TGA" ? "TGT" : any;
+  }
+
+  std::mt19937 random_{6};
+  int next_ = 0;
+};
+
+std::size_t lines(const std::string& text, const std::string& word) {
+  std::size_t count = 0;
+  for (std::size_t at = text.find(word); at != std::string::npos; at = text.find(word, at + 1))
+    ++count;
+  return count;
+}
 
 class Train : public testing::Test {
  protected:
@@ -29,13 +84,19 @@ class Train : public testing::Test {
     std::ofstream(directory_ / name) << text;
   }
 
+  std::string read(const std::string& name) const {
+    std::ifstream in(directory_ / name);
+    return {std::istreambuf_iterator<char>(in), {}};
+  }
+
   // Runs `velto train` with these arguments; returns its status and keeps its messages.
-  int run(const std::string& arguments) {
-    const std::string command = "cd '" + directory_.string() + "' && '" VELTO_PROGRAM "' train " +
+  int run(const std::string& arguments) { return velto("train " + arguments); }
+
+  int velto(const std::string& arguments) {
+    const std::string command = "cd '" + directory_.string() + "' && '" VELTO_PROGRAM "' " +
                                 arguments + " > stdout 2> stderr";
     const int raw = std::system(command.c_str());
-    std::ifstream in(directory_ / "stderr");
-    errors_.assign(std::istreambuf_iterator<char>(in), {});
+    errors_ = read("stderr");
     return WIFEXITED(raw) ? WEXITSTATUS(raw) : -1;
   }
 
@@ -74,6 +135,27 @@ TEST_F(Train, TranscriptsAreReadByTheGeneticCode) {
   EXPECT_EQ(run("--code 6 --coding ciliate.fa --noncoding noncoding.fa -o model"), 1);
   EXPECT_EQ(errors_.find("refused"), std::string::npos) << errors_;
   EXPECT_NE(errors_.find("too little data: 1 coding"), std::string::npos) << errors_;
+}
+
+TEST_F(Train, ModelOfAnotherGeneticCodeReadsThroughWhatStopsElsewhere) {
+  CiliateSpecies species;
+  write("coding.fa", species.codingTranscripts(60));
+  write("noncoding.fa", species.noncodingTranscripts(60));
+  const std::string lists = "--decoder hmm --quick --coding coding.fa --noncoding noncoding.fa ";
+  EXPECT_EQ(run(lists + "-o model"), 1);
+  EXPECT_EQ(errors_.rfind("velto: 60 of 60 coding records refused:\n"
+                          "  60 stop codon inside the coding region\n",
+                          0),
+            0U)
+      << errors_;
+  ASSERT_EQ(run(lists + "--code 6 -o model"), 0) << errors_;
+
+  write("new.fa", species.codingTranscripts(50));
+  ASSERT_EQ(velto("scan --quiet --strand plus -d model --code 6 -o found.tsv new.fa"), 0)
+      << errors_;
+  EXPECT_GE(lines(read("found.tsv"), "\tcomplete\t"), 45U) << read("found.tsv");
+  ASSERT_EQ(velto("scan --quiet --strand plus -d model -o found.tsv new.fa"), 0) << errors_;
+  EXPECT_GE(lines(read("found.tsv"), "\tinterrupted\t"), 45U) << read("found.tsv");
 }
 
 TEST_F(Train, StopCodonsThatDecodersDoNotKnowAreAnError) {
