@@ -83,6 +83,8 @@ class TextDrawing {
  public:
   TextDrawing(const DrawnRead& read, const ReadTextOptions& options);
   std::string text(bool colours);
+  // What the signs mean, sign by sign.
+  std::vector<std::string> key() const;
 
  private:
   int columnOf(double base) const {
@@ -239,21 +241,44 @@ std::string TextDrawing::text(bool colours) {
   return grid_.text(colours);
 }
 
+std::vector<std::string> TextDrawing::key() const {
+  std::vector<std::string> entries;
+  if (p_.isCoding()) entries.emplace_back("\u2501 called path;");
+  if (!curves_.empty()) {
+    entries.push_back("\u2584 " +
+                      (curves_.isVote ? "vote for the frame, up to " + decimal(curves_.most)
+                                      : std::string("probability of the frame, up to 1")) +
+                      ";");
+  }
+  if (!p_.frameshifts.empty()) {
+    entries.insert(entries.end(), {"\u25BC extra base;", "\u25C7 missing base;"});
+  }
+  entries.insert(entries.end(), {"^ start codon;", "| stop codon"});
+  return entries;
+}
+
 // ---- 4. Words and protein
 
-// The text in lines of at most `columns` characters where its words allow.
-std::string wrapped(std::string_view text, int columns) {
+// Parts with blanks between them, in lines of at most `columns` characters where the parts allow.
+std::string linesOf(const std::vector<std::string>& parts, int columns) {
   std::string out;
   std::size_t used = 0;
-  while (!text.empty()) {
-    const std::string_view word = text.substr(0, text.find(' '));
-    const std::size_t size = charactersOf(word);
+  for (const std::string& part : parts) {
+    const std::size_t size = charactersOf(part);
     if (used > 0) out += used + 1 + size > static_cast<std::size_t>(columns) ? '\n' : ' ';
     used = used > 0 && out.back() == ' ' ? used + 1 + size : size;
-    out += word;
-    text.remove_prefix(std::min(text.size(), word.size() + 1));
+    out += part;
   }
   return out + '\n';
+}
+
+std::vector<std::string> wordsOf(std::string_view text) {
+  std::vector<std::string> words;
+  while (!text.empty()) {
+    words.emplace_back(text.substr(0, text.find(' ')));
+    text.remove_prefix(std::min(text.size(), words.back().size() + 1));
+  }
+  return words;
 }
 
 // Amino acids in groups of ten, each line headed by the count of its first one.
@@ -280,9 +305,11 @@ std::string readText(const DrawnRead& read, const ReadTextOptions& options) {
       options.colours ? sequenceOf(Ink::kStrong) + name + sequenceOf(Ink::kPlain) : name;
   std::string words = callSentence(read);
   for (const std::string& sentence : furtherSentences(read)) words += " " + sentence;
-  text += '\n' + wrapped(words, options.columns) + '\n';
+  text += '\n' + linesOf(wordsOf(words), options.columns) + '\n';
   if (read.prediction.length == 0) return text;
-  text += TextDrawing(read, options).text(options.colours);
+  TextDrawing drawing(read, options);
+  text += drawing.text(options.colours) + '\n' + linesOf(drawing.key(), options.columns);
+  for (const Frameshift& shift : read.prediction.frameshifts) text += shiftSentence(shift) + '\n';
   return text + (read.protein.empty() ? "" : "\n" + proteinText(read.protein, options.columns));
 }
 

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <limits>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -42,7 +43,22 @@ TEST(ReadText, DrawsPathMarksAndProtein) {
             "                             ┗━━━━━━━━━━━━━━┛\n"
             "base              ╵10       ╵20       ╵30       ╵40       ╵50\n"
             "\n"
+            "━ called path; ▼ extra base; ◇ missing base; ^ start codon;\n"
+            "| stop codon\n"
+            "One base is missing before 21, confidence 93\u00A0%.\n"
+            "One base is extra at 36, confidence 20\u00A0%.\n"
+            "\n"
             "       1 MPPPXPPPPP PPPP*\n");
+}
+
+TEST(ReadText, KeyNamesWhatIsDrawn) {
+  const std::string probabilities = readText(test::longRead(90, 0.7, 0.98).drawn());
+  EXPECT_NE(probabilities.find("▄ probability of the frame, up to 1; ^"), std::string::npos);
+  const std::string votes =
+      readText(test::longRead(90, 12.34, std::numeric_limits<double>::quiet_NaN()).drawn());
+  EXPECT_NE(votes.find("▄ vote for the frame, up to 12.3; ^"), std::string::npos) << votes;
+  const std::string nothing = readText(test::otherRead(Prediction::Status::kNoncoding, 60).drawn());
+  EXPECT_NE(nothing.find("\n^ start codon; | stop codon\n"), std::string::npos);
 }
 
 TEST(ReadText, NoLineIsWiderThanTheTerminal) {
