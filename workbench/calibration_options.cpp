@@ -43,11 +43,12 @@ std::string textOf(const std::string& file) {
 void addCalibrationOptions(CLI::App& command, CalibrationLine& line) {
   auto* file = command.add_option("--calibration", line.file,
                                   "Summary of a run; what that learnt is taken, nothing learnt");
-  file->check(fileName());
+  file->type_name("FILE")->check(fileName());
   command
       .add_option("--error-rates", line.errorRates,
                   "Insertions, deletions and substitutions per base, as 0.005,0.007,0.012, or a "
                   "preset of velto simulate (default: learnt)")
+      ->type_name("I,D,S")
       ->excludes(file);
   command.add_option("--coding-share", line.codingShare, "Share of coding reads (default: learnt)")
       ->check(CLI::Range(0.0, 1.0))

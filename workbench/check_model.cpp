@@ -13,6 +13,7 @@ void addCheckModelCommand(CLI::App& app) {
   CLI::App* command = app.add_subcommand("check-model", "Check all files of a model directory");
   const auto directory = std::make_shared<std::string>();
   command->add_option("DIR", *directory, "Model directory, or name of an installed model")
+      ->type_name("")
       ->required()
       ->transform(modelDirectory());
   command->callback([directory] {

@@ -249,29 +249,41 @@ void addEvaluateCommand(CLI::App& app) {
   command
       ->add_option("-d,--model", options.modelDirectory,
                    "Model directory, or name of an installed model")
+      ->type_name("DIR|NAME")
       ->required()
       ->transform(modelDirectory());
-  command->add_option("--decoder", options.decoder, "Decoder [the model's default one]");
+  command->add_option("--decoder", options.decoder, "Decoder (default: the model's)");
   command
       ->add_option("--compare", options.compareDirectory, "Second model, judged by the same reads")
+      ->type_name("DIR|NAME")
       ->transform(modelDirectory());
   command->add_option("--compare-decoder", options.compareDecoder,
-                      "Decoder of the second model, by default of the same directory");
+                      "Decoder of the second model, which is the first one without --compare "
+                      "(default: the model's)");
   command->add_option("--reads", options.readsPath, "Labelled reads; needs --truth")
+      ->type_name("FILE")
       ->check(fileName());
   command->add_option("--truth", options.truthPath, "Their truth table, from velto simulate")
+      ->type_name("FILE")
       ->check(fileName());
-  command->add_option("--coding", options.codingFiles,
-                      "Simulate reads from these coding transcripts (FASTA)");
-  command->add_option("--noncoding", options.noncodingFiles,
-                      "Simulate reads from these non-coding transcripts (FASTA)");
+  command
+      ->add_option("--coding", options.codingFiles,
+                   "Simulate reads from these coding transcripts (FASTA)")
+      ->type_name("FILE");
+  command
+      ->add_option("--noncoding", options.noncodingFiles,
+                   "Simulate reads from these non-coding transcripts (FASTA)")
+      ->type_name("FILE");
   addSamplingOptions(*command, line->sampling);
-  command->add_option("--indel-scale", line->indelScale, "Factor of both indel rates [1]")
+  command->add_option("--indel-scale", line->indelScale, "Factor of both indel rates (default: 1)")
       ->check(CLI::NonNegativeNumber);
   command->add_option("--json", options.jsonPath, "JSON file; - for standard output, no tables")
+      ->type_name("FILE")
       ->check(fileName());
-  command->add_option("--plots", options.plotsPath, "Folder for plots as SVG")->check(fileName());
-  command->add_option("-t,--threads", options.threads, "Threads [all processors]")
+  command->add_option("--plots", options.plotsPath, "Folder for plots as SVG")
+      ->type_name("DIR")
+      ->check(fileName());
+  command->add_option("-t,--threads", options.threads, "Threads (default: all)")
       ->check(CLI::PositiveNumber);
   command->callback([command, line] { run(*command, *line); });
 }

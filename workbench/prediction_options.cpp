@@ -16,6 +16,7 @@ void addModelOption(CLI::App& command, std::string& directory) {
           "-d,--model", directory,
           "Model directory, or name of an installed model (default: ./param-human, then the "
           "installed one)")
+      ->type_name("DIR|NAME")
       ->transform(modelDirectory());
 }
 

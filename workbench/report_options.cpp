@@ -18,11 +18,14 @@ CLI::Validator multiqcName() {
 }  // namespace
 
 void addReportOptions(CLI::App& command, ReportLine& line) {
-  command.add_option("--report", line.page, "Report of the run as HTML")->check(fileName());
+  command.add_option("--report", line.page, "Report of the run as HTML")
+      ->type_name("FILE")
+      ->check(fileName());
   command.add_option("--report-reads", line.reads, "Coding reads that the report draws")
       ->check(CLI::Range(std::size_t{0}, kMostReads))
       ->capture_default_str();
   command.add_option("--multiqc", line.multiqc, "Figures for MultiQC; the name ends in _mqc.json")
+      ->type_name("FILE")
       ->check(multiqcName());
 }
 

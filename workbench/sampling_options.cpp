@@ -75,18 +75,22 @@ void addSamplingOptions(CLI::App& command, SamplingLine& line) {
   command
       .add_option("--rates", line.rates,
                   "Substitutions, insertions, deletions and unknown bases per base, as 0.01,0,0,0")
+      ->type_name("S,I,D,N")
       ->excludes(preset);
-  auto* lengths = command.add_option("--length", line.lengths,
-                                     "Fragment length in template bases, MIN-MAX [300-800]");
+  auto* lengths = command
+                      .add_option("--length", line.lengths,
+                                  "Fragment length in template bases, MIN-MAX (default: 300-800)")
+                      ->type_name("MIN-MAX");
   command.add_flag("--full-length", line.fullLength, "Whole transcripts")->excludes(lengths);
   auto* reads =
       command
           .add_option("--read-count", line.reads, "Number of reads, each from a random transcript")
           ->check(CLI::NonNegativeNumber);
-  command.add_option("--per-transcript", line.perTranscript, "Reads of each transcript [1]")
+  command
+      .add_option("--per-transcript", line.perTranscript, "Reads of each transcript (default: 1)")
       ->check(CLI::PositiveNumber)
       ->excludes(reads);
-  command.add_option("--seed", line.seed, "The same seed gives the same bytes [1]")
+  command.add_option("--seed", line.seed, "The same seed gives the same bytes (default: 1)")
       ->check(CLI::NonNegativeNumber);
   addGeneticCodeOption(command, line.geneticCode);
 }

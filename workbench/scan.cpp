@@ -217,10 +217,14 @@ void scan(const CommandLine& line) {
 void addOutputOptions(CLI::App& command, CommandLine& line) {
   for (size_t i = 0; i < line.rowFiles.size(); ++i) {
     const RowFormat& format = rowFormats()[i];
-    command.add_option(format.option, line.rowFiles[i], format.meaning)->check(fileName());
+    command.add_option(format.option, line.rowFiles[i], format.meaning)
+        ->type_name("FILE")
+        ->check(fileName());
   }
   line.rowFiles.front() = "-";
-  command.add_option("--summary", line.summary, "Counts of the run as JSON")->check(fileName());
+  command.add_option("--summary", line.summary, "Counts of the run as JSON")
+      ->type_name("FILE")
+      ->check(fileName());
   command.add_option("--stops", line.stops, "Inner stops of proteins: '*', 'X' or split there")
       ->check(CLI::IsMember(kInnerStops))
       ->capture_default_str();
@@ -233,6 +237,7 @@ void addScanCommand(CLI::App& app) {
   CLI::App* command = app.add_subcommand("scan", "Find the coding regions of many reads");
   const auto line = std::make_shared<CommandLine>();
   command->add_option("FILE", line->inputs, "FASTA, FASTQ (gz too) or BAM; '-': standard input")
+      ->type_name("")
       ->required();
   addModelOption(*command, line->modelDirectory);
   addDecoderOption(*command, line->decoder);
@@ -249,7 +254,7 @@ void addScanCommand(CLI::App& app) {
   addReportOptions(*command, line->report);
   addCalibrationOptions(*command, line->calibration);
   command->add_flag("--exact-case", line->exactCase, "Only upper-case A, C, G, T are bases");
-  command->add_flag("--quiet", line->quiet, "No counts at the end");
+  command->add_flag("-q,--quiet", line->quiet, "No counts at the end");
   command->add_flag("--progress", line->progress, "Show the progress on standard error");
   command->callback([line] {
     std::vector<std::string> inputs = line->inputs;

@@ -97,6 +97,7 @@ void show(const CommandLine& line) {
 
 void addDrawingOptions(CLI::App& command, CommandLine& line) {
   command.add_option("-o,--output", line.output, "Page of the read as HTML; else text is shown")
+      ->type_name("FILE")
       ->check(fileName());
   command.add_option("--colour", line.colour, "Colours of the text: auto, always or never")
       ->check(CLI::IsMember({"auto", "always", "never"}))
@@ -111,8 +112,10 @@ void addShowCommand(CLI::App& app) {
   CLI::App* command = app.add_subcommand("show", "Draw one read with its coding region");
   const auto line = std::make_shared<CommandLine>();
   command->add_option("FILE", line->input, "FASTA, FASTQ (gz too) or BAM; '-': standard input")
+      ->type_name("")
       ->required();
-  CLI::Option* name = command->add_option("-r,--read", line->name, "Name of the read");
+  CLI::Option* name =
+      command->add_option("-r,--read", line->name, "Name of the read")->type_name("NAME");
   command->add_option("-n,--number", line->number, "Place of the read in the file, from 1")
       ->check(CLI::PositiveNumber)
       ->excludes(name)

@@ -106,20 +106,25 @@ void addSimulateCommand(CLI::App& app) {
       app.add_subcommand("simulate", "Make labelled error-prone reads from transcripts");
   const auto line = std::make_shared<CommandLine>();
   SimulateOptions& options = line->options;
-  command->add_option("FILE", options.codingFiles,
-                      "FASTA files of coding transcripts (CDS=a-b or |CDS:a-b| in the header)");
-  command->add_option("--noncoding", options.noncodingFiles,
-                      "FASTA files of non-coding transcripts");
+  command
+      ->add_option("FILE", options.codingFiles,
+                   "FASTA files of coding transcripts (CDS=a-b or |CDS:a-b| in the header)")
+      ->type_name("");
+  command
+      ->add_option("--noncoding", options.noncodingFiles, "FASTA files of non-coding transcripts")
+      ->type_name("FILE");
   addSamplingOptions(*command, line->sampling);
   command
-      ->add_option(
-          "-o,--output", options.readsPath,
-          "Reads, as FASTQ if it ends in .fastq, .fq, .fastq.gz or .fq.gz [standard output]")
+      ->add_option("-o,--output", options.readsPath,
+                   "Reads, as FASTQ if it ends in .fastq, .fq, .fastq.gz or .fq.gz (default: "
+                   "standard output)")
+      ->type_name("FILE")
       ->check(fileName());
   command->add_flag("--fastq", options.fastq, "Reads as FASTQ whatever their file is called");
   command
-      ->add_option(kInformationOption, line->information,
-                   "How much qualities tell about errors, 0 (all equal) to 1 [by preset]")
+      ->add_option(
+          kInformationOption, line->information,
+          "How much qualities tell about errors, 0 (all equal) to 1 (default: the preset's)")
       ->check(CLI::Range(0.0, 1.0));
   command
       ->add_option("--strand", line->strand,
@@ -127,6 +132,7 @@ void addSimulateCommand(CLI::App& app) {
       ->check(CLI::IsMember({kPlus, kBoth}))
       ->capture_default_str();
   command->add_option("--truth", options.truthPath, "Truth table, tab-separated")
+      ->type_name("FILE")
       ->check(fileName());
   command->callback([command, line] { run(*command, *line); });
 }

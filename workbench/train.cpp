@@ -261,21 +261,25 @@ void addTrainCommand(CLI::App& app) {
   command
       ->add_option("--coding", options->codingFiles,
                    "FASTA files of coding transcripts (CDS=a-b or |CDS:a-b| in the header)")
+      ->type_name("FILE")
       ->required();
-  command->add_option(
-      "--noncoding", options->noncodingFiles,
-      "FASTA files of non-coding transcripts, for example lncRNAs; may be the same");
+  command
+      ->add_option("--noncoding", options->noncodingFiles,
+                   "FASTA files of non-coding transcripts, for example lncRNAs; may be the same")
+      ->type_name("FILE");
   command->add_option("-o,--output", options->outputPath, "Model directory to make")
       ->required()
+      ->type_name("DIR")
       ->check(fileName());
-  command->add_option("--decoder", options->decoders, "Decoders to train [all]")
+  command->add_option("--decoder", options->decoders, "Decoders to train (default: all)")
       ->check(CLI::IsMember(trainerNames()));
   command
       ->add_option("--held-back", options->heldBackPath,
                    "FASTA file for the fifth of the transcripts that was held back to judge by")
+      ->type_name("FILE")
       ->check(fileName());
-  command->add_option("--seed", options->seed, "The same seed gives the same model [1]");
-  command->add_option("-t,--threads", options->threads, "Threads [all]")
+  command->add_option("--seed", options->seed, "The same seed gives the same model (default: 1)");
+  command->add_option("-t,--threads", options->threads, "Threads (default: all)")
       ->check(CLI::PositiveNumber);
   addGeneticCodeOption(*command, options->geneticCode);
   command->add_flag("--quick", options->quick, "A first try in less time, somewhat less accurate");
