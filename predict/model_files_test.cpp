@@ -89,6 +89,11 @@ TEST_F(ModelFilesTest, CardThatNamesAnUnknownDecoderIsRefused) {
   EXPECT_EQ(cardError(R"({"default": "oracular"})"), ": there is no decoder 'oracular'");
 }
 
+TEST_F(ModelFilesTest, DefaultDecoderMustBeOneOfTheModels) {
+  EXPECT_EQ(cardError(R"({"decoders": ["vote"], "default": "hmm"})"),
+            ": the default decoder 'hmm' is not one of the model's");
+}
+
 TEST_F(ModelFilesTest, FolderWithoutFilesHasNoDecoder) {
   const test::TempDir empty;
   try {

@@ -299,6 +299,44 @@ TEST_F(PredictorTest, VoteLearnsNothingFromAFile) {
               predictor.predict(bases, workspace));
 }
 
+std::string sampleBases() {
+  const std::string text = test::readFile("sample.txt");
+  std::string bases = text.substr(text.find('\n'));
+  std::erase_if(bases, [](char letter) { return letter < 'A'; });
+  return bases;
+}
+
+TEST(PosteriorPredictor, LearnsTheSameFromReadsOfEitherStrand) {
+  const std::string bases = sampleBases();
+  std::vector<std::string> plus, minus;
+  for (std::size_t i = 0; i < 20; ++i) {
+    plus.push_back(bases.substr(10 * i, 600));
+    minus.push_back(predictedLetters(plus.back(), Strand::kMinus, Letters::kFolded));
+  }
+  const auto learnt = [](const std::vector<std::string>& reads, Strand strand) {
+    std::vector<Read> sample(reads.begin(), reads.end());
+    PredictOptions options;
+    options.strand = strand;
+    return *Predictor("param-human", "hmm").learn(sample, options).errorRates;
+  };
+  const double deletions = learnt(plus, Strand::kBoth).deletion;
+  EXPECT_EQ(learnt(minus, Strand::kBoth).deletion, deletions);
+  EXPECT_EQ(learnt(plus, Strand::kPlus).deletion, deletions);
+  EXPECT_NE(learnt(minus, Strand::kPlus).deletion, deletions);
+}
+
+TEST(PosteriorPredictor, PredictsByWhatIsKnownOfTheFile) {
+  const Predictor predictor("param-human", "hmm");
+  const std::string bases = sampleBases();
+  Calibration clean;
+  clean.errorRates = BaseErrorRates{1e-6, 1e-6, 1e-3};
+  Workspace first;
+  Workspace moved = std::move(first);
+  // Its two frameshifts are dear in reads without any.
+  const double score = predictor.predict(bases, moved).score;
+  EXPECT_LT(predictor.calibrated(clean).predict(bases, moved).score, score - 10.0);
+}
+
 TEST_F(PredictorTest, ModelErrorNamesFileAndLine) {
   makeModels(PriorForm::kNearlyConstant);
   const std::string file = readClassAt(5).parameterPath(directory.path());

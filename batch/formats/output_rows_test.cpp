@@ -32,11 +32,10 @@ Prediction handMade() {
 
 struct HandMadeRead {
   explicit HandMadeRead(Prediction found, const std::string& name = "r;1",
-                        const std::string& letters = kLetters,
-                        const GeneticCode& code = *geneticCode(1))
+                        const std::string& letters = kLetters)
       : record{name, "a \"note\"", letters, 1, 1},
         prediction(std::move(found)),
-        coding(codingSequence(prediction, letters, code)) {}
+        coding(codingSequence(prediction, letters, *geneticCode(1))) {}
 
   ScannedRead read() const { return {record, 7, prediction, coding}; }
 
@@ -75,69 +74,6 @@ std::string written(const HandMadeRead& hand, Append append) {
   return text;
 }
 
-std::vector<std::vector<int>> numbers(const std::vector<CodingPart>& parts) {
-  std::vector<std::vector<int>> list;
-  for (const CodingPart& part : parts) list.push_back({part.begin, part.end, part.phase});
-  return list;
-}
-
-using Parts = std::vector<std::vector<int>>;
-
-TEST(CodingSequence, LeavesOutTheInsertedBaseAndMarksTheLostOne) {
-  const CodingSequence coding = codingSequence(handMade(), kLetters, *geneticCode(1));
-  EXPECT_EQ(coding.bases, "ATGAAACCCGGNTAA");
-  EXPECT_EQ(numbers(coding.kept), (Parts{{2, 8, 0}, {9, 17, 0}}));
-  EXPECT_EQ(numbers(coding.intact), (Parts{{2, 8, 0}, {9, 12, 0}, {14, 17, 0}}));
-  EXPECT_EQ(coding.type, CodingType::kComplete);
-}
-
-TEST(CodingSequence, CodonsThatLostTheirFirstOrMiddleBaseAreInNoPart) {
-  // A T G, then (N) C C, then G (N) G, then TAA.
-  Prediction prediction = handMade();
-  prediction.start = 0;
-  prediction.stop = 9;
-  prediction.length = 10;
-  prediction.frameshifts = {{Kind::kDeletion, 3}, {Kind::kDeletion, 6}};
-  const CodingSequence coding = codingSequence(prediction, "ATGCCGGTAA", *geneticCode(1));
-  EXPECT_EQ(coding.bases, "ATGNCCGNGTAA");
-  EXPECT_EQ(numbers(coding.kept), (Parts{{0, 10, 0}}));
-  EXPECT_EQ(numbers(coding.intact), (Parts{{0, 3, 0}, {7, 10, 0}}));
-}
-
-TEST(CodingSequence, ABaseInsertedInsideACodonGivesTheNextPartItsPhase) {
-  Prediction prediction = handMade();
-  prediction.start = 0;
-  prediction.stop = 6;
-  prediction.length = 7;
-  prediction.frameshifts = {{Kind::kInsertion, 4}};
-  EXPECT_EQ(numbers(codingSequence(prediction, "ATGCACC", *geneticCode(1)).intact),
-            (Parts{{0, 4, 0}, {5, 7, 2}}));
-}
-
-TEST(CodingSequence, EndsWithTheLastWholeCodonOfTheRead) {
-  Prediction prediction = handMade();
-  prediction.start = 0;
-  prediction.stop = 8;  // two bases behind the read
-  prediction.length = 7;
-  prediction.frameshifts.clear();
-  const CodingSequence coding = codingSequence(prediction, "ATGCCCG", *geneticCode(1));
-  EXPECT_EQ(coding.bases, "ATGCCC");
-  EXPECT_EQ(numbers(coding.kept), (Parts{{0, 6, 0}}));
-  EXPECT_EQ(coding.type, CodingType::kNoStop);
-}
-
-TEST(CodingSequence, TellsWhichEndsAreThere) {
-  Prediction prediction = handMade();
-  prediction.start = 0;
-  prediction.stop = 5;
-  prediction.length = 6;
-  prediction.frameshifts.clear();
-  EXPECT_EQ(codingSequence(prediction, "ATGTGA", *geneticCode(1)).type, CodingType::kComplete);
-  EXPECT_EQ(codingSequence(prediction, "CTGTGA", *geneticCode(1)).type, CodingType::kNoStart);
-  EXPECT_EQ(codingSequence(prediction, "ATGTGG", *geneticCode(1)).type, CodingType::kNoStop);
-  EXPECT_EQ(codingSequence(prediction, "CTGTGG", *geneticCode(1)).type, CodingType::kNeither);
-}
-
 TEST(TsvRows, HaveTheColumnsOfTheHeader) {
   EXPECT_EQ(tsvHeader(),
             "read\tlength\tgc\tmodel\tstrand\tscore\tstart\tstop\tinsertions\tdeletions\ttype\t"
@@ -153,7 +89,7 @@ TEST(TsvRows, HaveTheColumnsOfTheHeader) {
 }
 
 // The lines of a read of 19 bases, whose CDS has these columns 4 and 5.
-std::string gff3Lines(char strand, const Parts& extents) {
+std::string gff3Lines(char strand, const std::vector<std::vector<int>>& extents) {
   const std::string score = std::string("\t12.346\t") + strand + '\t';
   std::string text = "##sequence-region r%3B1 1 19\nr%3B1\tvelto\tmRNA\t1\t19" + score +
                      ".\tID=r%3B1;type=complete;inner_stops=0;insertions=9;deletions=15\n";
@@ -262,45 +198,13 @@ TEST(SequenceRows, AreFastaRecords) {
 }
 
 // The prediction of a whole read that is one region without errors.
-HandMadeRead region(const std::string& letters, int code = 1) {
+HandMadeRead region(const std::string& letters) {
   Prediction prediction = handMade();
   prediction.length = static_cast<int>(letters.size());
   prediction.start = 0;
   prediction.stop = prediction.length - 1;
   prediction.frameshifts.clear();
-  return HandMadeRead(prediction, "r", letters, *geneticCode(code));
-}
-
-TEST(CodingSequence, CountsStopCodonsButTheLastOneOfTheRegion) {
-  EXPECT_EQ(region("ATGTAA").coding.innerStops, 0);
-  EXPECT_EQ(region("ATGTAAATGTGATAG").coding.innerStops, 2);
-  EXPECT_EQ(region("TAAATG").coding.innerStops, 1);
-  EXPECT_EQ(region("ATGCTAACT").coding.innerStops, 0);
-}
-
-TEST(CodingSequence, WithInnerStopsIsNeverComplete) {
-  EXPECT_EQ(region("ATGTGATAA").coding.type, CodingType::kInterrupted);
-  EXPECT_EQ(region("CTGTGATAA").coding.type, CodingType::kNoStart);
-  EXPECT_EQ(region("ATGTGATTA").coding.type, CodingType::kNoStop);
-  EXPECT_EQ(region("CTGTGATTA").coding.type, CodingType::kNeither);
-}
-
-TEST(CodingSequence, HasTheProteinOfItsCodons) {
-  EXPECT_EQ(region("ATGGCTTGGTAANCCGGN").coding.protein, "MAW*XX");
-  EXPECT_EQ(noncoding().coding.protein, "");
-}
-
-TEST(CodingSequence, FollowsTheGeneticCode) {
-  // Vertebrate mitochondria: TGA is W, AGA stops, GTG may begin a protein.
-  EXPECT_EQ(region("GTGTGAAGAGTGAGA", 2).coding.protein, "MW*V*");
-  EXPECT_EQ(region("GTGTGAAGAGTGAGA", 2).coding.type, CodingType::kInterrupted);
-  EXPECT_EQ(region("GTGTGAGTGAGA", 2).coding.type, CodingType::kComplete);
-  EXPECT_EQ(region("GTGTGAGTGAGA", 1).coding.type, CodingType::kNeither);
-  EXPECT_EQ(region("GTGTGAGTGAGA", 1).coding.protein, "V*VR");
-  // Condylostoma: TGA is W, but may stop where the region ends.
-  EXPECT_EQ(region("ATGTGATGA", 28).coding.protein, "MW*");
-  EXPECT_EQ(region("ATGTGATGA", 28).coding.innerStops, 0);
-  EXPECT_EQ(region("ATGTGATGA", 28).coding.type, CodingType::kComplete);
+  return HandMadeRead(prediction, "r", letters);
 }
 
 TEST(SequenceRows, ShowInnerStopsAsAskedFor) {
@@ -312,16 +216,6 @@ TEST(SequenceRows, ShowInnerStopsAsAskedFor) {
   EXPECT_EQ(written(read, proteinsWith(InnerStops::kX)), header("r") + "MXXAXK*\n");
   EXPECT_EQ(written(read, proteinsWith(InnerStops::kSplit)),
             header("r.part1") + "M\n" + header("r.part2") + "A\n" + header("r.part3") + "K*\n");
-}
-
-TEST(Proteins, OfASplitSequenceHaveAminoAcids) {
-  const auto split = [](const std::string& letters) {
-    return proteins(region(letters).coding, InnerStops::kSplit);
-  };
-  EXPECT_EQ(split("TAAATG"), std::vector<std::string>{"M"});
-  EXPECT_EQ(split("ATGTAATAA"), std::vector<std::string>{"M"});
-  EXPECT_EQ(split("TAATAA"), std::vector<std::string>{});
-  EXPECT_EQ(split("TAA"), std::vector<std::string>{"*"});
 }
 
 TEST(OutputRows, AreNotSplitByANameOfAnyBytes) {

@@ -1,0 +1,42 @@
+#include "core/letter_codes.h"
+
+#include <gtest/gtest.h>
+
+#include "core/base_code.h"
+
+namespace velto {
+namespace {
+
+using Codes = std::vector<short>;
+
+Codes coded(std::string_view bases, Letters letters) {
+  Codes codes = {9};
+  codeLetters(bases, letters, codes);
+  return codes;
+}
+
+TEST(LetterCodes, FoldCaseAndUracilUnlessExact) {
+  EXPECT_EQ(coded("ATGCatgcUuN-", Letters::kFolded),
+            (Codes{0, 1, 2, 3, 0, 1, 2, 3, 1, 1, kUnknownBase, kUnknownBase}));
+  EXPECT_EQ(coded("ATGCaU", Letters::kExact), (Codes{0, 1, 2, 3, kUnknownBase, kUnknownBase}));
+}
+
+TEST(LetterCodes, CountWhatIsNoBase) {
+  EXPECT_EQ(countUnknown("ACGTacgtUN*", Letters::kFolded), 2);
+  EXPECT_EQ(countUnknown("ACGTacgtUN*", Letters::kExact), 7);
+  EXPECT_EQ(countUnknown("", Letters::kExact), 0);
+}
+
+TEST(LetterCodes, TurnToTheOtherStrand) {
+  Codes codes = coded("AACGN", Letters::kExact);
+  reverseComplement(codes);
+  EXPECT_EQ(codes, coded("NCGTT", Letters::kExact));
+}
+
+TEST(LetterCodes, GcCountsUnknownBasesAsOthers) {
+  EXPECT_EQ(gcPercent(coded("ACGN", Letters::kExact)), 50.0);
+  EXPECT_EQ(gcPercent(Codes{}), 0.0);
+}
+
+}  // namespace
+}  // namespace velto
