@@ -21,6 +21,8 @@ Json jsonOf(const BaseErrorRates& rates) {
           {"substitution", rates.substitution}};
 }
 
+Json jsonOf(const std::optional<double>& share) { return share ? Json(*share) : Json(nullptr); }
+
 // A finite number from 0 to `most`.
 double numberOf(const Json& json, const char* name, double most) {
   const double number = json.at(name).get<double>();
@@ -31,6 +33,11 @@ double numberOf(const Json& json, const char* name, double most) {
 BaseErrorRates ratesOf(const Json& json, double most) {
   return {numberOf(json, "insertion", most), numberOf(json, "deletion", most),
           numberOf(json, "substitution", most)};
+}
+
+std::optional<double> shareOf(const Json& json, const char* name) {
+  if (json.at(name).is_null()) return std::nullopt;
+  return numberOf(json, name, 1.0);
 }
 
 constexpr double kMostFactor = 1e6;  // of an error rate
@@ -50,9 +57,8 @@ Calibration calibrationOf(const Json& json) {
   calibration.reads = static_cast<int>(numberOf(json, "reads", 1e9));
   const Json& rates = json.at("error_rates");
   if (!rates.is_null()) calibration.errorRates = ratesOf(rates, 1.0);
-  if (!json.at("coding_share").is_null()) {
-    calibration.codingShare = numberOf(json, "coding_share", 1.0);
-  }
+  calibration.codingShare = shareOf(json, "coding_share");
+  calibration.truncatedShare = shareOf(json, "truncated_share");
   calibration.qualities = qualitiesOf(json.at("qualities"));
   return calibration;
 }
@@ -79,6 +85,12 @@ std::string calibrationText(const Calibration& calibration) {
     if (!text.empty()) text += "; ";
     text += percent(*calibration.codingShare) + " of the reads code";
   }
+  if (calibration.truncatedShare) {
+    if (!text.empty()) text += calibration.codingShare ? ", " : "; ";
+    text += percent(*calibration.truncatedShare) +
+            (calibration.codingShare ? " of these" : " of the coding reads") +
+            " begin inside their coding region";
+  }
   if (text.empty() || calibration.reads == 0) return text;
   return text + "; learnt from " + std::to_string(calibration.reads) + " reads" +
          (calibration.qualities.empty() ? "" : " and their qualities");
@@ -88,7 +100,8 @@ std::string calibrationJson(const Calibration& calibration) {
   Json json;
   json["reads"] = calibration.reads;
   json["error_rates"] = calibration.errorRates ? jsonOf(*calibration.errorRates) : Json(nullptr);
-  json["coding_share"] = calibration.codingShare ? Json(*calibration.codingShare) : Json(nullptr);
+  json["coding_share"] = jsonOf(calibration.codingShare);
+  json["truncated_share"] = jsonOf(calibration.truncatedShare);
   json["qualities"] = Json::array();
   for (const QualityBin& bin : calibration.qualities) {
     Json entry = jsonOf(bin.factors);

@@ -10,6 +10,7 @@ Calibration known() {
   calibration.reads = 1000;
   calibration.errorRates = BaseErrorRates{0.1 / 3, 0.007, 0.0125};
   calibration.codingShare = 2.0 / 3;
+  calibration.truncatedShare = 1.0 / 7;
   calibration.qualities = {{7, {4.5, 3.25, 2}}, {93, {1.0 / 7, 0.5, 0.25}}};
   return calibration;
 }
@@ -27,6 +28,7 @@ TEST(FileCalibration, IsReadBackToTheLastBit) {
     EXPECT_EQ(again.reads, 1000);
     expectEqual(again.errorRates.value(), known().errorRates.value());
     EXPECT_EQ(again.codingShare.value(), 2.0 / 3);
+    EXPECT_EQ(again.truncatedShare.value(), 1.0 / 7);
     ASSERT_EQ(again.qualities.size(), 2U);
     EXPECT_EQ(again.qualities[0].most, 7);
     EXPECT_EQ(again.qualities[1].most, 93);
@@ -40,6 +42,7 @@ TEST(FileCalibration, OfNothingKnownIsReadBackAsSuch) {
   EXPECT_EQ(again.reads, 0);
   EXPECT_FALSE(again.errorRates.has_value());
   EXPECT_FALSE(again.codingShare.has_value());
+  EXPECT_FALSE(again.truncatedShare.has_value());
   EXPECT_TRUE(again.qualities.empty());
 }
 
@@ -61,7 +64,7 @@ TEST(FileCalibration, ThatIsNoneIsRefusedWithTheFile) {
   EXPECT_EQ(refusalOf("{}"), none);
   EXPECT_EQ(refusalOf(R"({"calibration": null})"), none);
   EXPECT_EQ(refusalOf(R"({"reads": "x", "error_rates": null, "coding_share": null,)"
-                      R"( "qualities": []})"),
+                      R"( "truncated_share": null, "qualities": []})"),
             none);
 }
 
@@ -73,6 +76,7 @@ TEST(FileCalibration, OutOfRangeIsRefused) {
   };
   EXPECT_EQ(refusalOf(with("insertion", "1.5")), "c.json: insertion is out of range");
   EXPECT_EQ(refusalOf(with("coding_share", "-0.5")), "c.json: coding_share is out of range");
+  EXPECT_EQ(refusalOf(with("truncated_share", "2")), "c.json: truncated_share is out of range");
   EXPECT_EQ(refusalOf(with("reads", "1e99")), "c.json: reads is out of range");
   EXPECT_EQ(refusalOf(with("most", "300")), "c.json: most is out of range");
   EXPECT_EQ(refusalOf(with("most", "93")), "c.json: the qualities do not ascend");
@@ -80,11 +84,17 @@ TEST(FileCalibration, OutOfRangeIsRefused) {
 
 TEST(FileCalibration, IsToldInPercent) {
   EXPECT_EQ(calibrationText(known()),
-            "3.33 % insertions, 0.70 % deletions, 1.25 % substitutions; 66.67 % of the reads code; "
-            "learnt from 1000 reads and their qualities");
+            "3.33 % insertions, 0.70 % deletions, 1.25 % substitutions; 66.67 % of the reads code, "
+            "14.29 % of these begin inside their coding region; learnt from 1000 reads and their "
+            "qualities");
   Calibration rates;
   rates.errorRates = BaseErrorRates{0.01, 0, 0};
   EXPECT_EQ(calibrationText(rates), "1.00 % insertions, 0.00 % deletions, 0.00 % substitutions");
+  rates.truncatedShare = 0.25;
+  EXPECT_EQ(
+      calibrationText(rates),
+      "1.00 % insertions, 0.00 % deletions, 0.00 % substitutions; 25.00 % of the coding reads "
+      "begin inside their coding region");
   EXPECT_EQ(calibrationText({}), "");
   Calibration tooFew;
   tooFew.reads = 3;

@@ -178,7 +178,7 @@ std::string qualityTable(std::span<const QualityBin> bins) {
 }
 
 std::string errorSection(const Calibration& calibration) {
-  if (!calibration.errorRates && !calibration.codingShare) return "";
+  if (!calibration.errorRates && !calibration.codingShare && !calibration.truncatedShare) return "";
   std::string body;
   if (calibration.reads > 0) {
     body += paragraph("Learnt from the first " + grouped(calibration.reads) +
@@ -194,6 +194,10 @@ std::string errorSection(const Calibration& calibration) {
   if (calibration.codingShare) {
     body +=
         paragraph("Share of coding reads: " + decimal(100 * *calibration.codingShare) + "\u00A0%.");
+  }
+  if (calibration.truncatedShare) {
+    body += paragraph("Share of coding reads that begin inside their coding region: " +
+                      decimal(100 * *calibration.truncatedShare) + "\u00A0%.");
   }
   return section("Errors of the reads", body + qualityTable(calibration.qualities));
 }

@@ -131,11 +131,13 @@ TEST_F(RunReportTest, TellsLearntErrorRatesAndWhatQualitiesSay) {
   run.calibration.reads = 1000;
   run.calibration.errorRates = {0.015, 0.02, 0.001};
   run.calibration.codingShare = 0.4;
+  run.calibration.truncatedShare = 0.25;
   EXPECT_TRUE(holds(report(), "Learnt from the first 1\u202F000 reads"));
   EXPECT_TRUE(holds(report(),
                     "Errors of the file</th><td class=\"number\">1.5</td>"
                     "<td class=\"number\">2</td><td class=\"number\">0.1</td>"));
   EXPECT_TRUE(holds(report(), "Share of coding reads: 40\u00A0%."));
+  EXPECT_TRUE(holds(report(), "that begin inside their coding region: 25\u00A0%."));
   EXPECT_TRUE(holds(report(), "Base qualities were not used."));
   run.calibration.qualities = {{9, {4, 3, 2}}, {93, {0.5, 0.25, 0.125}}};
   EXPECT_TRUE(holds(report(), "10 to 93</th><td class=\"number\">0.5</td>"));

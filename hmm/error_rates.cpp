@@ -25,6 +25,7 @@ constexpr std::size_t kErrorKinds = 3;
 // What the posteriors of the sample expect under some rates.
 struct ExpectedErrors {
   double codingBases = 0.0;
+  double innerStops = 0.0;                      // stop codons that the coding region reads through
   std::array<BinSums, kErrorKinds> events{};    // [kind][bin]; without qualities all in bin 0
   std::array<BinSums, kErrorKinds> modelled{};  // events that the rates themselves lead to
 
@@ -33,7 +34,13 @@ struct ExpectedErrors {
     for (const double n : events[kind]) sum += n;
     return sum;
   }
+
+  // Events per coding base, as if 1000 bases more had had this many.
+  double rate(double count, double prior) const { return (count + prior) / (codingBases + 1000.0); }
 };
+
+// Even of no events that many more are counted, in indels and in inner stop codons.
+constexpr double kPriorIndels = 0.1, kPriorStops = 0.15;
 
 // ratio^1.7: a plain step of expectation maximisation goes too short a way.
 double acceleratedStep(double expected, double old) {
@@ -41,11 +48,18 @@ double acceleratedStep(double expected, double old) {
   return old * static_cast<double>(powerOfTwo(static_cast<float>(std::clamp(power, -20.0, 20.0))));
 }
 
-double substitutionFor(double indels) { return std::clamp(indels, 0.001, 0.013); }
+// Coding regions that do not look like one pass for this many errors in error-free reads, per
+// coding base: insertions or deletions, and inner stop codons.
+constexpr double kMisfit = 5e-5, kStopMisfit = 1e-5;
 
-// Coding regions that do not look like one pass for this many errors in error-free reads.
-constexpr double kMisfit = 3e-5;
-constexpr double kLeastRate = 1e-6;
+// Substitutions themselves cannot be told from codons that the tables do not expect. Stop codons
+// can: of 1000 wrong bases some 40 make one, and the model reads through some 30 of these where
+// little else is wrong. Elsewhere the indels set the rate.
+constexpr double kStopsOfSubstitution = 0.03;
+
+double substitutionFor(double indels, double innerStops) {
+  return std::clamp(std::max(indels, innerStops / kStopsOfSubstitution), 1e-5, 0.013);
+}
 
 // The network sharpens posteriors, while the rates learnt without it absorb what the tables do not
 // explain: fewer errors are left for it. Where errors are frequent, they are real.
@@ -66,17 +80,14 @@ class Learner {
 
   LearntRates learn() {
     const int rounds = hasQualities() ? 6 : 4;
+    ExpectedErrors errors;
     for (int round = 0; round < rounds; ++round) {
-      const ExpectedErrors errors = expectedErrors();
+      errors = expectedErrors();
       if (errors.codingBases <= 0.0) break;
       updateMean(errors);
       updateQualities(errors);
     }
-    BaseErrorRates& mean = learnt_.mean;
-    const double kept = shareKept(mean.insertion + mean.deletion);
-    mean.insertion = std::max(kLeastRate, kept * mean.insertion - kMisfit);
-    mean.deletion = std::max(kLeastRate, kept * mean.deletion - kMisfit);
-    mean.substitution = substitutionFor(mean.insertion + mean.deletion);
+    takeOffMisfit(errors);
     return learnt_;
   }
 
@@ -128,6 +139,7 @@ class Learner {
       const std::size_t own = binAt(read, i),
                         gap = i == 0 ? own : std::min(own, binAt(read, i - 1));
       errors.codingBases += coding;
+      if (i >= 2 && isStopCodon(lattice_.context.codons[i - 2])) errors.innerStops += p.state[kC2];
       errors.events[kInserted][own] += inserted;
       errors.modelled[kInserted][own] += coding * rates.insertion;
       errors.events[kDeleted][gap] += deleted;
@@ -155,13 +167,25 @@ class Learner {
 
   void updateMean(const ExpectedErrors& errors) {
     const auto rate = [&](ErrorKind kind, double old) {
-      return acceleratedStep((errors.total(kind) + 0.1) / (errors.codingBases + 1000.0), old);
+      return acceleratedStep(errors.rate(errors.total(kind), kPriorIndels), old);
     };
     BaseErrorRates& mean = learnt_.mean;
     mean.insertion = std::clamp(rate(kInserted, mean.insertion), 1e-5, 0.04);
     mean.deletion = std::clamp(rate(kDeleted, mean.deletion), 1e-5, 0.06);
-    mean.substitution = substitutionFor(mean.insertion + mean.deletion);
+    mean.substitution = substitutionFor(mean.insertion + mean.deletion,
+                                        errors.rate(errors.innerStops, kPriorStops));
     fillBins();
+  }
+
+  // Leaves what the tables do not explain to the network, but no less than these bases can tell.
+  void takeOffMisfit(const ExpectedErrors& errors) {
+    BaseErrorRates& mean = learnt_.mean;
+    const double kept = shareKept(mean.insertion + mean.deletion);
+    const double least = errors.rate(0.0, kPriorIndels);
+    mean.insertion = std::max(least, kept * mean.insertion - kMisfit);
+    mean.deletion = std::max(least, kept * mean.deletion - kMisfit);
+    const double stops = errors.rate(errors.innerStops, kPriorStops) - kStopMisfit;
+    mean.substitution = substitutionFor(mean.insertion + mean.deletion, stops);
   }
 
   void updateQualities(const ExpectedErrors& errors) {

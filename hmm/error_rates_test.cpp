@@ -19,7 +19,8 @@ TEST(ErrorRates, FindsTheRatesOfReads) {
   const LearntRates rates = learnErrorRates(toyModel(), reads.views());
   EXPECT_NEAR(rates.mean.insertion, 0.8 * 0.004, 0.0008);
   EXPECT_NEAR(rates.mean.deletion, 0.8 * 0.008, 0.0012);
-  EXPECT_DOUBLE_EQ(rates.mean.substitution, rates.mean.insertion + rates.mean.deletion);
+  EXPECT_GE(rates.mean.substitution, rates.mean.insertion + rates.mean.deletion);
+  EXPECT_LE(rates.mean.substitution, 0.013);
   EXPECT_TRUE(rates.qualities.empty());
 }
 
@@ -36,7 +37,20 @@ TEST(ErrorRates, CleanReadsHaveNextToNone) {
   const LearntRates rates = learnErrorRates(toyModel(), reads.views());
   EXPECT_LT(rates.mean.insertion, 1e-4);
   EXPECT_LT(rates.mean.deletion, 1e-4);
-  EXPECT_EQ(rates.mean.substitution, 0.001);
+  EXPECT_LT(rates.mean.substitution, 1e-4);
+}
+
+TEST(ErrorRates, CleanReadsHaveTheFewerTheMoreBasesTheyAre) {
+  const ToyReads few = readsOf(20, {}), many = readsOf(200, {});
+  EXPECT_NEAR(learnErrorRates(toyModel(), few.views()).mean.deletion, 0.1 / 13000, 1e-6);
+  EXPECT_NEAR(learnErrorRates(toyModel(), many.views()).mean.deletion, 0.1 / 121000, 1e-7);
+}
+
+TEST(ErrorRates, SubstitutionsAreLearntFromInnerStopCodons) {
+  const ToyReads reads = readsOf(300, {0.0, 0.0, 1.0, 10, 10, 0.004});
+  const LearntRates rates = learnErrorRates(toyModel(), reads.views());
+  EXPECT_LT(rates.mean.insertion + rates.mean.deletion, 2e-4);
+  EXPECT_GT(rates.mean.substitution, 0.001);
 }
 
 TEST(ErrorRates, FewReadsKeepTheDefaults) {
@@ -50,8 +64,8 @@ TEST(ErrorRates, ReadsThatDoNotCodeTellNothing) {
   ToyReads reads(3);
   for (int i = 0; i < 100; ++i) reads.addEven(300);
   const LearntRates rates = learnErrorRates(toyModel(), reads.views());
-  EXPECT_NEAR(rates.mean.insertion, 0.8 * 0.005, 5e-5);
-  EXPECT_NEAR(rates.mean.deletion, 0.8 * 0.007, 5e-5);
+  EXPECT_NEAR(rates.mean.insertion, 0.8 * 0.005, 6e-5);
+  EXPECT_NEAR(rates.mean.deletion, 0.8 * 0.007, 6e-5);
 }
 
 TEST(ErrorRates, EmptyAndUnknownReadsAreHarmless) {
@@ -72,7 +86,7 @@ TEST(ErrorRates, DoubtfulBasesGetTheErrors) {
   EXPECT_EQ(rates.qualities[1].most, 255);
   EXPECT_GT(low.insertion, 10 * high.insertion);
   EXPECT_GT(low.deletion, 5 * high.deletion);
-  EXPECT_NEAR(0.1 * low.insertion + 0.9 * high.insertion, 1.0, 0.06);
+  EXPECT_NEAR(0.1 * low.insertion + 0.9 * high.insertion, 1.0, 0.08);
 }
 
 TEST(ErrorRates, EqualQualitiesAreOff) {

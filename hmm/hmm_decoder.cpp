@@ -135,7 +135,7 @@ void fillScores(const std::vector<FramePosterior>& frames, double probability, C
 HmmDecoder::HmmDecoder(const FileSource& files) : HmmDecoder(loadModel(files)) {}
 
 HmmDecoder::HmmDecoder(std::shared_ptr<const HmmModel> model)
-    : model_(std::move(model)), codingShare_(model_->decision.codingShare) {}
+    : trained_(std::move(model)), model_(trained_), codingShare_(trained_->decision.codingShare) {}
 
 std::unique_ptr<Decoder::Scratch> HmmDecoder::scratch() const {
   return std::make_unique<HmmScratch>(*model_, rates_);
@@ -251,40 +251,55 @@ Calibration HmmDecoder::learn(std::span<const ReadView> sample, const Calibratio
   learnt.reads = static_cast<int>(sample.size());
   if (!known.errorRates || known.qualities.empty()) {
     const LearntRates rates = known.errorRates
-                                  ? learnQualityRates(*model_, *known.errorRates, sample)
-                                  : learnErrorRates(*model_, sample);
+                                  ? learnQualityRates(*trained_, *known.errorRates, sample)
+                                  : learnErrorRates(*trained_, sample);
     const bool tells = known.errorRates || sample.size() >= kLeastReadsForRates;
     if (tells) learnt.errorRates = rates.mean;
     if (known.qualities.empty()) learnt.qualities = rates.qualities;
   }
-  if (!known.codingShare && sample.size() >= kLeastReadsForShare) {
-    HmmDecoder fitted(*this);
-    fitted.rates_ = FileRates(learnt.errorRates.value_or(kDefaultRates), learnt.qualities);
-    learnt.codingShare = fitted.learnShare(sample);
+  const bool isUnknown = !known.codingShare || !known.truncatedShare;
+  if (isUnknown && sample.size() >= kLeastReadsForShare) {
+    fittedTo(learnt).learnShares(sample, learnt);
   }
   return learnt;
 }
 
 std::shared_ptr<const Decoder> HmmDecoder::calibrated(const Calibration& calibration) const {
-  const auto fitted = std::make_shared<HmmDecoder>(*this);
-  fitted->rates_ = FileRates(calibration.errorRates.value_or(kDefaultRates), calibration.qualities);
-  fitted->codingShare_ =
-      std::clamp(calibration.codingShare.value_or(model_->decision.codingShare), 0.001, 0.999);
+  return std::make_shared<HmmDecoder>(fittedTo(calibration));
+}
+
+HmmDecoder HmmDecoder::fittedTo(const Calibration& calibration) const {
+  const auto usable = [](double share) { return std::clamp(share, 0.001, 0.999); };
+  HmmDecoder fitted(trained_);
+  fitted.rates_ = FileRates(calibration.errorRates.value_or(kDefaultRates), calibration.qualities);
+  fitted.codingShare_ = usable(calibration.codingShare.value_or(trained_->decision.codingShare));
+  if (calibration.truncatedShare) {
+    const auto model = std::make_shared<HmmModel>(*trained_);
+    model->truncatedShare = usable(*calibration.truncatedShare);
+    model->weights =
+        withTruncatedShare(trained_->weights, trained_->truncatedShare, model->truncatedShare);
+    fitted.model_ = model;
+  }
   return fitted;
 }
 
-double HmmDecoder::learnShare(std::span<const ReadView> sample) const {
+void HmmDecoder::learnShares(std::span<const ReadView> sample, Calibration& learnt) const {
   const std::size_t count = std::min(kMostShareReads, sample.size());
   std::vector<ReadView> chosen;
   for (std::size_t k = 0; k < count; ++k) {
     const ReadView& read = sample[k * sample.size() / count];
     if (!read.codes.empty()) chosen.push_back(read);
   }
+  const std::vector<ReadEvidence> evidence = evidenceOfAll(chosen);
   std::vector<double> probabilities;
-  for (const ReadEvidence& evidence : evidenceOfAll(chosen)) {
-    probabilities.push_back(codingProbability(model_->decision, evidence));
+  for (const ReadEvidence& read : evidence) {
+    probabilities.push_back(codingProbability(model_->decision, read));
   }
-  return learnCodingShare(probabilities, model_->decision.codingShare);
+  const double modelShare = model_->decision.codingShare;
+  if (!learnt.codingShare) learnt.codingShare = learnCodingShare(probabilities, modelShare);
+  if (learnt.truncatedShare) return;
+  for (double& p : probabilities) p = withShare(p, modelShare, *learnt.codingShare);
+  learnt.truncatedShare = learnTruncatedShare(evidence, probabilities, model_->truncatedShare);
 }
 
 }  // namespace velto

@@ -42,7 +42,10 @@ class HmmDecoder : public Decoder {
   std::shared_ptr<const Decoder> calibrated(const Calibration& calibration) const override;
 
  private:
-  double learnShare(std::span<const ReadView> sample) const;
+  HmmDecoder fittedTo(const Calibration& calibration) const;
+
+  // Learns the unknown shares of the calibration whose rates this decoder has.
+  void learnShares(std::span<const ReadView> sample, Calibration& learnt) const;
 
   // Sets all of the call but path and scores.
   void decide(const ReadEvidence& evidence, const Wishes& wishes, Call& call) const;
@@ -54,7 +57,8 @@ class HmmDecoder : public Decoder {
   // Of reads of one base or more, in their order.
   std::vector<ReadEvidence> evidenceOfAll(std::span<const ReadView> reads) const;
 
-  std::shared_ptr<const HmmModel> model_;
+  std::shared_ptr<const HmmModel> trained_;
+  std::shared_ptr<const HmmModel> model_;  // the trained one, its weights for the file's reads
   FileRates rates_;
   double codingShare_;
 };

@@ -174,6 +174,8 @@ TEST(HmmDecoder, CalibrationLearnsRatesAndShare) {
   EXPECT_GT(learnt.errorRates->deletion, 0.01);
   ASSERT_TRUE(learnt.codingShare.has_value());
   EXPECT_GT(*learnt.codingShare, 0.85);
+  ASSERT_TRUE(learnt.truncatedShare.has_value());
+  EXPECT_GT(*learnt.truncatedShare, 0.8);
   EXPECT_TRUE(learnt.qualities.empty());
 }
 
@@ -187,6 +189,11 @@ TEST(HmmDecoder, CalibratedDecodingDiffers) {
   calibration.codingShare = 0.1;
   EXPECT_LT(decoded(*decoder.calibrated(calibration), reads.views()[0]).probability, plain);
   calibration.codingShare.reset();
+  calibration.truncatedShare = 0.1;
+  const auto whole = decoder.calibrated(calibration);
+  EXPECT_LT(decoded(*whole, reads.views()[0]).score, decoded(decoder, reads.views()[0]).score);
+  EXPECT_EQ(decoded(*whole->calibrated({}), reads.views()[0]).probability, plain);
+  calibration.truncatedShare.reset();
   calibration.errorRates = BaseErrorRates{0.05, 0.05, 0.05};
   EXPECT_NE(decoded(*decoder.calibrated(calibration), reads.views()[0]).probability, plain);
 }
@@ -198,6 +205,7 @@ TEST(HmmDecoder, TinyFilesLearnNothing) {
     const Calibration learnt = HmmDecoder(sharedToy()).learn(reads.views(), {});
     EXPECT_FALSE(learnt.errorRates.has_value()) << count;
     EXPECT_FALSE(learnt.codingShare.has_value()) << count;
+    EXPECT_FALSE(learnt.truncatedShare.has_value()) << count;
   }
 }
 
@@ -207,6 +215,7 @@ TEST(HmmDecoder, FiftyReadsTellRatesAndShare) {
   const Calibration learnt = HmmDecoder(sharedToy()).learn(reads.views(), {});
   EXPECT_TRUE(learnt.errorRates.has_value());
   EXPECT_TRUE(learnt.codingShare.has_value());
+  EXPECT_TRUE(learnt.truncatedShare.has_value());
 }
 
 TEST(HmmDecoder, WhatIsKnownStays) {
@@ -215,9 +224,13 @@ TEST(HmmDecoder, WhatIsKnownStays) {
   Calibration known;
   known.errorRates = BaseErrorRates{0.001, 0.002, 0.003};
   known.codingShare = 0.3;
-  const Calibration learnt = HmmDecoder(sharedToy()).learn(reads.views(true), known);
+  const HmmDecoder decoder(sharedToy());
+  EXPECT_GT(*decoder.learn(reads.views(true), known).truncatedShare, 0.8);
+  known.truncatedShare = 0.4;
+  const Calibration learnt = decoder.learn(reads.views(true), known);
   EXPECT_EQ(learnt.errorRates->insertion, 0.001);
   EXPECT_EQ(learnt.codingShare, 0.3);
+  EXPECT_EQ(learnt.truncatedShare, 0.4);
   EXPECT_EQ(learnt.qualities.size(), 2U);
 }
 
@@ -232,7 +245,7 @@ TEST(HmmDecoder, ModelsAreReadFromTheirFile) {
   expectSame(decoded(decoder, reads.views()[0]),
              decoded(HmmDecoder(sharedToy()), reads.views()[0]));
   try {
-    HmmDecoder damaged(sourceOf("VELTO posterior model 2\n\n"));
+    HmmDecoder damaged(sourceOf("VELTO posterior model 3\n\n"));
     FAIL();
   } catch (const ModelError& error) {
     EXPECT_EQ(std::string(error.what()), "hmm/posterior.txt:2: missing number");

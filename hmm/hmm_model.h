@@ -108,6 +108,20 @@ struct PathWeights {
   float beginStart = 0.0f;  // of a read that begins with the start codon, times its weight
 };
 
+// Reads that begin before a start codon are preferred in decoding, which finds more start codons
+// exactly: their weight holds this factor beyond what their share is.
+constexpr float kUtr5Preference = 3.3333333f;
+
+// The weights for reads of which `share` of the coding ones begin inside their coding region, from
+// those for reads of which `modelShare` do. Both lie between 0 and 1.
+inline PathWeights withTruncatedShare(PathWeights weights, double modelShare, double share) {
+  const auto whole = static_cast<float>((1.0 - share) / (1.0 - modelShare));
+  weights.beginCoding *= static_cast<float>(share / modelShare);
+  weights.beginUtr5 *= whole;
+  weights.beginStart *= whole;
+  return weights;
+}
+
 // P(coding) of a read under the calibration's share of coding reads: logistic of
 // constant + logOdds * (its log odds, cut) + codingBases * min(6, expected coding bases / 100).
 struct ReadDecision {
@@ -126,6 +140,8 @@ struct HmmModel {
   std::array<std::array<float, 4>, kKozakPlaces> kozak{};  // [place][base code] likelihood ratio
   std::array<float, kStopCodons> stopShare{};              // TAA, TAG, TGA
   PathWeights weights;
+  double truncatedShare = 0.5;  // of the coding reads that the weights are for: those that begin
+                                // inside their coding region
   WindowNetwork network;
   ReadDecision decision;
 

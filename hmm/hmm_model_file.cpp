@@ -14,7 +14,7 @@
 namespace velto {
 namespace {
 
-constexpr std::string_view kTitle = "VELTO posterior model 2";
+constexpr std::string_view kTitle = "VELTO posterior model 3";
 
 // The path weights behind those of start codons, in the order of the file.
 constexpr float PathWeights::*kWeights[] = {&PathWeights::stop,           &PathWeights::stayUtr5,
@@ -132,6 +132,7 @@ std::string hmmModelText(const HmmModel& model) {
   for (const float weight : model.weights.start) out.number(weight);
   for (const auto weight : kWeights) out.number(model.weights.*weight);
   out.end();
+  out.word("truncated-share").number(model.truncatedShare).end();
   out.word("decision");
   for (const auto number : kDecision) out.number(model.decision.*number);
   out.end();
@@ -323,6 +324,9 @@ void readModel(Reader& in, HmmModel& model) {
   for (float& weight : model.weights.start) weight = in.number<float>(1e-9f, 10.0f);
   for (const auto weight : kWeights) model.weights.*weight = in.number<float>(1e-9f, 10.0f);
   if (model.weights.stayUtr5 > 1.0f) in.fail("number out of range");
+  in.endLine();
+  in.line("truncated-share");
+  model.truncatedShare = in.number<double>(0.01, 0.99);
   in.endLine();
   in.line("decision");
   for (const auto number : kDecision) model.decision.*number = in.number<double>(-100.0, 100.0);

@@ -27,6 +27,7 @@ HmmModel randomModel() {
     for (float& x : place) x = roundedToFile(3.99f * static_cast<float>(random.real()) + 0.001f);
   }
   model.weights.start = {0.1f / 3.0f, 0.02f / 3.0f, 0.001f};
+  model.truncatedShare = 1.0 / 7.0;
   model.decision = {-1.0 / 3.0, 1.0 / 7.0, 2.0 / 3.0, 0.58};
   return model;
 }
@@ -56,19 +57,20 @@ TEST(HmmModelFile, WrittenModelsReadBackTheSame) {
   EXPECT_EQ(read.network.output, model.network.output);
   EXPECT_EQ(read.network.outputBias, model.network.outputBias);
   EXPECT_EQ(read.weights.start, model.weights.start);
+  EXPECT_EQ(read.truncatedShare, model.truncatedShare);
   EXPECT_EQ(read.decision.logOdds, model.decision.logOdds);
 }
 
 TEST(HmmModelFile, NamesLineAndReason) {
   const std::string text = hmmModelText(toyModel());
-  const HmmFileStatus title = statusOf(withLine(text, 1, "VELTO posterior model 1"));
+  const HmmFileStatus title = statusOf(withLine(text, 1, "VELTO posterior model 2"));
   EXPECT_EQ(title.line, 1);
-  EXPECT_EQ(title.reason, "expected 'VELTO posterior model 2'");
-  const HmmFileStatus word = statusOf(withLine(text, 4, "stop 250000 250000 500000"));
-  EXPECT_EQ(word.line, 4);
+  EXPECT_EQ(title.reason, "expected 'VELTO posterior model 3'");
+  const HmmFileStatus word = statusOf(withLine(text, 5, "stop 250000 250000 500000"));
+  EXPECT_EQ(word.line, 5);
   EXPECT_EQ(word.reason, "expected 'stops'");
-  const HmmFileStatus range = statusOf(withLine(text, 4, "stops 250000 250000 1000001"));
-  EXPECT_EQ(range.line, 4);
+  const HmmFileStatus range = statusOf(withLine(text, 5, "stops 250000 250000 1000001"));
+  EXPECT_EQ(range.line, 5);
   EXPECT_EQ(range.reason, "number out of range");
 }
 
@@ -82,27 +84,30 @@ TEST(HmmModelFile, EveryIrregularLineIsRefused) {
       {2, "weights 0.05 0.1 0.1 0.02 0.995 0.2 0.3 0.3 0.1 0.1 0.1"},
       {2, "weights 0.05 0.1 0.1 0.02 0.995 0.2 0.3 0.3 0.1 0.1 "},
       {2, "weights  0.05 0.1 0.1 0.02 0.995 0.2 0.3 0.3 0.1 0.1"},
-      {3, "decision 1e400 1 1 0.5"},
-      {3, "decision inf 1 1 0.5"},
-      {3, "decision 1 1 1 1"},
-      {4, "stops 250000 250000 0x10"},
-      {4, "stops 250000 250000 +5"},
-      {4, "stops 250000 250000 5.5"},
-      {4, "stops 250000 250000 007"},
-      {4, "stops 250000 250000 -1"},
-      {6, "0 1 1 1"},
-      {6, "1 1 1"},
-      {19, "0 1 1 1 1 1"},
-      {4115, "network 9 16 1"},
-      {4115, "network 1 17 1"},
-      {4115, "network 1 1000000000 1"},
-      {4115, "network 1 16 99999999999999999999"},
-      {4115, "network 1 16 0"},
-      {4116, "offsets 61"},
-      {4117, "scale -1"},
-      {4118, "output-bias 0 0 0 0 0 101"},
-      {4120, "0 0 0 0 0 0 0 0 0 0 0 0 0 0 0 32768"},
-      {4149, "0 0 0 0 0 0 0 0 0 0 0 0 0 0 0 128"},
+      {3, "truncated-share 0.001"},
+      {3, "truncated-share 0.995"},
+      {3, "truncated-share 0.5 0.5"},
+      {4, "decision 1e400 1 1 0.5"},
+      {4, "decision inf 1 1 0.5"},
+      {4, "decision 1 1 1 1"},
+      {5, "stops 250000 250000 0x10"},
+      {5, "stops 250000 250000 +5"},
+      {5, "stops 250000 250000 5.5"},
+      {5, "stops 250000 250000 007"},
+      {5, "stops 250000 250000 -1"},
+      {7, "0 1 1 1"},
+      {7, "1 1 1"},
+      {20, "0 1 1 1 1 1"},
+      {4116, "network 9 16 1"},
+      {4116, "network 1 17 1"},
+      {4116, "network 1 1000000000 1"},
+      {4116, "network 1 16 99999999999999999999"},
+      {4116, "network 1 16 0"},
+      {4117, "offsets 61"},
+      {4118, "scale -1"},
+      {4119, "output-bias 0 0 0 0 0 101"},
+      {4121, "0 0 0 0 0 0 0 0 0 0 0 0 0 0 0 32768"},
+      {4150, "0 0 0 0 0 0 0 0 0 0 0 0 0 0 0 128"},
   };
   for (const auto& [line, damage] : damages) {
     const HmmFileStatus status = statusOf(withLine(text, line, damage));

@@ -378,7 +378,13 @@ StateRow LatticeLanes::lastRow(std::size_t lane) const {
 }
 
 ReadEvidence LatticeLanes::evidence(std::size_t lane) const {
-  return evidenceOf(lastRow(lane), tables_.ofRegion[lane]);
+  // A lane without a read has zeros.
+  const std::size_t begin = std::min(emissions_->begin[lane], emissions_->positions - 1);
+  const LaneRow* first = tables_.values.data() + begin * kHmmStates;
+  const LaneRow* phases = first + kCodingBase;
+  return evidenceOf(lastRow(lane), {tables_.ofRegion[lane],
+                                    truncatedPosterior(phases[0][lane], phases[1][lane],
+                                                       phases[2][lane], first[kStartBase][lane])});
 }
 
 void LatticeLanes::framePosteriors(std::size_t lane, float factor,

@@ -58,6 +58,7 @@ void expectPlain(const PathWeights& weights, const std::vector<BaseEmission>& em
   EXPECT_EQ(plain.logOdds, fast.logOdds);
   EXPECT_EQ(plain.logOdds, lanes.logOdds(lane));
   EXPECT_EQ(plain.codingBases, fast.codingBases);
+  EXPECT_EQ(plain.truncated, fast.truncated);
   std::vector<FramePosterior> plainFrames, fastFrames;
   framePosteriors(posteriors, factor, plainFrames);
   lanes.framePosteriors(lane, factor, fastFrames);
@@ -132,6 +133,7 @@ TEST(LatticeLanes, ReadWithoutAnyPathHasNoPosteriors) {
   lanes.scorePaths(LaneRow{});
   expectPlain(weights, reads[1], lanes, 1, 0.0f);
   EXPECT_EQ(lanes.evidence(1).codingBases, 0.0);
+  EXPECT_EQ(lanes.evidence(1).truncated, 0.0);
 }
 
 }  // namespace

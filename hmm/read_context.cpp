@@ -25,13 +25,10 @@ void indexWords(std::span<const short> codes, std::vector<std::uint16_t>& fiveMe
 // What a codon makes of the context of the codons behind it; kOpenFrame: it leaves it.
 constexpr std::array<StartContext, kCodons + 1> contextsSet() {
   std::array<StartContext, kCodons + 1> sets{};
-  const auto set = [&sets](int first, int second, int third, StartContext context) {
-    sets[static_cast<std::size_t>(codonIndex(first, second, third))] = context;
-  };
-  set(0, 1, 2, kAfterStart);
-  set(1, 0, 0, kAfterStop);
-  set(1, 0, 2, kAfterStop);
-  set(1, 2, 0, kAfterStop);
+  for (CodonIndex codon = 0; codon < kCodons; ++codon) {
+    if (isStopCodon(codon)) sets[codon] = kAfterStop;
+  }
+  sets[codonIndex(0, 1, 2)] = kAfterStart;
   return sets;
 }
 

@@ -16,6 +16,11 @@ namespace velto {
 using CodonIndex = std::uint8_t;
 constexpr CodonIndex kUnreadCodon = kCodons;
 
+constexpr bool isStopCodon(CodonIndex codon) {
+  return codon == codonIndex(1, 0, 0) || codon == codonIndex(1, 0, 2) ||
+         codon == codonIndex(1, 2, 0);
+}
+
 // Longest words of bases that are looked at.
 constexpr int kMostLetters = 5;
 

@@ -5,23 +5,33 @@
 #include "hmm/float_math.h"
 
 namespace velto {
+namespace {
 
-ReadEvidence evidenceOf(const StateRow& lastRow, double codingPosteriors) {
-  const double logOdds = logOddsOfCoding(lastRow);
-  return {logOdds, codingPosteriors / logisticOf(logOdds)};
+// A share is learnt as if so many reads more had told that of the model.
+constexpr double kPriorReads = 20.0;
+constexpr int kShareRounds = 50;
+
+}  // namespace
+
+ReadEvidence evidenceOf(const StateRow& lastRow, const CodingPosteriors& posteriors) {
+  const double logOdds = logOddsOfCoding(lastRow), coding = logisticOf(logOdds);
+  return {logOdds, posteriors.ofRegion / coding,
+          std::clamp(static_cast<double>(posteriors.truncated) / coding, 0.0, 1.0)};
 }
 
 ReadEvidence evidenceOf(const ForwardRows& forward, std::span<const StatePosterior> posteriors) {
-  double sum = 0.0;
+  const StateRow& first = posteriors.front().state;
+  CodingPosteriors sums;
+  sums.truncated = truncatedPosterior(first[kC0] + first[kS0], first[kC1], first[kC2], first[kS0]);
   for (const StatePosterior& base : posteriors) {
     const StateRow& p = base.state;
     const float coding = (p[kC0] + p[kC1]) + p[kC2];
     const float inserted = (p[kI0] + p[kI1]) + p[kI2];
     const float start = (p[kS0] + p[kS1]) + p[kS2];
     const float stop = (p[kE0] + p[kE1]) + p[kE2];
-    sum += (coding + inserted) + (start + stop);
+    sums.ofRegion += (coding + inserted) + (start + stop);
   }
-  return evidenceOf(forward.state.back(), sum);
+  return evidenceOf(forward.state.back(), sums);
 }
 
 double cutLogOdds(const ReadEvidence& evidence) {
@@ -48,15 +58,30 @@ double strandProbability(const ReadDecision& decision, double logOdds, double ot
 }
 
 double learnCodingShare(std::span<const double> probabilities, double calibrationShare) {
-  constexpr double kPriorReads = 20.0;
-  constexpr int kRounds = 50;
   if (probabilities.size() < kLeastReadsForShare) return calibrationShare;
   double share = calibrationShare;
-  for (int round = 0; round < kRounds; ++round) {
+  for (int round = 0; round < kShareRounds; ++round) {
     double sum = kPriorReads * calibrationShare;
     for (const double p : probabilities) sum += withShare(p, calibrationShare, share);
     share = sum / (static_cast<double>(probabilities.size()) + kPriorReads);
     share = std::clamp(share, 0.03, 0.97);
+  }
+  return share;
+}
+
+double learnTruncatedShare(std::span<const ReadEvidence> evidence,
+                           std::span<const double> probabilities, double modelShare) {
+  double coding = kPriorReads;
+  for (const double p : probabilities) coding += p;
+  // The share that the weights stand for: they prefer the others.
+  const double weighed = modelShare / (modelShare + (1.0 - modelShare) * kUtr5Preference);
+  double share = modelShare;
+  for (int round = 0; round < kShareRounds; ++round) {
+    double truncated = kPriorReads * modelShare;
+    for (std::size_t r = 0; r < evidence.size(); ++r) {
+      truncated += probabilities[r] * withShare(evidence[r].truncated, weighed, share);
+    }
+    share = truncated / coding;
   }
   return share;
 }

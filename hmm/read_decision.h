@@ -15,10 +15,23 @@ constexpr double kMinProbability = 0.5;
 struct ReadEvidence {
   double logOdds = 0.0;      // natural logarithm of the odds that the read has coding bases
   double codingBases = 0.0;  // expected number of them, given that there are any
+  double truncated = 0.0;  // probability that the read begins inside its coding region, given that
+                           // it has one
 };
 
-// Evidence from the last forward row and the sum over bases of the posteriors of coding states.
-ReadEvidence evidenceOf(const StateRow& lastRow, double codingPosteriors);
+// Posteriors that evidence is made of.
+struct CodingPosteriors {
+  double ofRegion = 0.0;   // of coding states, sum over the bases
+  float truncated = 0.0f;  // of a read that begins inside its coding region
+};
+
+// The latter from the first base: posteriors of the three phases, the start codon's first base
+// being of phase 0, and of a start codon. In this order, which lanes repeat.
+inline float truncatedPosterior(float phase0, float phase1, float phase2, float start) {
+  return ((phase0 + phase1) + phase2) - start;
+}
+
+ReadEvidence evidenceOf(const StateRow& lastRow, const CodingPosteriors& posteriors);
 
 ReadEvidence evidenceOf(const ForwardRows& forward, std::span<const StatePosterior> posteriors);
 
@@ -43,5 +56,11 @@ constexpr std::size_t kLeastReadsForShare = 50;
 // calibration's share, by expectation maximisation; within 0.03 and 0.97. The calibration's share
 // counts as twenty reads more, and for fewer than kLeastReadsForShare reads is taken as it is.
 double learnCodingShare(std::span<const double> probabilities, double calibrationShare);
+
+// Share of the coding reads of a file that begin inside their coding region, likewise, from the
+// evidence of a sample of its reads under the model's share and their probabilities of coding. The
+// model's share counts as twenty coding reads more.
+double learnTruncatedShare(std::span<const ReadEvidence> evidence,
+                           std::span<const double> probabilities, double modelShare);
 
 }  // namespace velto

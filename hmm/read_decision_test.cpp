@@ -53,5 +53,60 @@ TEST(ReadDecision, ShareIsBounded) {
   EXPECT_EQ(learnCodingShare(std::vector<double>(100000, 1.0), 0.58), 0.97);
 }
 
+// The posterior of the first base in phase 0 holds that of a start codon; 0.6 of it are left.
+TEST(ReadDecision, ReadsThatBeginInsideTheirRegionAreTold) {
+  StateRow row{};
+  row[kC0] = 0.1f, row[kC1] = 0.2f, row[kC2] = 0.15f, row[kS0] = 0.25f, row[kU5] = 0.05f;
+  row[kNC] = 0.25f;
+  StateRow last{};
+  last[kU3] = 0.75f, last[kNC] = 0.25f;
+  const ReadEvidence evidence = evidenceOf({{last}, {1.0f}}, std::vector{StatePosterior{row, {}}});
+  EXPECT_NEAR(evidence.truncated, 0.45 / 0.75, 1e-6);
+  EXPECT_NEAR(evidence.codingBases, 0.7 / 0.75, 1e-6);
+}
+
+std::vector<ReadEvidence> beginnings(std::size_t inside, std::size_t before, double sure) {
+  std::vector<ReadEvidence> reads(inside, {10.0, 300.0, sure});
+  reads.insert(reads.end(), before, {10.0, 300.0, 1.0 - sure});
+  return reads;
+}
+
+TEST(ReadDecision, LearnsTheShareOfReadsThatClearlyBeginInside) {
+  const auto reads = beginnings(150, 850, 0.9999);
+  const std::vector<double> probabilities(1000, 1.0);
+  EXPECT_NEAR(learnTruncatedShare(reads, probabilities, 0.7), (150 + 20 * 0.7) / 1020, 0.002);
+}
+
+TEST(ReadDecision, ReadsThatDoNotCodeSayNothingOfWhereTheyBegin) {
+  const auto reads = beginnings(150, 850, 0.9999);
+  EXPECT_NEAR(learnTruncatedShare(reads, std::vector<double>(1000, 0.0), 0.7), 0.7, 1e-9);
+  EXPECT_EQ(learnTruncatedShare({}, {}, 0.7), 0.7);
+  std::vector<double> probabilities(1000, 0.0);
+  std::fill_n(probabilities.begin(), 200, 1.0);
+  EXPECT_NEAR(learnTruncatedShare(reads, probabilities, 0.7), (150 + 20 * 0.7) / 220, 0.002);
+}
+
+// Of shares a and b = 1 - a at equal evidence, the weights say a / (a + b preference).
+TEST(ReadDecision, ReadsThatTellNothingKeepTheShareOfTheWeights) {
+  const double told = 0.7 / (0.7 + 0.3 * static_cast<double>(kUtr5Preference));
+  const std::vector<ReadEvidence> reads(1000, {10.0, 300.0, told});
+  EXPECT_NEAR(learnTruncatedShare(reads, std::vector<double>(1000, 1.0), 0.7), 0.7, 1e-9);
+}
+
+TEST(ReadDecision, WeightsOfBeginningsFollowTheShare) {
+  PathWeights weights;
+  weights.beginCoding = 0.1f, weights.beginUtr5 = 0.2f, weights.beginStart = 0.4f;
+  weights.beginNoncoding = 0.5f, weights.beginUtr3 = 0.6f;
+  const PathWeights same = withTruncatedShare(weights, 0.75, 0.75);
+  EXPECT_EQ(same.beginCoding, 0.1f);
+  EXPECT_EQ(same.beginUtr5, 0.2f);
+  const PathWeights whole = withTruncatedShare(weights, 0.75, 0.25);
+  EXPECT_NEAR(whole.beginCoding, 0.1 / 3, 1e-7);
+  EXPECT_NEAR(whole.beginUtr5, 0.6, 1e-6);
+  EXPECT_NEAR(whole.beginStart, 1.2, 1e-6);
+  EXPECT_EQ(whole.beginNoncoding, 0.5f);
+  EXPECT_EQ(whole.beginUtr3, 0.6f);
+}
+
 }  // namespace
 }  // namespace velto

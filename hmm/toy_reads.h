@@ -6,6 +6,7 @@
 
 #include "core/random.h"
 #include "core/read_view.h"
+#include "hmm/read_context.h"
 #include "hmm/toy_model.h"
 
 namespace velto {
@@ -21,18 +22,22 @@ class ToyReads {
     double insertion = 0.0, deletion = 0.0;  // mean rates
     double doubtful = 1.0;
     std::uint8_t low = 10, high = 10;
+    double substitution = 0.0;  // of all bases alike
   };
 
   void addCoding(int codons, const Errors& errors) {
     begin();
-    for (int i = 0; i < 3 * codons; ++i) {
+    std::vector<short> region;
+    for (int codon = 0; codon < codons; ++codon) addCodon(region);
+    for (std::size_t i = 0; i < region.size(); ++i) {
       const bool doubtful = random_.real() < errors.doubtful;
       const std::uint8_t quality = doubtful ? errors.low : errors.high;
       const double scale = doubtful ? 1.0 / errors.doubtful : 0.0;
-      if (random_.real() < scale * errors.deletion) ++i;
+      if (random_.real() < scale * errors.deletion && i + 1 < region.size()) ++i;
       if (random_.real() < scale * errors.insertion)
         add(static_cast<short>(random_.below(4)), quality);
-      add(preferred(i % 3), quality);
+      const bool wrong = random_.real() < errors.substitution;
+      add(wrong ? static_cast<short>((region[i] + 1 + random_.below(3)) % 4) : region[i], quality);
     }
   }
 
@@ -59,6 +64,15 @@ class ToyReads {
   void add(short code, std::uint8_t quality) {
     codes_.back().push_back(code);
     phred_.back().push_back(quality);
+  }
+
+  // Any but a stop codon.
+  void addCodon(std::vector<short>& region) {
+    short codon[3];
+    do {
+      for (int phase = 0; phase < 3; ++phase) codon[phase] = preferred(phase);
+    } while (isStopCodon(static_cast<CodonIndex>(codonIndex(codon[0], codon[1], codon[2]))));
+    region.insert(region.end(), codon, codon + 3);
   }
 
   short preferred(int phase) {

@@ -53,6 +53,11 @@ void addCalibrationOptions(CLI::App& command, CalibrationLine& line) {
   command.add_option("--coding-share", line.codingShare, "Share of coding reads (default: learnt)")
       ->check(CLI::Range(0.0, 1.0))
       ->excludes(file);
+  command
+      .add_option("--truncated-share", line.truncatedShare,
+                  "Share of coding reads that begin inside their coding region (default: learnt)")
+      ->check(CLI::Range(0.0, 1.0))
+      ->excludes(file);
   command.add_flag("--ignore-qualities", line.ignoreQualities, "Make no use of base qualities");
 }
 
@@ -61,6 +66,7 @@ Calibration knownCalibration(const CalibrationLine& line) {
   Calibration known;
   if (!line.errorRates.empty()) known.errorRates = parseErrorRates(line.errorRates);
   known.codingShare = line.codingShare;
+  known.truncatedShare = line.truncatedShare;
   return known;
 }
 

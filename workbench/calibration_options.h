@@ -12,12 +12,12 @@ namespace velto {
 // The options as they are written on the command line. Must outlive the parsing.
 struct CalibrationLine {
   std::string errorRates;  // three numbers or a preset; empty: not known
-  std::optional<double> codingShare;
+  std::optional<double> codingShare, truncatedShare;
   std::string file;  // the summary of a run that learnt; empty: none
   bool ignoreQualities = false;
 };
 
-// Adds --error-rates, --coding-share, --calibration and --ignore-qualities.
+// Adds --error-rates, --coding-share, --truncated-share, --calibration and --ignore-qualities.
 void addCalibrationOptions(CLI::App& command, CalibrationLine& line);
 
 // What these options tell. Throws CLI::ValidationError for error rates that are none, and Error for

@@ -147,7 +147,7 @@ ScanOptions scanOptions(const CommandLine& line) {
 
 // What is told of the reads must not be passed over.
 void requireUseOf(const Calibration& known, const Predictor& predictor) {
-  const bool isTold = known.errorRates.has_value() || known.codingShare.has_value();
+  const bool isTold = known.errorRates || known.codingShare || known.truncatedShare;
   if (!isTold || predictor.usesCalibration()) return;
   throw Error("the decoder '" + predictor.decoder() + "' makes no use of error rates and shares");
 }

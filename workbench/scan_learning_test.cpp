@@ -79,8 +79,10 @@ TEST_F(LearningScanTest, LearnsTheErrorRatesOfTheFirstReads) {
   EXPECT_NEAR(learnt["error_rates"]["insertion"].get<double>(), 0.02, 0.01);
   EXPECT_NEAR(learnt["error_rates"]["deletion"].get<double>(), 0.03, 0.015);
   EXPECT_GT(learnt["coding_share"].get<double>(), 0.8);
+  EXPECT_GT(learnt["truncated_share"].get<double>(), 0.8);
   EXPECT_TRUE(learnt["qualities"].empty());
-  EXPECT_NE(messages.find("of the reads code; learnt from 4096 reads\n"), std::string::npos);
+  EXPECT_NE(messages.find("begin inside their coding region; learnt from 4096 reads\n"),
+            std::string::npos);
 }
 
 TEST_F(LearningScanTest, WritesTheSameRowsFromStandardInputAndAtAnyNumberOfThreads) {
@@ -118,12 +120,13 @@ TEST_F(LearningScanTest, QualitiesAreUsedUnlessTheyAreIgnored) {
 
 TEST_F(LearningScanTest, WhatIsToldIsNotLearnt) {
   table({"reads.fq", "--ignore-qualities", "--error-rates", "0.001,0.002,0.003", "--coding-share",
-         "0.25", "--summary", "s.json"});
+         "0.25", "--truncated-share", "0.5", "--summary", "s.json"});
   const auto known = calibration("s.json");
   EXPECT_EQ(known["error_rates"]["insertion"], 0.001);
   EXPECT_EQ(known["error_rates"]["deletion"], 0.002);
   EXPECT_EQ(known["error_rates"]["substitution"], 0.003);
   EXPECT_EQ(known["coding_share"], 0.25);
+  EXPECT_EQ(known["truncated_share"], 0.5);
 }
 
 TEST_F(LearningScanTest, LeastProbabilityDecidesWhichReadsAreCoding) {

@@ -346,7 +346,8 @@ TEST_F(ScanTest, LeastProbabilityIsRefusedWhereTheDecoderGivesNone) {
 }
 
 TEST_F(ScanTest, WhatIsToldOfTheReadsIsRefusedWhereTheDecoderMakesNoUseOfIt) {
-  for (const Fields& told : {Fields{"--error-rates", "mild"}, Fields{"--coding-share", "0.5"}}) {
+  for (const Fields& told : {Fields{"--error-rates", "mild"}, Fields{"--coding-share", "0.5"},
+                             Fields{"--truncated-share", "0.5"}}) {
     const ProcessResult result = scan({readsFile(), "--decoder", "vote", told[0], told[1]});
     EXPECT_EQ(result.status, 1);
     EXPECT_NE(result.err.find("the decoder 'vote' makes no use of"), std::string::npos);
@@ -368,6 +369,8 @@ TEST_F(ScanTest, BadCalibrationsAreRefused) {
     EXPECT_EQ(scan({readsFile(), "--error-rates", rates}).status, 2) << rates;
   }
   EXPECT_EQ(scan({readsFile(), "--coding-share", "1.5"}).status, 2);
+  EXPECT_EQ(scan({readsFile(), "--truncated-share", "-0.1"}).status, 2);
+  EXPECT_EQ(scan({readsFile(), "--truncated-share", "0.5", "--calibration", "s.json"}).status, 2);
   EXPECT_EQ(scan({readsFile(), "--coding-share", "0.5", "--calibration", "s.json"}).status, 2);
   const ProcessResult missing = scan({readsFile(), "--calibration", "s.json"});
   EXPECT_EQ(missing.status, 1);

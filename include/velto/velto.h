@@ -181,7 +181,9 @@ struct QualityBin {
 struct Calibration {
   int reads = 0;  // of the sample it was learnt from; 0: not learnt
   std::optional<BaseErrorRates> errorRates;
-  std::optional<double> codingShare;  // of the reads, 0 to 1
+  std::optional<double> codingShare;     // of the reads, 0 to 1
+  std::optional<double> truncatedShare;  // of the coding reads: those that begin inside their
+                                         // coding region, 0 to 1
   std::vector<QualityBin> qualities;  // ascending; empty: qualities tell nothing
 };
 

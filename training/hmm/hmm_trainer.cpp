@@ -53,6 +53,7 @@ class HmmTrainer {
   HmmTrainer(const TrainingJob& job, const HmmPlan& plan)
       : job_(job), plan_(plan), split_(splitFolds(job.coding, job.noncoding)) {
     checkParts(split_);
+    for (const TranscriptPool& fold : split_.training) folds_.push_back(&fold);
   }
 
   TrainedHmm train() {
@@ -60,8 +61,11 @@ class HmmTrainer {
     trained.steps = plan_.network.steps;
     trained.model = tablesOf(split_.trainingPool());
     report("tables of the posterior decoder");
-    const Parameters parameters = learnNetwork();
+    const ReadDrawer reads(folds_, plan_.mixture);
+    const Parameters parameters = learnNetwork(reads);
     storeParameters(plan_.network.shape, parameters, trained.model);
+    trained.model.truncatedShare =
+        reads.truncatedShare(seedOf(job_.seed, kNetworkStream), kShareReads);
     trained.heldBackLikelihood = judge(parameters, trained.model);
     trained.model.decision =
         calibrateDecision(trained.model, split_.heldBack, plan_.calibrationReads,
@@ -71,12 +75,12 @@ class HmmTrainer {
   }
 
  private:
-  Parameters learnNetwork() const {
+  static constexpr std::uint64_t kShareReads = 20000;
+
+  Parameters learnNetwork(const ReadDrawer& reads) const {
     std::vector<HmmModel> tablesOfFold;
-    std::vector<const TranscriptPool*> folds;
     for (std::size_t fold = 0; fold < kTrainingFolds; ++fold) {
       tablesOfFold.push_back(tablesOf(split_.trainingPool(fold)));
-      folds.push_back(&split_.training[fold]);
     }
     using Clock = std::chrono::steady_clock;
     const Clock::time_point start = Clock::now();
@@ -88,8 +92,8 @@ class HmmTrainer {
              std::to_string(std::lround(spent.count() * (steps - step) / step / 60.0)) +
              " min to go");
     };
-    return trainNetwork(plan_.network, ReadDrawer(folds, plan_.mixture), tablesOfFold,
-                        seedOf(job_.seed, kNetworkStream), progress);
+    return trainNetwork(plan_.network, reads, tablesOfFold, seedOf(job_.seed, kNetworkStream),
+                        progress);
   }
 
   double judge(const Parameters& parameters, const HmmModel& tables) const {
@@ -105,6 +109,7 @@ class HmmTrainer {
   const TrainingJob& job_;
   const HmmPlan& plan_;
   const FoldSplit split_;
+  std::vector<const TranscriptPool*> folds_;  // of split_
 };
 
 std::string cardOf(const TrainedHmm& trained) {

@@ -10,9 +10,7 @@ namespace {
 constexpr double kMostScale = 3000.0;  // of hidden units: finer steps gain nothing
 constexpr double kLeastOutput = 1e-3;  // of the largest sum: outputs of zeros have a scale too
 
-// Reads that begin before a start codon are preferred in decoding, which finds more start codons
-// exactly; the decision, fitted afterwards, makes up for its effect on the odds.
-constexpr float kUtr5Preference = 3.3333333f;
+// The decision, fitted afterwards, makes up for the effects of preferences on the odds.
 constexpr float kNoncodingPreference = 0.33333333f;
 constexpr double kLog2E = 1.4426950408889634;
 

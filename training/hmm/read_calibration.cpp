@@ -52,11 +52,14 @@ std::vector<DecisionCase> casesOf(const HmmModel& model, const ReadDrawer& drawe
     views[k].codes = drawn[k].bases;
   });
   const LearntRates learnt = learnErrorRates(model, views);
+  HmmModel fitted = model;
+  fitted.weights =
+      withTruncatedShare(model.weights, model.truncatedShare, drawer.truncatedShare(seed, count));
   const FileRates rates(learnt.mean, learnt.qualities);
   std::vector<DecisionCase> cases(count);
   tbb::parallel_for(std::size_t{0}, count, [&](std::size_t k) {
     ReadLattice lattice;
-    lattice.run(model, rates, views[k], true);
+    lattice.run(fitted, rates, views[k], true);
     const ReadEvidence evidence = lattice.evidence();
     cases[k] = {cutLogOdds(evidence), codingHundreds(evidence), drawn[k].isCoding()};
   });

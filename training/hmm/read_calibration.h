@@ -22,8 +22,9 @@ ReadDecision fitDecision(const std::vector<DecisionCase>& cases);
 
 // Fits the decision of a model, all else of which is final, to reads of transcripts that it was not
 // trained on: fragments of coding regions, of 3' UTRs and of non-coding transcripts, clean and with
-// errors, read with the error rates that are learnt from them. Uses all threads of the calling
-// arena; the result does not depend on their number.
+// errors, read with the error rates that are learnt from them and for their share of reads that
+// begin inside the coding region. Uses all threads of the calling arena; the result does not depend
+// on their number.
 ReadDecision calibrateDecision(const HmmModel& model, const TranscriptPool& pool,
                                std::size_t readsPerProfile, std::uint64_t seed);
 

@@ -1,6 +1,7 @@
 #include "training/hmm/training_reads.h"
 
 #include <algorithm>
+#include <cmath>
 #include <utility>
 
 #include "core/base_code.h"
@@ -112,6 +113,17 @@ TrainingRead ReadDrawer::draw(std::uint64_t seed, std::uint64_t k) const {
   drawn.fold = source.fold;
   drawn.rates = ratesOf(errors);
   return drawn;
+}
+
+double ReadDrawer::truncatedShare(std::uint64_t seed, std::uint64_t count) const {
+  double coding = 0.0, truncated = 0.0;
+  for (std::uint64_t k = 0; k < count; ++k) {
+    const SimulatedRead read = draw(seed, k).read;
+    if (!read.isCoding()) continue;
+    coding += 1.0;
+    truncated += read.fragment.start > read.source->cdsStart ? 1.0 : 0.0;
+  }
+  return std::clamp(std::round(1e4 * truncated / std::max(1.0, coding)) / 1e4, 0.01, 0.99);
 }
 
 const ErrorModel& ReadDrawer::drawErrorModel(Random& random) const {

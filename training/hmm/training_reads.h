@@ -45,6 +45,10 @@ class ReadDrawer {
 
   TrainingRead draw(std::uint64_t seed, std::uint64_t k) const;
 
+  // Share of the coding ones among the first `count` reads of a seed that begin inside their coding
+  // region, to four digits; between 0.01 and 0.99.
+  double truncatedShare(std::uint64_t seed, std::uint64_t count) const;
+
  private:
   struct Source {
     const Transcript* transcript;

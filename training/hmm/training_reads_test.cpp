@@ -119,6 +119,23 @@ TEST(TrainingReads, AReadNamesTheFoldOfItsTranscript) {
   }
 }
 
+TEST(TrainingReads, ShareOfTruncatedReadsIsThatOfFragmentsBehindTheStartCodon) {
+  const Species species;
+  ReadMixture mixture = standardMixture();
+  mixture.wholeShare = 1.0;
+  EXPECT_EQ(ReadDrawer(species.folds(), mixture).truncatedShare(1, 500), 0.01);
+  mixture.wholeShare = 0.0;
+  const ReadDrawer drawer(species.folds(), mixture);
+  double coding = 0, behind = 0;
+  for (std::uint64_t k = 0; k < 500; ++k) {
+    const SimulatedRead read = drawer.draw(1, k).read;
+    coding += read.isCoding();
+    behind += read.isCoding() && read.fragment.start > read.source->cdsStart;
+  }
+  EXPECT_NEAR(drawer.truncatedShare(1, 500), behind / coding, 1e-4);
+  EXPECT_GT(behind, 10);
+}
+
 TEST(TrainingReads, DrawsDependOnSeedAndNumberAlone) {
   const Species species;
   const ReadDrawer drawer(species.folds(), standardMixture());
