@@ -419,12 +419,15 @@ void LatticeLanes::takePathOf(std::size_t lane, Call& call) const {
   // Frames of the read count from its first base.
   const int shift = static_cast<int>(begin % 3);
   std::array<int, kPathStates + 1> readState{};  // [PathState of the lane]
+  std::array<int, kPathStates + 1> laneState{};  // [PathState of the read]
   std::array<std::size_t, kPathStates> wayOf{};  // [PathState of the read] its LaneWay
   wayOf[kBehind] = kWayBehind;
   for (int state = 0; state <= kPathStates; ++state) {
     const bool hasFrame = state < kBehind;
     const int frame = (state % 3 + 3 - shift) % 3;
-    readState[static_cast<std::size_t>(state)] = hasFrame ? state - state % 3 + frame : state;
+    const int ofRead = hasFrame ? state - state % 3 + frame : state;
+    readState[static_cast<std::size_t>(state)] = ofRead;
+    laneState[static_cast<std::size_t>(ofRead)] = state;
     if (state < kInserted0) {
       wayOf[static_cast<std::size_t>(frame)] = static_cast<std::size_t>(kWayIntoFrame + state);
     }
@@ -432,7 +435,9 @@ void LatticeLanes::takePathOf(std::size_t lane, Call& call) const {
   const auto before = [&](int i, int state) {
     if (state >= kInserted0 && state < kBehind) return downFrame(state - kInserted0);
     const std::size_t way = wayOf[static_cast<std::size_t>(state)];
-    return readState[ways[static_cast<std::size_t>(i) * kLaneWays + way][lane]];
+    const int from = ways[static_cast<std::size_t>(i) * kLaneWays + way][lane];
+    // Nearly always the state stays, which a branch foretells.
+    return from == laneState[static_cast<std::size_t>(state)] ? state : readState[from];
   };
   const auto shifted = [&](Frameshift::Kind kind, int i, int f) {
     const LaneRow* row = rows + static_cast<std::size_t>(i) * kHmmStates;
