@@ -50,6 +50,11 @@ class CodonWeights {
   }
   float stop(const ReadContext& context, std::size_t i) const { return stop_[context.codons[i]]; }
 
+  // Whether a codon is ever entered as a start codon.
+  bool mayStart(CodonIndex codon) const { return start_[codon] > 0.0f; }
+  // [codon] of entering it as a stop codon.
+  std::span<const float, kUnreadCodon + 1> stops() const { return stop_; }
+
  private:
   float startWithKozak(std::span<const short> codes, const ReadContext& context, std::size_t i,
                        float probability) const;

@@ -72,11 +72,22 @@ HWY_ATTR inline void mixKinds(const FactorRows& probabilities, const FactorRows&
   }
 }
 
+HWY_ATTR void fillStops(const EmissionLanes::LaneCodons& codons, const float* stops, LaneRow& row) {
+  const hn::CappedTag<float, kLanes> d;
+  const hn::RebindToSigned<decltype(d)> whole;
+  const hn::Rebind<CodonIndex, decltype(d)> bytes;
+  for (std::size_t lane = 0; lane < kLanes; lane += hn::Lanes(d)) {
+    const auto codon = hn::PromoteTo(whole, hn::LoadU(bytes, codons.data() + lane));
+    hn::StoreU(hn::GatherIndex(d, stops, codon), d, row.data() + lane);
+  }
+}
+
 // Steps of so many positions follow each other, so that none waits for the step before.
 constexpr std::size_t kPositionsAtOnce = 16;
 
-HWY_ATTR void fillKinds(const WindowNetwork& network, const EmissionLanes::Lanes& lanes,
-                        LaneEmissions& emissions) {
+// Fills in kinds of bases and stop codons.
+HWY_ATTR void fillRows(const WindowNetwork& network, const float* stops,
+                       const EmissionLanes::Lanes& lanes, LaneEmissions& emissions) {
   const NetworkKernel kernel(network);
   const std::size_t stride = network.rowStride();
   HWY_ALIGN OutputSums sums[kPositionsAtOnce];
@@ -98,6 +109,7 @@ HWY_ATTR void fillKinds(const WindowNetwork& network, const EmissionLanes::Lanes
       gatherProbabilities(lanes, first + i, probabilities);
       LaneRow* rows = emissions.rows.data() + (first + i) * kLaneEmissions;
       mixKinds(probabilities, factors[i], lanes.substitution[first + i], rows + kLaneKind);
+      fillStops(lanes.codons[first + i], stops, rows[kLaneStop]);
     }
   }
 }
@@ -109,7 +121,7 @@ HWY_AFTER_NAMESPACE();
 #if HWY_ONCE
 namespace velto {
 
-HWY_EXPORT(fillKinds);
+HWY_EXPORT(fillRows);
 
 // ---- 2. Reads into lanes
 
@@ -118,6 +130,10 @@ namespace {
 // Probabilities that stand for an unknown base, which emits its factors: more than 1 marks it for
 // the kinds that code.
 constexpr EmissionRow kUnknownBaseRow = {2, 2, 2, 1, 1, 1, 1, 1};
+
+constexpr EmissionLanes::LaneCodons kNoCodons = {kUnreadCodon, kUnreadCodon, kUnreadCodon,
+                                                 kUnreadCodon, kUnreadCodon, kUnreadCodon,
+                                                 kUnreadCodon, kUnreadCodon};
 
 LaneRow filled(float value) {
   LaneRow row;
@@ -153,15 +169,19 @@ void EmissionLanes::fill(std::span<const ReadView> reads, LaneEmissions& emissio
   emissions.arrange(lengths);
   fillMeanRates(emissions);
   lanes_.places.arrange(model_.network, kLanes, emissions.positions);
+  lanes_.codons.assign(emissions.positions, kNoCodons);
   for (std::size_t lane = 0; lane < kLanes; ++lane) {
     const ReadView read = lane < reads.size() ? reads[lane] : ReadView{};
-    fillLane(read, lane, emissions);
+    context_.index(read.codes);
+    fillLane(emissions.begin[lane], lane);
+    fillStarts(read.codes, lane, emissions);
     if (rates_.byQuality && !read.phred.empty()) fillRates(read.phred, lane, emissions);
-    fillUnknownBases(read.codes, lane, emissions);
+    if (!context_.allKnown) fillUnknownBases(read.codes, lane, emissions);
   }
-  HWY_DYNAMIC_DISPATCH(fillKinds)(model_.network, lanes_, emissions);
+  HWY_DYNAMIC_DISPATCH(fillRows)(model_.network, codons_.stops().data(), lanes_, emissions);
 }
 
+// Start codons stand for themselves: they are filled in where one may begin.
 void EmissionLanes::fillMeanRates(LaneEmissions& emissions) {
   const BaseRates& mean = rates_.mean;
   lanes_.substitution.assign(emissions.positions, filled(mean.substitution));
@@ -169,27 +189,47 @@ void EmissionLanes::fillMeanRates(LaneEmissions& emissions) {
   const LaneRow stay = filled(1.0f - mean.insertion - mean.deletion);
   for (std::size_t p = 0; p < emissions.positions; ++p) {
     LaneRow* row = emissions.rows.data() + p * kLaneEmissions;
+    row[kLaneStart].fill(0.0f);
     row[kLaneInsertion] = insertion;
     row[kLaneDeletion] = deletion;
     row[kLaneStay] = stay;
   }
 }
 
-void EmissionLanes::fillLane(const ReadView& read, std::size_t lane, LaneEmissions& emissions) {
-  const std::size_t begin = emissions.begin[lane];
-  Lane& out = lanes_.lane[lane];
-  context_.index(read.codes);
+void EmissionLanes::fillLane(std::size_t begin, std::size_t lane) {
   lanes_.places.fill(model_.network, context_, lane, begin);
-  fillBaseParts(begin, out);
-  out.probability.resize(emissions.positions);
-  std::fill_n(out.probability.begin(), begin, kUnknownBaseRow.data());
-  LaneRow* row = emissions.rows.data() + begin * kLaneEmissions;
-  int gcClass = 0;
-  for (std::size_t i = 0; i < read.codes.size(); ++i, row += kLaneEmissions) {
-    if (i % kCompositionBlock == 0) gcClass = context_.blocks[i / kCompositionBlock].gcClass();
-    out.probability[begin + i] = model_.emission(gcClass, context_.fiveMers[i]).data();
-    row[kLaneStart][lane] = codons_.start(read.codes, context_, i);
-    row[kLaneStop][lane] = codons_.stop(context_, i);
+  LaneCodons* codons = lanes_.codons.data() + begin;
+  for (const CodonIndex codon : context_.codons) (*codons++)[lane] = codon;
+  fillProbabilities(begin, lanes_.lane[lane]);
+  fillBaseParts(begin, lanes_.lane[lane]);
+}
+
+void EmissionLanes::fillProbabilities(std::size_t begin, Lane& lane) {
+  const std::vector<std::uint16_t>& fiveMers = context_.fiveMers;
+  lane.probability.assign(begin, kUnknownBaseRow.data());
+  lane.probability.resize(begin + fiveMers.size());
+  const float** out = lane.probability.data() + begin;
+  for (std::size_t first = 0; first < fiveMers.size(); first += kCompositionBlock) {
+    const std::size_t end = std::min(first + kCompositionBlock, fiveMers.size());
+    const int gcClass = context_.blocks[first / kCompositionBlock].gcClass();
+    const EmissionRow* rows = &model_.emission(gcClass, 0);
+    for (std::size_t i = first; i < end; ++i) out[i] = rows[fiveMers[i]].data();
+  }
+}
+
+// One base in six may begin a start codon: these are listed first, without a branch for each base.
+void EmissionLanes::fillStarts(std::span<const short> codes, std::size_t lane,
+                               LaneEmissions& emissions) {
+  starts_.resize(codes.size());
+  std::size_t count = 0;
+  for (std::size_t i = 0; i < codes.size(); ++i) {
+    starts_[count] = i;
+    count += codons_.mayStart(context_.codons[i]);
+  }
+  LaneRow* rows = emissions.rows.data() + emissions.begin[lane] * kLaneEmissions + kLaneStart;
+  for (std::size_t k = 0; k < count; ++k) {
+    const std::size_t i = starts_[k];
+    rows[i * kLaneEmissions][lane] = codons_.start(codes, context_, i);
   }
 }
 

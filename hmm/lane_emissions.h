@@ -51,6 +51,8 @@ class EmissionLanes {
   // Up to kLanes reads of one base or more.
   void fill(std::span<const ReadView> reads, LaneEmissions& emissions);
 
+  using LaneCodons = std::array<CodonIndex, kLanes>;  // [lane]
+
   // A lane as the kernel sees it.
   struct Lane {
     std::vector<const float*> probability;  // [position] of its base by EmissionKind
@@ -61,13 +63,16 @@ class EmissionLanes {
   struct Lanes {
     std::array<Lane, kLanes> lane;
     RowPlaces places;                   // of the k-mers of all lanes
+    std::vector<LaneCodons> codons;     // [position] that begin there
     std::vector<LaneRow> substitution;  // [position] rate
   };
 
  private:
   void fillMeanRates(LaneEmissions& emissions);
-  void fillLane(const ReadView& read, std::size_t lane, LaneEmissions& emissions);
+  void fillLane(std::size_t begin, std::size_t lane);
+  void fillProbabilities(std::size_t begin, Lane& lane);
   void fillBaseParts(std::size_t begin, Lane& lane);
+  void fillStarts(std::span<const short> codes, std::size_t lane, LaneEmissions& emissions);
   void fillRates(std::span<const std::uint8_t> phred, std::size_t lane, LaneEmissions& emissions);
   void fillUnknownBases(std::span<const short> codes, std::size_t lane, LaneEmissions& emissions);
 
@@ -75,7 +80,8 @@ class EmissionLanes {
   const FileRates& rates_;
   const CodonWeights codons_;
   Lanes lanes_;
-  ReadContext context_;
+  ReadContext context_;              // of the read that is being filled in
+  std::vector<std::size_t> starts_;  // its bases at which a start codon may begin
 };
 
 }  // namespace velto

@@ -25,7 +25,7 @@ class RowPlaces {
     std::uint32_t* out = places_.data() + (kMostOffset + begin) * reads_ + read;
     for (std::size_t i = 0; i < context.length(); ++i, out += reads_) {
       const int kmer = context.kmer(i, network.letters);
-      if (kmer >= 0) *out = static_cast<std::uint32_t>(kmer) * stride_;
+      *out = static_cast<std::uint32_t>(kmer < 0 ? network.unknownKmer() : kmer) * stride_;
     }
   }
 
