@@ -46,7 +46,9 @@ constexpr std::size_t kUnitsAtOnce = HWY_HAVE_SCALABLE ? 16 : std::min(HWY_MAX_B
 
 using RowTag = hn::FixedTag<std::int8_t, kUnitsAtOnce>;
 using HiddenTag = hn::FixedTag<std::int16_t, kUnitsAtOnce / 2>;
-using SumTag = hn::RepartitionToWide<HiddenTag>;
+// Units come in sixteens.
+using UnitTag = hn::FixedTag<std::int16_t, std::min<std::size_t>(kUnitsAtOnce / 2, 16)>;
+using SumTag = hn::RepartitionToWide<UnitTag>;
 using FourSums = hn::FixedTag<std::int32_t, 4>;
 
 // Lane by lane the sum of a vector's parts of four lanes.
@@ -93,8 +95,6 @@ class NetworkKernel {
   HWY_ATTR explicit NetworkKernel(const WindowNetwork& network)
       : network_(network), units_(static_cast<std::size_t>(network.units)) {
     for (std::size_t k = 0; k < kEmissionKinds; ++k) {
-      const auto* const weights = network.output.data() + k * units_;
-      std::fill(std::copy_n(weights, units_, output_[k]), std::end(output_[k]), std::int16_t{0});
       std::fill_n(outputBias_ + k * kBasesAtOnce, kBasesAtOnce, network.outputBias[k]);
     }
   }
@@ -145,7 +145,7 @@ class NetworkKernel {
   // What these units add to the outputs.
   void addOutputs(const Hidden& hidden, std::size_t first, OutputSums& sums) const {
     for (std::size_t i = 0; i < kFactors; ++i) {
-      const std::int16_t* weights = output_[i / kBasesAtOnce] + first;
+      const std::int16_t* weights = network_.output.data() + i / kBasesAtOnce * units_ + first;
       const std::int16_t* units = hidden[i % kBasesAtOnce];
       for (std::size_t u = 0; u < kUnitsAtOnce; ++u) sums[i] += weights[u] * units[u];
     }
@@ -182,21 +182,34 @@ class NetworkKernel {
 
   // What these units add to the outputs. All are whole numbers, so any order gives the same sum.
   HWY_ATTR void addOutputs(const Hidden& hidden, std::size_t first, OutputSums& sums) const {
-    const HiddenTag d;
+    switch (std::min(units_ - first, kUnitsAtOnce) / 16) {
+      case 1:
+        return addOutputsOf<1>(hidden, first, sums);
+      case 2:
+        return addOutputsOf<2>(hidden, first, sums);
+      case 3:
+        return addOutputsOf<3>(hidden, first, sums);
+      default:
+        return addOutputsOf<4>(hidden, first, sums);
+    }
+  }
+
+  template <std::size_t kSixteens>
+  HWY_ATTR void addOutputsOf(const Hidden& hidden, std::size_t first, OutputSums& sums) const {
+    const UnitTag d;
     const SumTag d32;
     const FourSums four;
-    for (std::size_t i = 0; i < kFactors; i += hn::Lanes(four)) {
-      const std::int16_t* weights = output_[i / kBasesAtOnce] + first;
-      const auto lower = hn::Load(d, weights), upper = hn::Load(d, weights + hn::Lanes(d));
+    for (std::size_t i = 0; i < kFactors; i += 4) {
+      const std::int16_t* weights = network_.output.data() + i / kBasesAtOnce * units_ + first;
       hn::Vec<SumTag> sum[4];
       for (std::size_t b = 0; b < 4; ++b) {
         const std::int16_t* units = hidden[i % kBasesAtOnce + b];
-        auto odd = hn::Zero(d32);
-        const auto even =
-            hn::ReorderWidenMulAccumulate(d32, hn::Load(d, units), lower, hn::Zero(d32), odd);
-        sum[b] =
-            hn::ReorderWidenMulAccumulate(d32, hn::Load(d, units + hn::Lanes(d)), upper, even, odd);
-        sum[b] = hn::Add(sum[b], odd);
+        auto even = hn::Zero(d32), odd = hn::Zero(d32);
+        for (std::size_t u = 0; u < kSixteens * 16; u += hn::Lanes(d)) {
+          even = hn::ReorderWidenMulAccumulate(d32, hn::Load(d, units + u),
+                                               hn::LoadU(d, weights + u), even, odd);
+        }
+        sum[b] = hn::Add(even, odd);
       }
       hn::Store(hn::Add(hn::Load(four, sums.data() + i), sumsOf(sum)), four, sums.data() + i);
     }
@@ -205,8 +218,7 @@ class NetworkKernel {
 
   const WindowNetwork& network_;
   const std::size_t units_;
-  HWY_ALIGN std::int16_t output_[kEmissionKinds][kMostUnits];  // zeros behind the last unit
-  float outputBias_[kFactors];                                 // [EmissionKind][base]
+  float outputBias_[kFactors];  // [EmissionKind][base]
 };
 
 }  // namespace
