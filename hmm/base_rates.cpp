@@ -8,10 +8,19 @@ float cut(double rate, double least, double most) {
   return static_cast<float>(rate > least ? std::min(rate, most) : least);
 }
 
+// The model is too sure of what it has seen: of the logarithm of its odds the read decision takes
+// less than a half. Where frameshifts are rarer than in all reads with errors of its training, the
+// logarithm of how much rarer counts twice in return; else a region that only looks like two would
+// have one.
+float againstSureness(float indels) {
+  constexpr float kLeastTrained = 5e-4f;
+  return indels < kLeastTrained ? indels * (indels / kLeastTrained) : indels;
+}
+
 // Rates beyond these leave no likely path.
 BaseRates usableRates(const BaseErrorRates& rates) {
-  return {cut(rates.insertion, 0.0, 0.06), cut(rates.deletion, 0.0, 0.12),
-          cut(rates.substitution, 1e-5, 0.3)};
+  return {againstSureness(cut(rates.insertion, 0.0, 0.06)),
+          againstSureness(cut(rates.deletion, 0.0, 0.12)), cut(rates.substitution, 1e-5, 0.3)};
 }
 
 }  // namespace

@@ -25,6 +25,7 @@ constexpr BaseErrorRates kDefaultRates = {0.004, 0.0056, 0.0096};
 
 // The rates of a file's bases. An insertion and a substitution go by the base's own quality, a
 // deletion by the lower one of the two beside the gap.
+// Insertions and deletions below 5 in 10,000 bases are taken for rarer than they are.
 struct FileRates {
   FileRates() : FileRates(kDefaultRates, {}) {}
 

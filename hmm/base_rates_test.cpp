@@ -33,6 +33,18 @@ TEST(BaseRates, RatesAreCut) {
   EXPECT_EQ(rates.binOf[255], 1);
 }
 
+// 1e-4 is a fifth of the least trained rate, hence a fifth of itself is left.
+TEST(BaseRates, RareFrameshiftsAreTakenForRarer) {
+  const QualityBin bins[] = {{20, {50, 1, 1}}, {255, {0.5, 0.5, 0.5}}};
+  const FileRates rates({1e-4, 5e-4, 1e-4}, bins);
+  EXPECT_FLOAT_EQ(rates.mean.insertion, 2e-5f);
+  EXPECT_FLOAT_EQ(rates.mean.deletion, 5e-4f);
+  EXPECT_FLOAT_EQ(rates.mean.substitution, 1e-4f);
+  EXPECT_FLOAT_EQ(rates.ofBin[0].insertion, 5e-3f);
+  EXPECT_FLOAT_EQ(rates.ofBin[1].insertion, 5e-6f);
+  EXPECT_FLOAT_EQ(rates.ofBin[1].deletion, 1.25e-4f);
+}
+
 TEST(BaseRates, MoreBinsThanASampleGivesAreHarmless) {
   std::vector<QualityBin> bins(300);
   for (std::size_t b = 0; b < bins.size(); ++b) bins[b].most = static_cast<std::uint8_t>(b / 2);
