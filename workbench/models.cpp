@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <iostream>
 #include <optional>
 #include <string>
 #include <vector>
@@ -64,6 +65,7 @@ void addModelsCommand(CLI::App& app) {
     std::vector<Row> rows{{"model", "decoder", "coding", "noncoding", "f1_est", "f1_mild",
                            "f1_clean", "nc_called", "directory"}};
     for (const InstalledModel& model : installedModels()) addRows(model, rows);
+    if (rows.size() == 1) std::cerr << "velto: no model is installed; -d takes a directory too\n";
     OutputFile output("-");
     output.write(aligned(rows));
     output.commit();

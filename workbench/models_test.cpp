@@ -46,6 +46,14 @@ TEST_F(ModelsTest, ListsTheModelsThatHaveACardWithItsFigures) {
   EXPECT_EQ(listed.out.find("empty"), std::string::npos);
 }
 
+TEST_F(ModelsTest, SaysSoWhereThereAreNone) {
+  fs::create_directory(work.file("elsewhere"));
+  const ProcessResult listed = test::runProcess(VELTO_PROGRAM, {"models"}, work.file("elsewhere"));
+  EXPECT_EQ(listed.status, 0);
+  const bool hasNone = listed.out.find('\n') + 1 == listed.out.size();  // the header alone
+  EXPECT_EQ(listed.err, hasNone ? "velto: no model is installed; -d takes a directory too\n" : "");
+}
+
 TEST_F(ModelsTest, NamesStandForInstalledModelsWhereverAModelIsAskedFor) {
   EXPECT_EQ(run({"check-model", "other"}).out.rfind("./models/other: ", 0), 0U);
   EXPECT_EQ(run({"check-model", "human"}).out.rfind("./param-human: ", 0), 0U);
