@@ -28,7 +28,7 @@ grep -q '^parts	40	' "$work/joined/multiqc_data/multiqc_general_stats.txt"
 echo "MultiQC took the figures"
 
 cp tests/browser/* "$work"
-[ -d "$work/node_modules" ] || (cd "$work" && npm install --silent --no-audit --no-fund)
+[ -d "$work/node_modules" ] || (cd "$work" && npm install --loglevel=error --no-audit --no-fund)
 export PAGES=$work CHROMIUM
 CHROMIUM=$(command -v chromium)
 node --test --test-reporter=tap "$work/pages.test.mjs"

@@ -39,7 +39,7 @@ done
 
 # ---- Tests
 cp tests/browser/* "$work"
-[ -d "$work/node_modules" ] || (cd "$work" && npm install --silent --no-audit --no-fund)
+[ -d "$work/node_modules" ] || (cd "$work" && npm install --loglevel=error --no-audit --no-fund)
 export CHROMIUM WORK=$work SITE=$site_build/site SITE_BUILD=$site_build PAGE=$PWD/web/page MODEL=$PWD/param-human
 CHROMIUM=$(command -v chromium)
 node --no-warnings --test --test-reporter=tap "$work/engine.test.mjs" "$work/web.test.mjs"

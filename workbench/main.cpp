@@ -59,7 +59,23 @@ int answer(const CLI::App& app, const CLI::ParseError& error) {
   return kUsage;
 }
 
-int parseAndRun(CLI::App& app, int argc, char** argv) {
+void addCommands(CLI::App& app) {
+  app.set_version_flag("--version", std::string("velto ") + VELTO_VERSION + ", model format " +
+                                        std::to_string(velto::kModelFormat));
+  app.require_subcommand(1);
+  velto::addScanCommand(app);
+  velto::addShowCommand(app);
+  velto::addModelsCommand(app);
+  velto::addCheckModelCommand(app);
+  velto::addSimulateCommand(app);
+  velto::addTrainCommand(app);
+  velto::addEvaluateCommand(app);
+  velto::requireDecimalNumbers(app);
+}
+
+int parseAndRun(int argc, char** argv) {
+  CLI::App app("Coding regions and frameshifts of error-prone cDNA reads", "velto");
+  addCommands(app);
   try {
     app.parse(argc, argv);
     return kSuccess;
@@ -68,9 +84,9 @@ int parseAndRun(CLI::App& app, int argc, char** argv) {
   }
 }
 
-int runCommand(CLI::App& app, int argc, char** argv) {
+int runCommand(int argc, char** argv) {
   try {
-    return parseAndRun(app, argc, argv);
+    return parseAndRun(argc, argv);
   } catch (const velto::OutputError& error) {
     if (!error.closedPipe()) std::cerr << "velto: " << error.what() << "\n";
     return kFailure;
@@ -95,17 +111,5 @@ int main(int argc, char** argv) {
   occupyStreams();
   velto::cleanUpAtSignals();
   std::signal(SIGPIPE, SIG_IGN);  // a closed pipe is an error of the write, not a signal
-  CLI::App app("Coding regions and frameshifts of error-prone cDNA reads", "velto");
-  app.set_version_flag("--version", std::string("velto ") + VELTO_VERSION + ", model format " +
-                                        std::to_string(velto::kModelFormat));
-  app.require_subcommand(1);
-  velto::addScanCommand(app);
-  velto::addShowCommand(app);
-  velto::addModelsCommand(app);
-  velto::addCheckModelCommand(app);
-  velto::addSimulateCommand(app);
-  velto::addTrainCommand(app);
-  velto::addEvaluateCommand(app);
-  velto::requireDecimalNumbers(app);
-  return runCommand(app, argc, argv);
+  return runCommand(argc, argv);
 }
