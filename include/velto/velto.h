@@ -184,7 +184,7 @@ struct Calibration {
   std::optional<double> codingShare;     // of the reads, 0 to 1
   std::optional<double> truncatedShare;  // of the coding reads: those that begin inside their
                                          // coding region, 0 to 1
-  std::vector<QualityBin> qualities;  // ascending; empty: qualities tell nothing
+  std::vector<QualityBin> qualities;     // ascending; empty: qualities tell nothing
 };
 
 // ---- Models and predictors
