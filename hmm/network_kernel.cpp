@@ -15,16 +15,30 @@ HWY_BEFORE_NAMESPACE();
 namespace velto::HWY_NAMESPACE {
 namespace {
 
+using Inputs = std::array<float, kDinucleotides>;
+
+// Composition::input of all pairs, operation by operation.
+HWY_ATTR Inputs inputsOf(const Composition& composition) {
+  const hn::CappedTag<float, kDinucleotides> d;
+  const hn::RebindToSigned<decltype(d)> whole;
+  Inputs inputs{};
+  if (composition.total == 0) return inputs;
+  const auto total = hn::Set(d, static_cast<float>(composition.total));
+  for (std::size_t pair = 0; pair < inputs.size(); pair += hn::Lanes(d)) {
+    const auto count = hn::ConvertTo(d, hn::LoadU(whole, composition.pairs.data() + pair));
+    const auto share = hn::Div(hn::Mul(hn::Set(d, 8.0f), count), total);
+    hn::StoreU(hn::Sub(share, hn::Set(d, 0.5f)), d, inputs.data() + pair);
+  }
+  return inputs;
+}
+
 // basePart, operation by operation.
 HWY_ATTR void basePartInVectors(const WindowNetwork& network, const Composition& composition,
                                 std::int16_t* units) {
-  const hn::CappedTag<float, 8> d;
+  const hn::CappedTag<float, 16> d;
   const hn::RebindToSigned<decltype(d)> whole;
   const hn::Rebind<std::int16_t, decltype(d)> narrow;
-  std::array<float, kDinucleotides> inputs;
-  for (std::size_t pair = 0; pair < inputs.size(); ++pair) {
-    inputs[pair] = composition.input(static_cast<int>(pair));
-  }
+  const Inputs inputs = inputsOf(composition);
   const auto count = static_cast<std::size_t>(network.units);
   const auto load = [&](const std::int16_t* x) HWY_ATTR {
     return hn::ConvertTo(d, hn::PromoteTo(whole, hn::LoadU(narrow, x)));
