@@ -2,6 +2,7 @@
 
 #include <oneapi/tbb/enumerable_thread_specific.h>
 #include <oneapi/tbb/global_control.h>
+#include <oneapi/tbb/parallel_for.h>
 #include <oneapi/tbb/parallel_pipeline.h>
 #include <oneapi/tbb/task_arena.h>
 
@@ -52,6 +53,10 @@ std::vector<Read> sampleOf(const std::deque<RecordBatch>& beginning, bool useQua
   return sample;
 }
 
+void inParallel(size_t count, const std::function<void(size_t)>& task) {
+  tbb::parallel_for(size_t{0}, count, task);
+}
+
 class Scan {
  public:
   Scan(const Predictor& predictor, const ScanOptions& options, std::vector<ScanOutput>& outputs)
@@ -62,10 +67,10 @@ class Scan {
         batches_(filesInOrder(options.inputs)) {}
 
   ScanResult run() {
-    calibrate();
     const auto threads = static_cast<size_t>(options_.threads);
     const tbb::global_control most(tbb::global_control::max_allowed_parallelism, threads);
     tbb::task_arena arena(options_.threads);
+    arena.execute([this] { calibrate(); });
     works_.resize(kBatchesPerThread * threads);
     arena.execute([this] { runPipeline(); });
     if (batches_.error() != nullptr) std::rethrow_exception(batches_.error());
@@ -79,7 +84,7 @@ class Scan {
     if (options_.learn && predictor_.usesCalibration()) {
       const auto& beginning = batches_.readAhead(kSampleReads, kSampleBases);
       calibration_ = predictor_.learn(sampleOf(beginning, options_.useQualities), options_.predict,
-                                      options_.known);
+                                      options_.known, inParallel);
     }
     predictor_ = predictor_.calibrated(calibration_);
   }

@@ -54,8 +54,11 @@ class Decoder {
   }
 
   // What this decoder learns of the file that the reads are a sample of; what is known is kept.
-  virtual Calibration learn(std::span<const ReadView> sample, const Calibration& known) const {
+  // The result is the same however its parts are run.
+  virtual Calibration learn(std::span<const ReadView> sample, const Calibration& known,
+                            const ParallelFor& parallel) const {
     static_cast<void>(sample);
+    static_cast<void>(parallel);
     return known;
   }
 

@@ -7,13 +7,15 @@
 
 #include "core/base_code.h"
 #include "hmm/float_math.h"
+#include "hmm/group_lattice.h"
 #include "hmm/quality_scale.h"
-#include "hmm/read_lattice.h"
+#include "hmm/read_groups.h"
 
 namespace velto {
 namespace {
 
 constexpr std::size_t kMostReads = 300;
+constexpr std::size_t kGroupsOfTask = 4;
 constexpr double kCodingLogOdds = 3.0;  // reads below tell nothing about coding bases
 
 constexpr BaseErrorRates kFirstGuess = {0.005, 0.007, 0.010};
@@ -28,6 +30,17 @@ struct ExpectedErrors {
   double innerStops = 0.0;                      // stop codons that the coding region reads through
   std::array<BinSums, kErrorKinds> events{};    // [kind][bin]; without qualities all in bin 0
   std::array<BinSums, kErrorKinds> modelled{};  // events that the rates themselves lead to
+
+  void add(const ExpectedErrors& other) {
+    codingBases += other.codingBases;
+    innerStops += other.innerStops;
+    for (std::size_t kind = 0; kind < kErrorKinds; ++kind) {
+      for (std::size_t b = 0; b < kQualityBins; ++b) {
+        events[kind][b] += other.events[kind][b];
+        modelled[kind][b] += other.modelled[kind][b];
+      }
+    }
+  }
 
   double total(ErrorKind kind) const {
     double sum = 0.0;
@@ -71,8 +84,13 @@ constexpr double BaseErrorRates::*kRateOf[kErrorKinds] = {
 
 class Learner {
  public:
-  Learner(const HmmModel& model, const BaseErrorRates& first, std::span<const ReadView> sample)
-      : model_(model), scale_(sample), sample_(spread(sample)) {
+  Learner(const HmmModel& model, const BaseErrorRates& first, std::span<const ReadView> sample,
+          const ParallelFor& parallel)
+      : model_(model),
+        parallel_(parallel),
+        scale_(sample),
+        sample_(spread(sample)),
+        groups_(sample_) {
     learnt_.mean = first;
     multipliers_.fill(scale_.statedMultipliers());
     fillBins();
@@ -102,7 +120,10 @@ class Learner {
   static std::vector<ReadView> spread(std::span<const ReadView> sample) {
     const std::size_t count = std::min(kMostReads, sample.size());
     std::vector<ReadView> chosen;
-    for (std::size_t k = 0; k < count; ++k) chosen.push_back(sample[k * sample.size() / count]);
+    for (std::size_t k = 0; k < count; ++k) {
+      const ReadView& read = sample[k * sample.size() / count];
+      if (!read.codes.empty()) chosen.push_back(read);
+    }
     return chosen;
   }
 
@@ -119,44 +140,58 @@ class Learner {
     rates_ = FileRates(learnt_.mean, learnt_.qualities);
   }
 
-  ExpectedErrors expectedErrors() {
+  ExpectedErrors expectedErrors() const {
+    std::vector<ExpectedErrors> ofRead(sample_.size());
+    parallel_((groups_.size() + kGroupsOfTask - 1) / kGroupsOfTask, [&](std::size_t task) {
+      GroupLattice lattice(model_, rates_, false);
+      const std::size_t end = std::min((task + 1) * kGroupsOfTask, groups_.size());
+      for (std::size_t g = task * kGroupsOfTask; g < end; ++g) {
+        lattice.run(sample_, groups_[g]);
+        for (std::size_t k = 0; k < groups_[g].size(); ++k) {
+          if (lattice.evidence(k).logOdds <= kCodingLogOdds) continue;
+          const std::size_t read = groups_[g][k];
+          ofRead[read] = expectedErrorsOf(sample_[read], lattice, k);
+        }
+      }
+    });
     ExpectedErrors errors;
-    for (const ReadView& read : sample_) {
-      if (read.codes.empty()) continue;
-      lattice_.run(model_, rates_, read, false);
-      if (logOddsOfCoding(lattice_.forward.state.back()) > kCodingLogOdds) addRead(read, errors);
-    }
+    for (const ExpectedErrors& some : ofRead) errors.add(some);
     return errors;
   }
 
-  void addRead(const ReadView& read, ExpectedErrors& errors) const {
+  // Of the read at a place of the lattice's group.
+  ExpectedErrors expectedErrorsOf(const ReadView& read, const GroupLattice& lattice,
+                                  std::size_t place) const {
+    ExpectedErrors errors;
+    ReadContext context;
+    context.index(read.codes);
     for (std::size_t i = 0; i < read.codes.size(); ++i) {
-      const StatePosterior& p = lattice_.posteriors[i];
-      const double coding = p.state[kC0] + p.state[kC1] + p.state[kC2];
-      const double inserted = p.state[kI0] + p.state[kI1] + p.state[kI2];
-      const double deleted = p.deletion[0] + p.deletion[1] + p.deletion[2];
+      const ErrorPosterior p = lattice.errorPosterior(place, i);
+      const double coding = p.coding[0] + p.coding[1] + p.coding[2];
       const BaseRates rates = rates_.at(read.phred, i);
       const std::size_t own = binAt(read, i),
                         gap = i == 0 ? own : std::min(own, binAt(read, i - 1));
       errors.codingBases += coding;
-      if (i >= 2 && isStopCodon(lattice_.context.codons[i - 2])) errors.innerStops += p.state[kC2];
-      errors.events[kInserted][own] += inserted;
+      if (i >= 2 && isStopCodon(context.codons[i - 2])) errors.innerStops += p.coding[2];
+      errors.events[kInserted][own] += p.inserted;
       errors.modelled[kInserted][own] += coding * rates.insertion;
-      errors.events[kDeleted][gap] += deleted;
+      errors.events[kDeleted][gap] += p.deleted;
       errors.modelled[kDeleted][gap] += coding * rates.deletion;
       if (!isKnownBase(read.codes[i])) continue;
-      errors.events[kSubstituted][own] += substituted(p.state, i, rates.substitution);
+      errors.events[kSubstituted][own] += substituted(p.coding, context, i, rates.substitution);
       errors.modelled[kSubstituted][own] += coding * rates.substitution;
     }
+    return errors;
   }
 
-  double substituted(const StateRow& state, std::size_t i, float substitution) const {
-    const int gcClass = lattice_.context.blocks[i / kCompositionBlock].gcClass();
-    const EmissionRow& row = model_.emission(gcClass, lattice_.context.fiveMers[i]);
+  double substituted(const std::array<float, 3>& coding, const ReadContext& context, std::size_t i,
+                     float substitution) const {
+    const int gcClass = context.blocks[i / kCompositionBlock].gcClass();
+    const EmissionRow& row = model_.emission(gcClass, context.fiveMers[i]);
     double sum = 0.0;
     for (int k = 0; k < 3; ++k) {
-      sum += state[static_cast<std::size_t>(kC0 + k)] *
-             (1.0f - errorFreeShare(row, k, 1.0f, substitution));
+      sum +=
+          coding[static_cast<std::size_t>(k)] * (1.0f - errorFreeShare(row, k, 1.0f, substitution));
     }
     return sum;
   }
@@ -197,24 +232,28 @@ class Learner {
   }
 
   const HmmModel& model_;
+  const ParallelFor& parallel_;
   const QualityScale scale_;
-  const std::vector<ReadView> sample_;
+  const std::vector<ReadView> sample_;  // of one base or more
+  const ReadGroups groups_;             // of the sample
   std::array<BinMultipliers, kErrorKinds> multipliers_{};
   LearntRates learnt_;
   FileRates rates_;  // of learnt_
-  ReadLattice lattice_;
 };
 
 }  // namespace
 
-LearntRates learnErrorRates(const HmmModel& model, std::span<const ReadView> sample) {
-  if (sample.size() < kLeastReadsForRates) return learnQualityRates(model, kDefaultRates, sample);
-  return Learner(model, kFirstGuess, sample).learn();
+LearntRates learnErrorRates(const HmmModel& model, std::span<const ReadView> sample,
+                            const ParallelFor& parallel) {
+  if (sample.size() < kLeastReadsForRates) {
+    return learnQualityRates(model, kDefaultRates, sample, parallel);
+  }
+  return Learner(model, kFirstGuess, sample, parallel).learn();
 }
 
 LearntRates learnQualityRates(const HmmModel& model, const BaseErrorRates& mean,
-                              std::span<const ReadView> sample) {
-  return Learner(model, mean, sample).learnQualities();
+                              std::span<const ReadView> sample, const ParallelFor& parallel) {
+  return Learner(model, mean, sample, parallel).learnQualities();
 }
 
 }  // namespace velto

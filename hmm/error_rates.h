@@ -21,11 +21,13 @@ struct LearntRates {
 // Learns insertion, deletion and substitution rates by expectation maximisation on up to 300 reads
 // spread over the sample, those that look coding by the count tables alone; fewer than
 // kLeastReadsForRates reads have the default rates. Where the reads have qualities that differ,
-// their bins get rates of their own. The result depends on the arguments alone.
-LearntRates learnErrorRates(const HmmModel& model, std::span<const ReadView> sample);
+// their bins get rates of their own. The result depends on reads and model
+// alone, in whatever order its parts are run.
+LearntRates learnErrorRates(const HmmModel& model, std::span<const ReadView> sample,
+                            const ParallelFor& parallel);
 
 // The same with these mean rates: only what qualities say is learnt.
 LearntRates learnQualityRates(const HmmModel& model, const BaseErrorRates& mean,
-                              std::span<const ReadView> sample);
+                              std::span<const ReadView> sample, const ParallelFor& parallel);
 
 }  // namespace velto

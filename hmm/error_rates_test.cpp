@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "core/in_turn.h"
 #include "hmm/toy_reads.h"
 
 namespace velto {
@@ -16,7 +17,7 @@ ToyReads readsOf(int count, const ToyReads::Errors& errors) {
 // Of what the reads hold, a share is kept for the network: 0.8 where errors are rare.
 TEST(ErrorRates, FindsTheRatesOfReads) {
   const ToyReads reads = readsOf(300, {0.004, 0.008});
-  const LearntRates rates = learnErrorRates(toyModel(), reads.views());
+  const LearntRates rates = learnErrorRates(toyModel(), reads.views(), inTurn);
   EXPECT_NEAR(rates.mean.insertion, 0.8 * 0.004, 0.0008);
   EXPECT_NEAR(rates.mean.deletion, 0.8 * 0.008, 0.0012);
   EXPECT_GE(rates.mean.substitution, rates.mean.insertion + rates.mean.deletion);
@@ -26,7 +27,7 @@ TEST(ErrorRates, FindsTheRatesOfReads) {
 
 TEST(ErrorRates, FrequentErrorsAreKeptWhole) {
   const ToyReads reads = readsOf(300, {0.03, 0.05});
-  const LearntRates rates = learnErrorRates(toyModel(), reads.views());
+  const LearntRates rates = learnErrorRates(toyModel(), reads.views(), inTurn);
   EXPECT_NEAR(rates.mean.insertion, 0.03, 0.008);
   EXPECT_NEAR(rates.mean.deletion, 0.05, 0.01);
   EXPECT_EQ(rates.mean.substitution, 0.013);
@@ -34,7 +35,7 @@ TEST(ErrorRates, FrequentErrorsAreKeptWhole) {
 
 TEST(ErrorRates, CleanReadsHaveNextToNone) {
   const ToyReads reads = readsOf(300, {});
-  const LearntRates rates = learnErrorRates(toyModel(), reads.views());
+  const LearntRates rates = learnErrorRates(toyModel(), reads.views(), inTurn);
   EXPECT_LT(rates.mean.insertion, 1e-4);
   EXPECT_LT(rates.mean.deletion, 1e-4);
   EXPECT_LT(rates.mean.substitution, 1e-4);
@@ -42,20 +43,20 @@ TEST(ErrorRates, CleanReadsHaveNextToNone) {
 
 TEST(ErrorRates, CleanReadsHaveTheFewerTheMoreBasesTheyAre) {
   const ToyReads few = readsOf(20, {}), many = readsOf(200, {});
-  EXPECT_NEAR(learnErrorRates(toyModel(), few.views()).mean.deletion, 0.1 / 13000, 1e-6);
-  EXPECT_NEAR(learnErrorRates(toyModel(), many.views()).mean.deletion, 0.1 / 121000, 1e-7);
+  EXPECT_NEAR(learnErrorRates(toyModel(), few.views(), inTurn).mean.deletion, 0.1 / 13000, 1e-6);
+  EXPECT_NEAR(learnErrorRates(toyModel(), many.views(), inTurn).mean.deletion, 0.1 / 121000, 1e-7);
 }
 
 TEST(ErrorRates, SubstitutionsAreLearntFromInnerStopCodons) {
   const ToyReads reads = readsOf(300, {0.0, 0.0, 1.0, 10, 10, 0.004});
-  const LearntRates rates = learnErrorRates(toyModel(), reads.views());
+  const LearntRates rates = learnErrorRates(toyModel(), reads.views(), inTurn);
   EXPECT_LT(rates.mean.insertion + rates.mean.deletion, 2e-4);
   EXPECT_GT(rates.mean.substitution, 0.001);
 }
 
 TEST(ErrorRates, FewReadsKeepTheDefaults) {
   const ToyReads reads = readsOf(19, {});
-  const LearntRates rates = learnErrorRates(toyModel(), reads.views());
+  const LearntRates rates = learnErrorRates(toyModel(), reads.views(), inTurn);
   EXPECT_EQ(rates.mean.insertion, kDefaultRates.insertion);
   EXPECT_EQ(rates.mean.deletion, kDefaultRates.deletion);
 }
@@ -63,7 +64,7 @@ TEST(ErrorRates, FewReadsKeepTheDefaults) {
 TEST(ErrorRates, ReadsThatDoNotCodeTellNothing) {
   ToyReads reads(3);
   for (int i = 0; i < 100; ++i) reads.addEven(300);
-  const LearntRates rates = learnErrorRates(toyModel(), reads.views());
+  const LearntRates rates = learnErrorRates(toyModel(), reads.views(), inTurn);
   EXPECT_NEAR(rates.mean.insertion, 0.8 * 0.005, 6e-5);
   EXPECT_NEAR(rates.mean.deletion, 0.8 * 0.007, 6e-5);
 }
@@ -73,13 +74,13 @@ TEST(ErrorRates, EmptyAndUnknownReadsAreHarmless) {
   for (std::size_t r = 20; r < 40; ++r) codes[r].assign(r - 19, kUnknownBase);
   std::vector<ReadView> views;
   for (const auto& read : codes) views.push_back({read, {}});
-  EXPECT_GT(learnErrorRates(toyModel(), views).mean.insertion, 0.0);
-  EXPECT_EQ(learnErrorRates(toyModel(), {}).mean.insertion, kDefaultRates.insertion);
+  EXPECT_GT(learnErrorRates(toyModel(), views, inTurn).mean.insertion, 0.0);
+  EXPECT_EQ(learnErrorRates(toyModel(), {}, inTurn).mean.insertion, kDefaultRates.insertion);
 }
 
 TEST(ErrorRates, DoubtfulBasesGetTheErrors) {
   const ToyReads reads = readsOf(300, {0.006, 0.008, 0.1, 8, 40});
-  const LearntRates rates = learnErrorRates(toyModel(), reads.views(true));
+  const LearntRates rates = learnErrorRates(toyModel(), reads.views(true), inTurn);
   ASSERT_EQ(rates.qualities.size(), 2U);
   const BaseErrorRates &low = rates.qualities[0].factors, &high = rates.qualities[1].factors;
   EXPECT_EQ(rates.qualities[0].most, 8);
@@ -91,12 +92,13 @@ TEST(ErrorRates, DoubtfulBasesGetTheErrors) {
 
 TEST(ErrorRates, EqualQualitiesAreOff) {
   const ToyReads reads = readsOf(100, {0.006, 0.008, 0.1, 20, 20});
-  EXPECT_TRUE(learnErrorRates(toyModel(), reads.views(true)).qualities.empty());
+  EXPECT_TRUE(learnErrorRates(toyModel(), reads.views(true), inTurn).qualities.empty());
 }
 
 TEST(ErrorRates, GivenRatesStayAndQualitiesAreLearnt) {
   const ToyReads reads = readsOf(300, {0.006, 0.008, 0.1, 8, 40});
-  const LearntRates rates = learnQualityRates(toyModel(), {0.01, 0.02, 0.03}, reads.views(true));
+  const LearntRates rates =
+      learnQualityRates(toyModel(), {0.01, 0.02, 0.03}, reads.views(true), inTurn);
   EXPECT_EQ(rates.mean.insertion, 0.01);
   EXPECT_EQ(rates.mean.deletion, 0.02);
   EXPECT_EQ(rates.mean.substitution, 0.03);

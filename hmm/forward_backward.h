@@ -40,6 +40,18 @@ struct StatePosterior {
   std::array<float, 3> deletion;  // of a coding base of phase k behind a lost base
 };
 
+// What the posteriors of a base say about errors.
+struct ErrorPosterior {
+  std::array<float, 3> coding;  // [phase] start and stop codon apart
+  float inserted;
+  float deleted;  // a base was lost before this one
+};
+inline ErrorPosterior errorPosteriorOf(const StatePosterior& p) {
+  return {{p.state[kC0], p.state[kC1], p.state[kC2]},
+          p.state[kI0] + p.state[kI1] + p.state[kI2],
+          p.deletion[0] + p.deletion[1] + p.deletion[2]};
+}
+
 // Sum in a fixed order, which lanes repeat.
 float sumOf(const StateRow& row);
 

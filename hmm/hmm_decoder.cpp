@@ -1,20 +1,17 @@
 #include "hmm/hmm_decoder.h"
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 #include <iterator>
-#include <numeric>
 #include <utility>
 #include <vector>
 
 #include "hmm/coding_path.h"
 #include "hmm/error_rates.h"
 #include "hmm/float_math.h"
+#include "hmm/group_lattice.h"
 #include "hmm/hmm_model_file.h"
-#ifdef VELTO_HIGHWAY
-#include "hmm/lattice_lanes.h"
-#endif
+#include "hmm/read_groups.h"
 #include "hmm/read_lattice.h"
 
 namespace velto {
@@ -22,26 +19,12 @@ namespace {
 
 constexpr std::size_t kMostShareReads = 1000;
 
+// Groups of reads that one task learns from.
+constexpr std::size_t kGroupsOfTask = 8;
+
 struct HmmScratch : Decoder::Scratch {
 #ifdef VELTO_HIGHWAY
-  HmmScratch(const HmmModel& model, const FileRates& rates)
-      : weights(model.weights), emissionLanes(model, rates) {}
-#else
-  HmmScratch(const HmmModel&, const FileRates&) {}
-#endif
-
-  ReadLattice lattice;
-  std::vector<FramePosterior> frames;
-  PathTrace trace;
-#ifdef VELTO_HIGHWAY
-  // Forward sums of the reads of a group, one in each lane.
-  void runForward(std::span<const ReadView> reads, std::span<const std::size_t> group) {
-    std::array<ReadView, kLanes> inLanes;
-    std::transform(group.begin(), group.end(), inLanes.begin(),
-                   [&](std::size_t index) { return reads[index]; });
-    emissionLanes.fill(std::span(inLanes).first(group.size()), emissions);
-    lanes.runForward(weights, emissions);
-  }
+  HmmScratch(const HmmModel& model, const FileRates& rates) : lanes(model, rates, true) {}
 
   // Whether no read of the group, run forward, has a score above those to beat; then sets the
   // scores of their calls.
@@ -51,44 +34,19 @@ struct HmmScratch : Decoder::Scratch {
     for (std::size_t lane = 0; lane < group.size(); ++lane) {
       Call& call = calls[group[lane]];
       call.clear();
-      call.score = lanes.logOdds(lane);
+      call.score = lanes.lattice.logOdds(lane);
       if (call.score > scoresToBeat[group[lane]]) return false;
     }
     return true;
   }
 
-  const PathWeights& weights;
-  EmissionLanes emissionLanes;
-  LaneEmissions emissions;
-  LatticeLanes lanes;
+  ReadLanes lanes;
 #endif
+
+  ReadLattice lattice;
+  std::vector<FramePosterior> frames;
+  PathTrace trace;
 };
-
-#ifdef VELTO_HIGHWAY
-// Longer reads, of which eight would take more than 30 MB, are decoded alone.
-constexpr std::size_t kMostBasesInLanes = 20000;
-
-// Lanes take as long for one read as for eight.
-constexpr std::size_t kLeastReadsInLanes = 4;
-
-// Calls `alone` with the index of each read that is decoded alone, `together` with those of groups
-// of reads of like length.
-template <class Alone, class Together>
-void inGroups(std::span<const ReadView> reads, Alone alone, Together together) {
-  const auto length = [&](std::size_t index) { return reads[index].codes.size(); };
-  std::vector<std::size_t> order(reads.size());
-  std::iota(order.begin(), order.end(), std::size_t{0});
-  std::stable_sort(order.begin(), order.end(),
-                   [&](std::size_t a, std::size_t b) { return length(a) > length(b); });
-  std::size_t first = 0;
-  while (first < order.size() && length(order[first]) > kMostBasesInLanes) alone(order[first++]);
-  for (; first + kLeastReadsInLanes <= order.size(); first += kLanes) {
-    together(
-        std::span<const std::size_t>(order).subspan(first, std::min(kLanes, order.size() - first)));
-  }
-  while (first < order.size()) alone(order[first++]);
-}
-#endif
 
 double leastProbability(const Wishes& wishes) {
   return std::isnan(wishes.minProbability) ? kMinProbability : wishes.minProbability;
@@ -138,7 +96,11 @@ HmmDecoder::HmmDecoder(std::shared_ptr<const HmmModel> model)
     : trained_(std::move(model)), model_(trained_), codingShare_(trained_->decision.codingShare) {}
 
 std::unique_ptr<Decoder::Scratch> HmmDecoder::scratch() const {
+#ifdef VELTO_HIGHWAY
   return std::make_unique<HmmScratch>(*model_, rates_);
+#else
+  return std::make_unique<HmmScratch>();
+#endif
 }
 
 void HmmDecoder::decode(const ReadView& read, const Wishes& wishes, Scratch& scratch,
@@ -159,14 +121,18 @@ void HmmDecoder::decode(const ReadView& read, const Wishes& wishes, Scratch& scr
 void HmmDecoder::decodeAll(std::span<const ReadView> reads, const Wishes& wishes, Scratch& scratch,
                            std::span<Call> calls) const {
   auto& own = static_cast<HmmScratch&>(scratch);
-  inGroups(
-      reads, [&](std::size_t index) { decode(reads[index], wishes, scratch, calls[index]); },
-      [&](std::span<const std::size_t> group) {
-        own.runForward(reads, group);
-        if (own.isBeaten(group, wishes.scoresToBeat, calls)) return;
-        own.lanes.runBackward();
-        callLanes(group, wishes, scratch, calls);
-      });
+  const ReadGroups groups(reads);
+  for (std::size_t g = 0; g < groups.size(); ++g) {
+    const std::span<const std::size_t> group = groups[g];
+    if (group.size() == 1) {
+      decode(reads[group.front()], wishes, scratch, calls[group.front()]);
+      continue;
+    }
+    own.lanes.runForward(reads, group);
+    if (own.isBeaten(group, wishes.scoresToBeat, calls)) continue;
+    own.lanes.lattice.runBackward();
+    callLanes(group, wishes, scratch, calls);
+  }
 }
 
 void HmmDecoder::callLanes(std::span<const std::size_t> group, const Wishes& wishes,
@@ -175,58 +141,46 @@ void HmmDecoder::callLanes(std::span<const std::size_t> group, const Wishes& wis
   LaneRow factors{};
   for (std::size_t lane = 0; lane < group.size(); ++lane) {
     Call& call = calls[group[lane]];
-    decide(own.lanes.evidence(lane), wishes, call);
+    decide(own.lanes.lattice.evidence(lane), wishes, call);
     factors[lane] = givenCoding(call);
   }
-  own.lanes.scorePaths(factors);
+  own.lanes.lattice.scorePaths(factors);
   for (std::size_t lane = 0; lane < group.size(); ++lane) {
     Call& call = calls[group[lane]];
     const auto& toBeat = wishes.scoresToBeat;
     if (!toBeat.empty() && !(call.score > toBeat[group[lane]])) continue;
     if (call.coding) {
-      own.lanes.takePathOf(lane, call);
+      own.lanes.lattice.takePathOf(lane, call);
       dropRegionWithoutCodon(call);
     }
     if (!wishes.scores) continue;
-    own.lanes.framePosteriors(lane, factors[lane], own.frames);
+    own.lanes.lattice.framePosteriors(lane, factors[lane], own.frames);
     fillScores(own.frames, call.probability, call);
   }
-}
-
-std::vector<ReadEvidence> HmmDecoder::evidenceOfAll(std::span<const ReadView> reads) const {
-  HmmScratch own(*model_, rates_);
-  std::vector<ReadEvidence> evidence(reads.size());
-  inGroups(
-      reads,
-      [&](std::size_t index) {
-        own.lattice.run(*model_, rates_, reads[index], true);
-        evidence[index] = own.lattice.evidence();
-      },
-      [&](std::span<const std::size_t> group) {
-        own.runForward(reads, group);
-        own.lanes.runBackward();
-        for (std::size_t lane = 0; lane < group.size(); ++lane) {
-          evidence[group[lane]] = own.lanes.evidence(lane);
-        }
-      });
-  return evidence;
 }
 #else
 void HmmDecoder::decodeAll(std::span<const ReadView> reads, const Wishes& wishes, Scratch& scratch,
                            std::span<Call> calls) const {
   Decoder::decodeAll(reads, wishes, scratch, calls);
 }
+#endif
 
-std::vector<ReadEvidence> HmmDecoder::evidenceOfAll(std::span<const ReadView> reads) const {
-  HmmScratch own(*model_, rates_);
-  std::vector<ReadEvidence> evidence;
-  for (const ReadView& read : reads) {
-    own.lattice.run(*model_, rates_, read, true);
-    evidence.push_back(own.lattice.evidence());
-  }
+std::vector<ReadEvidence> HmmDecoder::evidenceOfAll(std::span<const ReadView> reads,
+                                                    const ParallelFor& parallel) const {
+  const ReadGroups groups(reads);
+  std::vector<ReadEvidence> evidence(reads.size());
+  parallel((groups.size() + kGroupsOfTask - 1) / kGroupsOfTask, [&](std::size_t task) {
+    GroupLattice lattice(*model_, rates_, true);
+    const std::size_t end = std::min((task + 1) * kGroupsOfTask, groups.size());
+    for (std::size_t g = task * kGroupsOfTask; g < end; ++g) {
+      lattice.run(reads, groups[g]);
+      for (std::size_t k = 0; k < groups[g].size(); ++k) {
+        evidence[groups[g][k]] = lattice.evidence(k);
+      }
+    }
+  });
   return evidence;
 }
-#endif
 
 void HmmDecoder::decide(const ReadEvidence& evidence, const Wishes& wishes, Call& call) const {
   const ReadDecision& decision = model_->decision;
@@ -246,20 +200,21 @@ void HmmDecoder::weighOtherStrand(double otherScore, const Wishes& wishes, Call&
   if (call.coding && call.probability < leastProbability(wishes)) dropRegion(call);
 }
 
-Calibration HmmDecoder::learn(std::span<const ReadView> sample, const Calibration& known) const {
+Calibration HmmDecoder::learn(std::span<const ReadView> sample, const Calibration& known,
+                              const ParallelFor& parallel) const {
   Calibration learnt = known;
   learnt.reads = static_cast<int>(sample.size());
   if (!known.errorRates || known.qualities.empty()) {
-    const LearntRates rates = known.errorRates
-                                  ? learnQualityRates(*trained_, *known.errorRates, sample)
-                                  : learnErrorRates(*trained_, sample);
+    const LearntRates rates =
+        known.errorRates ? learnQualityRates(*trained_, *known.errorRates, sample, parallel)
+                         : learnErrorRates(*trained_, sample, parallel);
     const bool tells = known.errorRates || sample.size() >= kLeastReadsForRates;
     if (tells) learnt.errorRates = rates.mean;
     if (known.qualities.empty()) learnt.qualities = rates.qualities;
   }
   const bool isUnknown = !known.codingShare || !known.truncatedShare;
   if (isUnknown && sample.size() >= kLeastReadsForShare) {
-    fittedTo(learnt).learnShares(sample, learnt);
+    fittedTo(learnt).learnShares(sample, learnt, parallel);
   }
   return learnt;
 }
@@ -283,14 +238,15 @@ HmmDecoder HmmDecoder::fittedTo(const Calibration& calibration) const {
   return fitted;
 }
 
-void HmmDecoder::learnShares(std::span<const ReadView> sample, Calibration& learnt) const {
+void HmmDecoder::learnShares(std::span<const ReadView> sample, Calibration& learnt,
+                             const ParallelFor& parallel) const {
   const std::size_t count = std::min(kMostShareReads, sample.size());
   std::vector<ReadView> chosen;
   for (std::size_t k = 0; k < count; ++k) {
     const ReadView& read = sample[k * sample.size() / count];
     if (!read.codes.empty()) chosen.push_back(read);
   }
-  const std::vector<ReadEvidence> evidence = evidenceOfAll(chosen);
+  const std::vector<ReadEvidence> evidence = evidenceOfAll(chosen, parallel);
   std::vector<double> probabilities;
   for (const ReadEvidence& read : evidence) {
     probabilities.push_back(codingProbability(model_->decision, read));

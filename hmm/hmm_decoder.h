@@ -36,7 +36,8 @@ class HmmDecoder : public Decoder {
 
   // Learns error rates from up to 300 reads and the share of coding reads from up to 1000; too
   // few reads leave them unknown.
-  Calibration learn(std::span<const ReadView> sample, const Calibration& known) const override;
+  Calibration learn(std::span<const ReadView> sample, const Calibration& known,
+                    const ParallelFor& parallel) const override;
 
   // What is unknown has default values: those of a single read.
   std::shared_ptr<const Decoder> calibrated(const Calibration& calibration) const override;
@@ -45,7 +46,8 @@ class HmmDecoder : public Decoder {
   HmmDecoder fittedTo(const Calibration& calibration) const;
 
   // Learns the unknown shares of the calibration whose rates this decoder has.
-  void learnShares(std::span<const ReadView> sample, Calibration& learnt) const;
+  void learnShares(std::span<const ReadView> sample, Calibration& learnt,
+                   const ParallelFor& parallel) const;
 
   // Sets all of the call but path and scores.
   void decide(const ReadEvidence& evidence, const Wishes& wishes, Call& call) const;
@@ -55,7 +57,8 @@ class HmmDecoder : public Decoder {
                  std::span<Call> calls) const;
 
   // Of reads of one base or more, in their order.
-  std::vector<ReadEvidence> evidenceOfAll(std::span<const ReadView> reads) const;
+  std::vector<ReadEvidence> evidenceOfAll(std::span<const ReadView> reads,
+                                          const ParallelFor& parallel) const;
 
   std::shared_ptr<const HmmModel> trained_;
   std::shared_ptr<const HmmModel> model_;  // the trained one, its weights for the file's reads

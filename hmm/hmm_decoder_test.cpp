@@ -4,6 +4,7 @@
 
 #include <algorithm>
 
+#include "core/in_turn.h"
 #include "hmm/hmm_model_file.h"
 #include "hmm/toy_reads.h"
 
@@ -168,7 +169,7 @@ TEST(HmmDecoder, CalibrationLearnsRatesAndShare) {
   ToyReads reads(7);
   for (int i = 0; i < 100; ++i) reads.addCoding(150, {0.01, 0.02});
   const HmmDecoder decoder(sharedToy());
-  const Calibration learnt = decoder.learn(reads.views(), {});
+  const Calibration learnt = decoder.learn(reads.views(), {}, inTurn);
   EXPECT_EQ(learnt.reads, 100);
   ASSERT_TRUE(learnt.errorRates.has_value());
   EXPECT_GT(learnt.errorRates->deletion, 0.01);
@@ -177,6 +178,25 @@ TEST(HmmDecoder, CalibrationLearnsRatesAndShare) {
   ASSERT_TRUE(learnt.truncatedShare.has_value());
   EXPECT_GT(*learnt.truncatedShare, 0.8);
   EXPECT_TRUE(learnt.qualities.empty());
+}
+
+// The last task first.
+void backwards(std::size_t count, const std::function<void(std::size_t)>& task) {
+  while (count-- > 0) task(count);
+}
+
+TEST(HmmDecoder, WhatIsLearntDoesNotDependOnTheOrderOfTasks) {
+  ToyReads reads(7);
+  for (int i = 0; i < 403; ++i) reads.addCoding(20 + i % 50, {0.01, 0.02, 0.1, 5, 40});
+  const HmmDecoder decoder(sharedToy());
+  const Calibration one = decoder.learn(reads.views(true), {}, inTurn);
+  const Calibration other = decoder.learn(reads.views(true), {}, backwards);
+  EXPECT_EQ(one.errorRates->insertion, other.errorRates->insertion);
+  EXPECT_EQ(one.errorRates->deletion, other.errorRates->deletion);
+  EXPECT_EQ(one.codingShare, other.codingShare);
+  EXPECT_EQ(one.truncatedShare, other.truncatedShare);
+  ASSERT_EQ(one.qualities.size(), 2U);
+  EXPECT_EQ(one.qualities[0].factors.deletion, other.qualities[0].factors.deletion);
 }
 
 TEST(HmmDecoder, CalibratedDecodingDiffers) {
@@ -202,7 +222,7 @@ TEST(HmmDecoder, TinyFilesLearnNothing) {
   for (const int count : {0, 1, 10, 19}) {
     ToyReads reads(7);
     for (int i = 0; i < count; ++i) reads.addCoding(50, {});
-    const Calibration learnt = HmmDecoder(sharedToy()).learn(reads.views(), {});
+    const Calibration learnt = HmmDecoder(sharedToy()).learn(reads.views(), {}, inTurn);
     EXPECT_FALSE(learnt.errorRates.has_value()) << count;
     EXPECT_FALSE(learnt.codingShare.has_value()) << count;
     EXPECT_FALSE(learnt.truncatedShare.has_value()) << count;
@@ -212,7 +232,7 @@ TEST(HmmDecoder, TinyFilesLearnNothing) {
 TEST(HmmDecoder, FiftyReadsTellRatesAndShare) {
   ToyReads reads(7);
   for (int i = 0; i < 50; ++i) reads.addCoding(50, {});
-  const Calibration learnt = HmmDecoder(sharedToy()).learn(reads.views(), {});
+  const Calibration learnt = HmmDecoder(sharedToy()).learn(reads.views(), {}, inTurn);
   EXPECT_TRUE(learnt.errorRates.has_value());
   EXPECT_TRUE(learnt.codingShare.has_value());
   EXPECT_TRUE(learnt.truncatedShare.has_value());
@@ -225,9 +245,9 @@ TEST(HmmDecoder, WhatIsKnownStays) {
   known.errorRates = BaseErrorRates{0.001, 0.002, 0.003};
   known.codingShare = 0.3;
   const HmmDecoder decoder(sharedToy());
-  EXPECT_GT(*decoder.learn(reads.views(true), known).truncatedShare, 0.8);
+  EXPECT_GT(*decoder.learn(reads.views(true), known, inTurn).truncatedShare, 0.8);
   known.truncatedShare = 0.4;
-  const Calibration learnt = decoder.learn(reads.views(true), known);
+  const Calibration learnt = decoder.learn(reads.views(true), known, inTurn);
   EXPECT_EQ(learnt.errorRates->insertion, 0.001);
   EXPECT_EQ(learnt.codingShare, 0.3);
   EXPECT_EQ(learnt.truncatedShare, 0.4);

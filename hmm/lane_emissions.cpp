@@ -2,6 +2,7 @@
 #include "hmm/lane_emissions.h"
 
 #include <algorithm>
+#include <optional>
 
 #include "hmm/network_kernel.h"
 
@@ -85,25 +86,36 @@ HWY_ATTR void fillStops(const EmissionLanes::LaneCodons& codons, const float* st
 // Steps of so many positions follow each other, so that none waits for the step before.
 constexpr std::size_t kPositionsAtOnce = 16;
 
-// Fills in kinds of bases and stop codons.
-HWY_ATTR void fillRows(const WindowNetwork& network, const float* stops,
-                       const EmissionLanes::Lanes& lanes, LaneEmissions& emissions) {
-  const NetworkKernel kernel(network);
+using Factors16 = FactorRows[kPositionsAtOnce];
+
+// The network's factors from a position on.
+HWY_ATTR void runNetwork(const WindowNetwork& network, const NetworkKernel& kernel,
+                         const EmissionLanes::Lanes& lanes, std::size_t first, std::size_t count,
+                         Factors16& factors) {
   const std::size_t stride = network.rowStride();
   HWY_ALIGN OutputSums sums[kPositionsAtOnce];
-  HWY_ALIGN FactorRows factors[kPositionsAtOnce];
+  for (std::size_t i = 0; i < count; ++i) {
+    NetworkBases bases{lanes.places.at(first + i), kLanes, {}};
+    for (std::size_t lane = 0; lane < kLanes; ++lane) {
+      const EmissionLanes::Lane& l = lanes.lane[lane];
+      const std::size_t block = (first + i + l.blockShift) / kCompositionBlock;
+      bases.parts[lane] = l.baseParts.data() + block * stride;
+    }
+    kernel.sumOutputs(bases, sums[i]);
+  }
+  for (std::size_t i = 0; i < count; ++i) kernel.raise(sums[i], factors[i]);
+}
+
+// Fills in kinds of bases and stop codons; the network may be null.
+HWY_ATTR void fillRows(const WindowNetwork* network, const float* stops,
+                       const EmissionLanes::Lanes& lanes, LaneEmissions& emissions) {
+  std::optional<NetworkKernel> kernel;
+  if (network != nullptr) kernel.emplace(*network);
+  HWY_ALIGN Factors16 factors;
+  for (FactorRows& rows : factors) rows.fill(1.0f);
   for (std::size_t first = 0; first < emissions.positions; first += kPositionsAtOnce) {
     const std::size_t count = std::min(kPositionsAtOnce, emissions.positions - first);
-    for (std::size_t i = 0; i < count; ++i) {
-      NetworkBases bases{lanes.places.at(first + i), kLanes, {}};
-      for (std::size_t lane = 0; lane < kLanes; ++lane) {
-        const EmissionLanes::Lane& l = lanes.lane[lane];
-        const std::size_t block = (first + i + l.blockShift) / kCompositionBlock;
-        bases.parts[lane] = l.baseParts.data() + block * stride;
-      }
-      kernel.sumOutputs(bases, sums[i]);
-    }
-    for (std::size_t i = 0; i < count; ++i) kernel.raise(sums[i], factors[i]);
+    if (network != nullptr) runNetwork(*network, *kernel, lanes, first, count, factors);
     for (std::size_t i = 0; i < count; ++i) {
       HWY_ALIGN FactorRows probabilities;
       gatherProbabilities(lanes, first + i, probabilities);
@@ -168,17 +180,18 @@ void EmissionLanes::fill(std::span<const ReadView> reads, LaneEmissions& emissio
                  [](const ReadView& read) { return read.codes.size(); });
   emissions.arrange(lengths);
   fillMeanRates(emissions);
-  lanes_.places.arrange(model_.network, kLanes, emissions.positions);
+  if (network_ != nullptr) lanes_.places.arrange(*network_, kLanes, emissions.positions);
   lanes_.codons.assign(emissions.positions, kNoCodons);
   for (std::size_t lane = 0; lane < kLanes; ++lane) {
     const ReadView read = lane < reads.size() ? reads[lane] : ReadView{};
     context_.index(read.codes);
     fillLane(emissions.begin[lane], lane);
+    if (network_ != nullptr) fillNetwork(emissions.begin[lane], lane);
     fillStarts(read.codes, lane, emissions);
     if (rates_.byQuality && !read.phred.empty()) fillRates(read.phred, lane, emissions);
     if (!context_.allKnown) fillUnknownBases(read.codes, lane, emissions);
   }
-  HWY_DYNAMIC_DISPATCH(fillRows)(model_.network, codons_.stops().data(), lanes_, emissions);
+  HWY_DYNAMIC_DISPATCH(fillRows)(network_, codons_.stops().data(), lanes_, emissions);
 }
 
 // Start codons stand for themselves: they are filled in where one may begin.
@@ -197,10 +210,13 @@ void EmissionLanes::fillMeanRates(LaneEmissions& emissions) {
 }
 
 void EmissionLanes::fillLane(std::size_t begin, std::size_t lane) {
-  lanes_.places.fill(model_.network, context_, lane, begin);
   LaneCodons* codons = lanes_.codons.data() + begin;
   for (const CodonIndex codon : context_.codons) (*codons++)[lane] = codon;
   fillProbabilities(begin, lanes_.lane[lane]);
+}
+
+void EmissionLanes::fillNetwork(std::size_t begin, std::size_t lane) {
+  lanes_.places.fill(*network_, context_, lane, begin);
   fillBaseParts(begin, lanes_.lane[lane]);
 }
 
@@ -259,7 +275,7 @@ void EmissionLanes::fillUnknownBases(std::span<const short> codes, std::size_t l
 
 // Blocks before the read's first one are of zeros.
 void EmissionLanes::fillBaseParts(std::size_t begin, Lane& lane) {
-  const WindowNetwork& network = model_.network;
+  const WindowNetwork& network = *network_;
   const std::size_t before = (begin + kCompositionBlock - 1) / kCompositionBlock;
   const std::size_t stride = network.rowStride();
   lane.blockShift = before * kCompositionBlock - begin;

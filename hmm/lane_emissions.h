@@ -40,13 +40,16 @@ struct LaneEmissions {
   BaseEmission at(std::size_t position, std::size_t lane) const;
 };
 
-// Fills emissions with those of `emit`, equal to the last bit, with the factors of the network.
+// Fills emissions with those of `emit`, equal to the last bit.
 // Memory kept from group to group of reads; for one thread at a time.
 class EmissionLanes {
  public:
-  // Both must outlive the lanes.
-  EmissionLanes(const HmmModel& model, const FileRates& rates)
-      : model_(model), rates_(rates), codons_(model, model.weights, rates.mean) {}
+  // Model and rates must outlive the lanes. Without the network, the count tables alone emit.
+  EmissionLanes(const HmmModel& model, const FileRates& rates, bool useNetwork)
+      : model_(model),
+        rates_(rates),
+        network_(useNetwork ? &model.network : nullptr),
+        codons_(model, model.weights, rates.mean) {}
 
   // Up to kLanes reads of one base or more.
   void fill(std::span<const ReadView> reads, LaneEmissions& emissions);
@@ -71,6 +74,7 @@ class EmissionLanes {
   void fillMeanRates(LaneEmissions& emissions);
   void fillLane(std::size_t begin, std::size_t lane);
   void fillProbabilities(std::size_t begin, Lane& lane);
+  void fillNetwork(std::size_t begin, std::size_t lane);
   void fillBaseParts(std::size_t begin, Lane& lane);
   void fillStarts(std::span<const short> codes, std::size_t lane, LaneEmissions& emissions);
   void fillRates(std::span<const std::uint8_t> phred, std::size_t lane, LaneEmissions& emissions);
@@ -78,6 +82,7 @@ class EmissionLanes {
 
   const HmmModel& model_;
   const FileRates& rates_;
+  const WindowNetwork* const network_;  // null: not used
   const CodonWeights codons_;
   Lanes lanes_;
   ReadContext context_;              // of the read that is being filled in

@@ -77,12 +77,13 @@ void expectSame(const BaseEmission& a, const BaseEmission& b) {
 }
 
 void expectEmitted(const HmmModel& model, const FileRates& rates,
-                   const std::vector<ReadView>& reads, EmissionLanes& lanes) {
+                   const std::vector<ReadView>& reads, EmissionLanes& lanes,
+                   bool useNetwork = true) {
   LaneEmissions emissions;
   lanes.fill(reads, emissions);
   for (std::size_t lane = 0; lane < reads.size(); ++lane) {
     ReadLattice lattice;
-    lattice.prepare(model, rates, reads[lane], true);
+    lattice.prepare(model, rates, reads[lane], useNetwork);
     ASSERT_EQ(emissions.positions - emissions.begin[lane], lattice.emissions.size());
     for (std::size_t i = 0; i < lattice.emissions.size(); ++i) {
       SCOPED_TRACE(testing::Message() << "lane " << lane << " base " << i);
@@ -99,12 +100,14 @@ TEST(LaneEmissions, EqualThePlainOnesOnEverySetOfInstructions) {
     SCOPED_TRACE(hwy::TargetName(target));
     hwy::SetSupportedTargetsForTest(target);
     Random random(3);
-    EmissionLanes evenLanes(model, even),
-        lanes(model, byQuality);  // rows of earlier groups are met
+    // Rows of earlier groups are met.
+    EmissionLanes evenLanes(model, even, true), lanes(model, byQuality, true);
+    EmissionLanes tablesAlone(model, even, false);
     for (const std::vector<int>& lengths :
          {std::vector<int>{100, 99, 98, 64, 33, 32, 2, 1}, {1}, {70, 3, 70}}) {
       const Reads reads(lengths, random);
       expectEmitted(model, even, reads.views(false), evenLanes);
+      expectEmitted(model, even, reads.views(false), tablesAlone, false);
       expectEmitted(model, byQuality, reads.views(true), lanes);
       expectEmitted(model, byQuality, reads.views(false), lanes);
     }

@@ -230,6 +230,7 @@ class LaneGroup {
     for (std::size_t k = 0; k < 3; ++k) {
       store(hn::Add(hn::Add(post[kC0 + k], post[kS0 + k]), post[kE0 + k]), out[kCodingBase + k]);
       store(post[kI0 + k], out[kInsertedBase + k]);
+      store(post[kC0 + k], out[kInnerBase + k]);
     }
     store(post[kS0], out[kStartBase]);
     store(post[kE2], out[kStopBase]);
@@ -385,6 +386,16 @@ ReadEvidence LatticeLanes::evidence(std::size_t lane) const {
   return evidenceOf(lastRow(lane), {tables_.ofRegion[lane],
                                     truncatedPosterior(phases[0][lane], phases[1][lane],
                                                        phases[2][lane], first[kStartBase][lane])});
+}
+
+ErrorPosterior LatticeLanes::errorPosterior(std::size_t lane, std::size_t base) const {
+  const LaneRow* row = tables_.values.data() + (emissions_->begin[lane] + base) * kHmmStates;
+  const auto sumOfPhases = [&](int first) {
+    return row[first][lane] + row[first + 1][lane] + row[first + 2][lane];
+  };
+  return {{row[kInnerBase][lane], row[kInnerBase + 1][lane], row[kInnerBase + 2][lane]},
+          sumOfPhases(kInsertedBase),
+          sumOfPhases(kLostBase)};
 }
 
 void LatticeLanes::framePosteriors(std::size_t lane, float factor,

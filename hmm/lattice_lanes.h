@@ -23,7 +23,8 @@ enum LanePosterior {
   kStartBase = kLostBase + 3,       // first base of the start codon
   kStopBase,                        // last base of the stop codon
   kOfRegion,                        // in any of these states
-  kLanePosteriors
+  kInnerBase,                       // [phase] start and stop codon apart
+  kLanePosteriors = kInnerBase + 3
 };
 
 // Where the best path to a state came from, as the number of its PathState, for every lane. Frames
@@ -57,6 +58,7 @@ class LatticeLanes {
 
   // Of the read in a lane.
   ReadEvidence evidence(std::size_t lane) const;
+  ErrorPosterior errorPosterior(std::size_t lane, std::size_t base) const;
   void framePosteriors(std::size_t lane, float factor, std::vector<FramePosterior>& frames) const;
 
   // Finds the best paths of all lanes, with posteriors times a factor for each lane, and that of

@@ -59,6 +59,13 @@ void expectPlain(const PathWeights& weights, const std::vector<BaseEmission>& em
   EXPECT_EQ(plain.logOdds, lanes.logOdds(lane));
   EXPECT_EQ(plain.codingBases, fast.codingBases);
   EXPECT_EQ(plain.truncated, fast.truncated);
+  for (std::size_t i = 0; i < posteriors.size(); ++i) {
+    const ErrorPosterior one = errorPosteriorOf(posteriors[i]),
+                         other = lanes.errorPosterior(lane, i);
+    EXPECT_EQ(one.coding, other.coding) << i;
+    EXPECT_EQ(one.inserted, other.inserted) << i;
+    EXPECT_EQ(one.deleted, other.deleted) << i;
+  }
   std::vector<FramePosterior> plainFrames, fastFrames;
   framePosteriors(posteriors, factor, plainFrames);
   lanes.framePosteriors(lane, factor, fastFrames);

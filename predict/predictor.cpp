@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "core/decoder.h"
+#include "core/in_turn.h"
 #include "core/letter_codes.h"
 #include "predict/decoder_table.h"
 #include "velto/velto.h"
@@ -151,7 +152,8 @@ struct Predictor::Impl {
                          std::span<Prediction* const> predicted) const;
 
   // The strand asked for of each read, the better one where both are.
-  std::vector<Strand> strandsOf(std::span<const Read> sample, const PredictOptions& options) const;
+  std::vector<Strand> strandsOf(std::span<const Read> sample, const PredictOptions& options,
+                                const ParallelFor& parallel) const;
 
   std::string name;  // of the decoder
   std::shared_ptr<const Decoder> decoder;
@@ -229,34 +231,37 @@ std::vector<Prediction> Predictor::predictAll(std::span<const Read> reads, Works
 bool Predictor::usesCalibration() const { return impl_->decoder->calibrated({}) != nullptr; }
 
 std::vector<Strand> Predictor::Impl::strandsOf(std::span<const Read> sample,
-                                               const PredictOptions& options) const {
+                                               const PredictOptions& options,
+                                               const ParallelFor& parallel) const {
   constexpr std::size_t kReadsAtOnce = 128;
   std::vector<Strand> strands(sample.size(), options.strand);
   if (options.strand != Strand::kBoth) return strands;
   PredictOptions own = options;
   own.wantScores = false;
-  Workspace::Impl space;
-  for (std::size_t first = 0; first < sample.size(); first += kReadsAtOnce) {
+  parallel((sample.size() + kReadsAtOnce - 1) / kReadsAtOnce, [&](std::size_t task) {
+    const std::size_t first = task * kReadsAtOnce;
     const auto reads = sample.subspan(first, std::min(kReadsAtOnce, sample.size() - first));
+    Workspace::Impl space;
     std::vector<Prediction> predictions(reads.size());
     predict(reads, own, space, predictions);
     for (std::size_t i = 0; i < reads.size(); ++i) strands[first + i] = predictions[i].strand;
-  }
+  });
   return strands;
 }
 
 // A read whose strand is not known is taken on the better one.
 Calibration Predictor::learn(std::span<const Read> sample, const PredictOptions& options,
-                             const Calibration& known) const {
+                             const Calibration& known, const ParallelFor& parallel) const {
   if (!usesCalibration()) return known;
-  const std::vector<Strand> strands = impl_->strandsOf(sample, options);
+  const ParallelFor run = parallel ? parallel : inTurn;
+  const std::vector<Strand> strands = impl_->strandsOf(sample, options, run);
   StrandBatch reads;
   for (std::size_t i = 0; i < sample.size(); ++i) {
     Prediction unused;
     if (!reads.add(sample[i], options.letters, unused)) continue;
     if (strands[i] == Strand::kMinus) reads.turnLast();
   }
-  return impl_->decoder->learn(reads.views(), known);
+  return impl_->decoder->learn(reads.views(), known, run);
 }
 
 Predictor Predictor::calibrated(const Calibration& calibration) const {

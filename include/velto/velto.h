@@ -7,6 +7,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <limits>
 #include <map>
 #include <memory>
@@ -187,6 +188,11 @@ struct Calibration {
   std::vector<QualityBin> qualities;     // ascending; empty: qualities tell nothing
 };
 
+// Calls task(i) once for each i below count, in any order and on any threads, and returns when all
+// have returned.
+using ParallelFor =
+    std::function<void(std::size_t count, const std::function<void(std::size_t)>& task)>;
+
 // ---- Models and predictors
 
 class FileSource;
@@ -251,9 +257,10 @@ class Predictor {
 
   // What the decoder learns about a file from a sample of its reads, of which those of fewer than
   // kLeastReadBases bases are passed over; what `known` holds is kept. Returns `known` if there is
-  // nothing to learn. The strand of each read is that of the options.
+  // nothing to learn. The strand of each read is that of the options. `parallel` may share the work
+  // among threads, which changes nothing in the result; empty: this thread does all.
   Calibration learn(std::span<const Read> sample, const PredictOptions& options = {},
-                    const Calibration& known = {}) const;
+                    const Calibration& known = {}, const ParallelFor& parallel = {}) const;
 
   // The predictor for reads of a file of which this is known.
   Predictor calibrated(const Calibration& calibration) const;

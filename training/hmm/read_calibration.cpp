@@ -5,6 +5,7 @@
 #include <array>
 #include <cmath>
 
+#include "core/in_turn.h"
 #include "hmm/error_rates.h"
 #include "hmm/float_math.h"
 #include "hmm/read_lattice.h"
@@ -51,7 +52,7 @@ std::vector<DecisionCase> casesOf(const HmmModel& model, const ReadDrawer& drawe
     drawn[k] = drawer.draw(seed, k).read;
     views[k].codes = drawn[k].bases;
   });
-  const LearntRates learnt = learnErrorRates(model, views);
+  const LearntRates learnt = learnErrorRates(model, views, inTurn);
   HmmModel fitted = model;
   fitted.weights =
       withTruncatedShare(model.weights, model.truncatedShare, drawer.truncatedShare(seed, count));
