@@ -63,12 +63,12 @@ TEST(Emissions, StartWeightAllowsOneWrongBase) {
 }
 
 TEST(Emissions, StartsBehindAnotherAreRareWhereErrorsAre) {
-  EXPECT_FLOAT_EQ(afterStartShare({0.0f, 0.0f, 0.1f}), 0.01f);
-  EXPECT_FLOAT_EQ(afterStartShare({0.01f, 0.015f, 0.0f}), 0.01f + 0.125f);
+  EXPECT_FLOAT_EQ(afterStartShare({0.0f, 0.0f, 0.1f}), 0.001f);
+  EXPECT_FLOAT_EQ(afterStartShare({0.01f, 0.015f, 0.0f}), 0.001f + 0.125f);
   const auto codes = codesOf("ATGATG");
   const auto e = emissionsOf({codes, {}}, ratesOf(0.01, 0.015, 0.0));
   EXPECT_NEAR(e[0].start, 0.05, 1e-5);
-  EXPECT_NEAR(e[3].start, 0.01 * 0.135, 1e-6);
+  EXPECT_NEAR(e[3].start, 0.01 * 0.126, 1e-6);
 }
 
 TEST(Emissions, StartWeightCountsTheBasesAround) {

@@ -7,8 +7,9 @@
 namespace velto {
 namespace {
 
-// A share is learnt as if so many reads more had told that of the model.
-constexpr double kPriorReads = 20.0;
+// A share is learnt as if so many reads more had told that of the model. Where a coding read begins
+// is clearer than whether a read codes.
+constexpr double kPriorReads = 20.0, kPriorCodingReads = 5.0;
 constexpr int kShareRounds = 50;
 
 }  // namespace
@@ -71,13 +72,13 @@ double learnCodingShare(std::span<const double> probabilities, double calibratio
 
 double learnTruncatedShare(std::span<const ReadEvidence> evidence,
                            std::span<const double> probabilities, double modelShare) {
-  double coding = kPriorReads;
+  double coding = kPriorCodingReads;
   for (const double p : probabilities) coding += p;
   // The share that the weights stand for: they prefer the others.
   const double weighed = modelShare / (modelShare + (1.0 - modelShare) * kUtr5Preference);
   double share = modelShare;
   for (int round = 0; round < kShareRounds; ++round) {
-    double truncated = kPriorReads * modelShare;
+    double truncated = kPriorCodingReads * modelShare;
     for (std::size_t r = 0; r < evidence.size(); ++r) {
       truncated += probabilities[r] * withShare(evidence[r].truncated, weighed, share);
     }

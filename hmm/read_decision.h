@@ -59,7 +59,7 @@ double learnCodingShare(std::span<const double> probabilities, double calibratio
 
 // Share of the coding reads of a file that begin inside their coding region, likewise, from the
 // evidence of a sample of its reads under the model's share and their probabilities of coding. The
-// model's share counts as twenty coding reads more.
+// model's share counts as five coding reads more.
 double learnTruncatedShare(std::span<const ReadEvidence> evidence,
                            std::span<const double> probabilities, double modelShare);
 

@@ -74,7 +74,7 @@ std::vector<ReadEvidence> beginnings(std::size_t inside, std::size_t before, dou
 TEST(ReadDecision, LearnsTheShareOfReadsThatClearlyBeginInside) {
   const auto reads = beginnings(150, 850, 0.9999);
   const std::vector<double> probabilities(1000, 1.0);
-  EXPECT_NEAR(learnTruncatedShare(reads, probabilities, 0.7), (150 + 20 * 0.7) / 1020, 0.002);
+  EXPECT_NEAR(learnTruncatedShare(reads, probabilities, 0.7), (150 + 5 * 0.7) / 1005, 0.002);
 }
 
 TEST(ReadDecision, ReadsThatDoNotCodeSayNothingOfWhereTheyBegin) {
@@ -83,7 +83,7 @@ TEST(ReadDecision, ReadsThatDoNotCodeSayNothingOfWhereTheyBegin) {
   EXPECT_EQ(learnTruncatedShare({}, {}, 0.7), 0.7);
   std::vector<double> probabilities(1000, 0.0);
   std::fill_n(probabilities.begin(), 200, 1.0);
-  EXPECT_NEAR(learnTruncatedShare(reads, probabilities, 0.7), (150 + 20 * 0.7) / 220, 0.002);
+  EXPECT_NEAR(learnTruncatedShare(reads, probabilities, 0.7), (150 + 5 * 0.7) / 205, 0.002);
 }
 
 // Of shares a and b = 1 - a at equal evidence, the weights say a / (a + b preference).
