@@ -124,6 +124,7 @@ pre { margin: 0; white-space: pre-wrap; overflow-wrap: anywhere;
   body { font-size: 11pt; }
   figure, table, .card { break-inside: avoid; }
   h2, h3 { break-after: avoid; }
+  p:has(+ table) { break-after: avoid; }
   details { display: none; }
 }
 )";
