@@ -67,12 +67,14 @@ double gcPercent(std::span<const short> codes) {
 }
 
 std::string predictedLetters(std::string_view bases, Strand strand, Letters letters) {
-  std::vector<short> codes;
-  codeLetters(bases, letters, codes);
-  if (strand == Strand::kMinus) reverseComplement(codes);
-  std::string text(codes.size(), 'N');
-  std::transform(codes.begin(), codes.end(), text.begin(),
-                 [](short code) { return isKnownBase(code) ? "ATGC"[code] : 'N'; });
+  const CodeTable& table = tableOf(letters);
+  const int turn = strand == Strand::kMinus ? 1 : 0;  // as in reverseComplement
+  std::string text(bases.size(), 'N');
+  std::transform(bases.begin(), bases.end(), text.begin(), [&](char letter) {
+    const short code = table[static_cast<unsigned char>(letter)];
+    return isKnownBase(code) ? "ATGC"[code ^ turn] : 'N';
+  });
+  if (turn != 0) std::reverse(text.begin(), text.end());
   return text;
 }
 

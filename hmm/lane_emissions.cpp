@@ -86,12 +86,12 @@ HWY_ATTR void fillStops(const EmissionLanes::LaneCodons& codons, const float* st
 // Steps of so many positions follow each other, so that none waits for the step before.
 constexpr std::size_t kPositionsAtOnce = 16;
 
-using Factors16 = FactorRows[kPositionsAtOnce];
+using RowsAtOnce = FactorRows[kPositionsAtOnce];
 
 // The network's factors from a position on.
 HWY_ATTR void runNetwork(const WindowNetwork& network, const NetworkKernel& kernel,
                          const EmissionLanes::Lanes& lanes, std::size_t first, std::size_t count,
-                         Factors16& factors) {
+                         RowsAtOnce& factors) {
   const std::size_t stride = network.rowStride();
   HWY_ALIGN OutputSums sums[kPositionsAtOnce];
   for (std::size_t i = 0; i < count; ++i) {
@@ -111,16 +111,17 @@ HWY_ATTR void fillRows(const WindowNetwork* network, const float* stops,
                        const EmissionLanes::Lanes& lanes, LaneEmissions& emissions) {
   std::optional<NetworkKernel> kernel;
   if (network != nullptr) kernel.emplace(*network);
-  HWY_ALIGN Factors16 factors;
+  HWY_ALIGN RowsAtOnce factors, probabilities;
   for (FactorRows& rows : factors) rows.fill(1.0f);
   for (std::size_t first = 0; first < emissions.positions; first += kPositionsAtOnce) {
     const std::size_t count = std::min(kPositionsAtOnce, emissions.positions - first);
     if (network != nullptr) runNetwork(*network, *kernel, lanes, first, count, factors);
     for (std::size_t i = 0; i < count; ++i) {
-      HWY_ALIGN FactorRows probabilities;
-      gatherProbabilities(lanes, first + i, probabilities);
+      gatherProbabilities(lanes, first + i, probabilities[i]);
+    }
+    for (std::size_t i = 0; i < count; ++i) {
       LaneRow* rows = emissions.rows.data() + (first + i) * kLaneEmissions;
-      mixKinds(probabilities, factors[i], lanes.substitution[first + i], rows + kLaneKind);
+      mixKinds(probabilities[i], factors[i], lanes.substitution[first + i], rows + kLaneKind);
       fillStops(lanes.codons[first + i], stops, rows[kLaneStop]);
     }
   }

@@ -23,17 +23,16 @@ bool isIntact(CodonPositions codon) {
   return std::find(codon.begin(), codon.end(), kLostBase) == codon.end();
 }
 
-bool isAdjoining(CodonPositions codon) {
-  return isIntact(codon) && codon[1] == codon[0] + 1 && codon[2] == codon[1] + 1;
+// How many positions of whole codons from the first one on are those of adjoining bases.
+size_t adjoiningBases(std::span<const int> positions) {
+  if (positions.front() == kLostBase) return 0;
+  const auto last = std::adjacent_find(positions.begin(), positions.end(),
+                                       [](int one, int next) { return next != one + 1; });
+  const auto bases = static_cast<size_t>(last - positions.begin()) + (last != positions.end());
+  return bases - bases % 3;
 }
 
 void appendCodon(CodonPositions codon, std::string_view letters, CodingSequence& sequence) {
-  if (isAdjoining(codon)) {  // as nearly all are
-    sequence.bases.append(letters, static_cast<size_t>(codon[0]), 3);
-    appendBases(sequence.kept, codon[0], 3, 0);
-    appendBases(sequence.intact, codon[0], 3, 0);
-    return;
-  }
   const bool intact = isIntact(codon);
   for (size_t place = 0; place < 3; ++place) {
     const int position = codon[place];
@@ -42,6 +41,20 @@ void appendCodon(CodonPositions codon, std::string_view letters, CodingSequence&
     appendBases(sequence.kept, position, 1, place);
     if (intact) appendBases(sequence.intact, position, 1, place);
   }
+}
+
+// Appends the first codons of positions of which there is one at least; returns how many positions.
+size_t appendCodons(std::span<const int> positions, std::string_view letters,
+                    CodingSequence& sequence) {
+  const size_t bases = adjoiningBases(positions);
+  if (bases == 0) {
+    appendCodon(positions.first<3>(), letters, sequence);
+    return 3;
+  }
+  sequence.bases.append(letters, static_cast<size_t>(positions.front()), bases);
+  appendBases(sequence.kept, positions.front(), static_cast<int>(bases), 0);
+  appendBases(sequence.intact, positions.front(), static_cast<int>(bases), 0);
+  return bases;
 }
 
 std::string translate(std::string_view bases, const GeneticCode& code) {
@@ -83,8 +96,8 @@ CodingSequence codingSequence(const Prediction& prediction, std::string_view let
   if (prediction.status != Prediction::Status::kCoding) return sequence;
   const std::vector<int> positions = correctedPositions(prediction);
   sequence.bases.reserve(positions.size());
-  for (size_t i = 0; i < positions.size(); i += 3) {
-    appendCodon(CodonPositions(positions.data() + i, 3), letters, sequence);
+  for (std::span<const int> rest = positions; !rest.empty();) {
+    rest = rest.subspan(appendCodons(rest, letters, sequence));
   }
   if (sequence.bases.empty()) return sequence;
   sequence.protein = translate(sequence.bases, code);
