@@ -448,7 +448,8 @@ void LatticeLanes::takePathOf(std::size_t lane, Call& call) const {
     const std::size_t way = wayOf[static_cast<std::size_t>(state)];
     const int from = ways[static_cast<std::size_t>(i) * kLaneWays + way][lane];
     // Nearly always the state stays, which a branch foretells.
-    return from == laneState[static_cast<std::size_t>(state)] ? state : readState[from];
+    const bool stays = from == laneState[static_cast<std::size_t>(state)];
+    return stays ? state : readState[static_cast<std::size_t>(from)];
   };
   const auto shifted = [&](Frameshift::Kind kind, int i, int f) {
     const LaneRow* row = rows + static_cast<std::size_t>(i) * kHmmStates;

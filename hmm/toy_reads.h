@@ -37,7 +37,9 @@ class ToyReads {
       if (random_.real() < scale * errors.insertion)
         add(static_cast<short>(random_.below(4)), quality);
       const bool wrong = random_.real() < errors.substitution;
-      add(wrong ? static_cast<short>((region[i] + 1 + random_.below(3)) % 4) : region[i], quality);
+      add(wrong ? static_cast<short>((region[i] + 1 + static_cast<int>(random_.below(3))) % 4)
+                : region[i],
+          quality);
     }
   }
 

@@ -314,7 +314,8 @@ TEST(PosteriorPredictor, LearnsTheSameFromReadsOfEitherStrand) {
     minus.push_back(predictedLetters(plus.back(), Strand::kMinus, Letters::kFolded));
   }
   const auto learnt = [](const std::vector<std::string>& reads, Strand strand) {
-    std::vector<Read> sample(reads.begin(), reads.end());
+    std::vector<Read> sample;
+    for (const std::string& read : reads) sample.push_back({read, {}});
     PredictOptions options;
     options.strand = strand;
     return *Predictor("param-human", "hmm").learn(sample, options).errorRates;
