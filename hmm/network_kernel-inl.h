@@ -45,7 +45,6 @@ constexpr std::size_t kUnitsAtOnce = 16;
 constexpr std::size_t kUnitsAtOnce = HWY_HAVE_SCALABLE ? 16 : std::min(HWY_MAX_BYTES, 64);
 
 using RowTag = hn::FixedTag<std::int8_t, kUnitsAtOnce>;
-using HiddenTag = hn::FixedTag<std::int16_t, kUnitsAtOnce / 2>;
 // Units come in sixteens.
 using UnitTag = hn::FixedTag<std::int16_t, std::min<std::size_t>(kUnitsAtOnce / 2, 16)>;
 using SumTag = hn::RepartitionToWide<UnitTag>;
@@ -103,9 +102,9 @@ class NetworkKernel {
   HWY_NOINLINE HWY_ATTR void sumOutputs(const NetworkBases& bases, OutputSums& sums) const {
     sums.fill(0);
     for (std::size_t u = 0; u < units_; u += kUnitsAtOnce) {
-      HWY_ALIGN Hidden hidden;
-      sumRows(bases, u, hidden);
-      addOutputs(hidden, u, sums);
+      HWY_ALIGN RowSums rows;
+      sumRows(bases, u, rows);
+      addOutputs(bases, u, rows, sums);
     }
   }
 
@@ -123,96 +122,107 @@ class NetworkKernel {
   }
 
  private:
-  using Hidden = std::int16_t[kBasesAtOnce][kUnitsAtOnce];  // [base][unit]
+  using RowSums = std::int8_t[kBasesAtOnce][kUnitsAtOnce];  // [base][unit]
 
 #if HWY_TARGET == HWY_SCALAR
-  // Hidden units of all bases from unit `first` on.
-  void sumRows(const NetworkBases& bases, std::size_t first, Hidden& hidden) const {
+  // Sums of the rows of units from `first` on.
+  void sumRows(const NetworkBases& bases, std::size_t first, RowSums& sums) const {
     for (std::size_t b = 0; b < kBasesAtOnce; ++b) {
-      std::copy_n(bases.parts[b] + first, kUnitsAtOnce, hidden[b]);
+      std::fill_n(sums[b], kUnitsAtOnce, std::int8_t{0});
       const std::int8_t* rows = network_.rows.data() + first;
       for (const int offset : network_.offsets) {
         const std::int8_t* row = rows + bases.places[offset * bases.step + static_cast<int>(b)];
         for (std::size_t u = 0; u < kUnitsAtOnce; ++u) {
-          hidden[b][u] = static_cast<std::int16_t>(hidden[b][u] + row[u]);
+          sums[b][u] = static_cast<std::int8_t>(sums[b][u] + row[u]);
         }
         rows += network_.rowsSize();
       }
-      for (std::int16_t& unit : hidden[b]) unit = std::max<std::int16_t>(0, unit);
     }
   }
 
   // What these units add to the outputs.
-  void addOutputs(const Hidden& hidden, std::size_t first, OutputSums& sums) const {
+  void addOutputs(const NetworkBases& bases, std::size_t first, const RowSums& rows,
+                  OutputSums& sums) const {
     for (std::size_t i = 0; i < kFactors; ++i) {
       const std::int16_t* weights = network_.output.data() + i / kBasesAtOnce * units_ + first;
-      const std::int16_t* units = hidden[i % kBasesAtOnce];
-      for (std::size_t u = 0; u < kUnitsAtOnce; ++u) sums[i] += weights[u] * units[u];
+      const std::int16_t* part = bases.parts[i % kBasesAtOnce] + first;
+      const std::int8_t* row = rows[i % kBasesAtOnce];
+      for (std::size_t u = 0; u < kUnitsAtOnce; ++u) {
+        sums[i] += weights[u] * std::max(0, part[u] + row[u]);
+      }
     }
   }
 #else
-  // Hidden units of all bases from unit `first` on.
-  HWY_ATTR void sumRows(const NetworkBases& bases, std::size_t first, Hidden& hidden) const {
-    const RowTag d8;
-    const hn::Half<RowTag> half;
-    const HiddenTag d;
+  // Sums of the rows of units from `first` on.
+  HWY_ATTR void sumRows(const NetworkBases& bases, std::size_t first, RowSums& sums) const {
+    const RowTag d;
     hn::Vec<RowTag> sum[kBasesAtOnce];
-    for (auto& x : sum) x = hn::Zero(d8);
+    for (auto& x : sum) x = hn::Zero(d);
     const std::int8_t* rows = network_.rows.data() + first;
     for (const int offset : network_.offsets) {
       const std::uint32_t* places = bases.places + offset * bases.step;
       for (std::size_t b = 0; b < kBasesAtOnce; ++b) {
-        sum[b] = hn::Add(sum[b], hn::LoadU(d8, rows + places[b]));
+        sum[b] = hn::Add(sum[b], hn::LoadU(d, rows + places[b]));
       }
       rows += network_.rowsSize();
     }
-    for (std::size_t b = 0; b < kBasesAtOnce; ++b) {
-      const std::int16_t* part = bases.parts[b] + first;
-      addPart(hn::PromoteTo(d, hn::LowerHalf(half, sum[b])), part, hidden[b]);
-      addPart(hn::PromoteTo(d, hn::UpperHalf(half, sum[b])), part + hn::Lanes(d),
-              hidden[b] + hn::Lanes(d));
-    }
+    for (std::size_t b = 0; b < kBasesAtOnce; ++b) hn::Store(sum[b], d, sums[b]);
   }
 
-  HWY_ATTR static void addPart(hn::Vec<HiddenTag> sum, const std::int16_t* part,
-                               std::int16_t* hidden) {
-    const HiddenTag d;
-    hn::Store(hn::Max(hn::Add(sum, hn::LoadU(d, part)), hn::Zero(d)), d, hidden);
-  }
-
-  // What these units add to the outputs. All are whole numbers, so any order gives the same sum.
-  HWY_ATTR void addOutputs(const Hidden& hidden, std::size_t first, OutputSums& sums) const {
+  // What these units add to the outputs.
+  HWY_ATTR void addOutputs(const NetworkBases& bases, std::size_t first, const RowSums& rows,
+                           OutputSums& sums) const {
     switch (std::min(units_ - first, kUnitsAtOnce) / 16) {
       case 1:
-        return addOutputsOf<1>(hidden, first, sums);
+        return addOutputsOf<1>(bases, first, rows, sums);
       case 2:
-        return addOutputsOf<2>(hidden, first, sums);
+        return addOutputsOf<2>(bases, first, rows, sums);
       case 3:
-        return addOutputsOf<3>(hidden, first, sums);
+        return addOutputsOf<3>(bases, first, rows, sums);
       default:
-        return addOutputsOf<4>(hidden, first, sums);
+        return addOutputsOf<4>(bases, first, rows, sums);
     }
   }
 
+  // Four bases at a time. All are whole numbers, so any order gives the same sum.
   template <std::size_t kSixteens>
-  HWY_ATTR void addOutputsOf(const Hidden& hidden, std::size_t first, OutputSums& sums) const {
+  HWY_ATTR void addOutputsOf(const NetworkBases& bases, std::size_t first, const RowSums& rows,
+                             OutputSums& sums) const {
     const UnitTag d;
     const SumTag d32;
-    const FourSums four;
-    for (std::size_t i = 0; i < kFactors; i += 4) {
-      const std::int16_t* weights = network_.output.data() + i / kBasesAtOnce * units_ + first;
-      hn::Vec<SumTag> sum[4];
+    const FourSums fourSums;
+    constexpr std::size_t kLanesOfUnits = hn::MaxLanes(UnitTag());
+    constexpr std::size_t kVectors = kSixteens * 16 / kLanesOfUnits;
+    for (std::size_t four = 0; four < kBasesAtOnce; four += 4) {
+      hn::Vec<UnitTag> hidden[4][kVectors];
       for (std::size_t b = 0; b < 4; ++b) {
-        const std::int16_t* units = hidden[i % kBasesAtOnce + b];
-        auto even = hn::Zero(d32), odd = hn::Zero(d32);
-        for (std::size_t u = 0; u < kSixteens * 16; u += hn::Lanes(d)) {
-          even = hn::ReorderWidenMulAccumulate(d32, hn::Load(d, units + u),
-                                               hn::LoadU(d, weights + u), even, odd);
+        for (std::size_t v = 0; v < kVectors; ++v) {
+          const std::size_t u = v * kLanesOfUnits;
+          hidden[b][v] = hiddenUnits(rows[four + b] + u, bases.parts[four + b] + first + u);
         }
-        sum[b] = hn::Add(even, odd);
       }
-      hn::Store(hn::Add(hn::Load(four, sums.data() + i), sumsOf(sum)), four, sums.data() + i);
+      const std::int16_t* weights = network_.output.data() + first;
+      for (std::size_t k = 0; k < kEmissionKinds; ++k, weights += units_) {
+        hn::Vec<SumTag> sum[4];
+        for (std::size_t b = 0; b < 4; ++b) {
+          auto even = hn::Zero(d32), odd = hn::Zero(d32);
+          for (std::size_t v = 0; v < kVectors; ++v) {
+            const auto weight = hn::LoadU(d, weights + v * kLanesOfUnits);
+            even = hn::ReorderWidenMulAccumulate(d32, hidden[b][v], weight, even, odd);
+          }
+          sum[b] = hn::Add(even, odd);
+        }
+        std::int32_t* out = sums.data() + k * kBasesAtOnce + four;
+        hn::Store(hn::Add(hn::Load(fourSums, out), sumsOf(sum)), fourSums, out);
+      }
     }
+  }
+
+  HWY_ATTR static hn::Vec<UnitTag> hiddenUnits(const std::int8_t* rows, const std::int16_t* part) {
+    const UnitTag d;
+    const hn::Rebind<std::int8_t, UnitTag> narrow;
+    const auto sum = hn::PromoteTo(d, hn::LoadU(narrow, rows));
+    return hn::Max(hn::Add(sum, hn::LoadU(d, part)), hn::Zero(d));
   }
 #endif
 
