@@ -2,6 +2,7 @@
 #include "hmm/lane_emissions.h"
 
 #include <algorithm>
+#include <cstring>
 #include <optional>
 
 #include "hmm/network_kernel.h"
@@ -190,7 +191,7 @@ void EmissionLanes::fill(std::span<const ReadView> reads, LaneEmissions& emissio
     if (network_ != nullptr) fillNetwork(emissions.begin[lane], lane);
     fillStarts(read.codes, lane, emissions);
     if (rates_.byQuality && !read.phred.empty()) fillRates(read.phred, lane, emissions);
-    if (!context_.allKnown) fillUnknownBases(read.codes, lane, emissions);
+    fillUnknownBases(lane, emissions);
   }
   HWY_DYNAMIC_DISPATCH(fillRows)(network_, codons_.stops().data(), lanes_, emissions);
 }
@@ -264,13 +265,18 @@ void EmissionLanes::fillRates(std::span<const std::uint8_t> phred, std::size_t l
 }
 
 // Inserted, they emit as much as elsewhere.
-void EmissionLanes::fillUnknownBases(std::span<const short> codes, std::size_t lane,
-                                     LaneEmissions& emissions) {
+void EmissionLanes::fillUnknownBases(std::size_t lane, LaneEmissions& emissions) {
   const std::size_t begin = emissions.begin[lane];
-  for (std::size_t i = 0; i < codes.size(); ++i) {
-    if (isKnownBase(codes[i])) continue;
-    lanes_.lane[lane].probability[begin + i] = kUnknownBaseRow.data();
-    emissions.rows[(begin + i) * kLaneEmissions + kLaneInsertion][lane] *= 4.0f;
+  const std::uint8_t* const run = context_.knownRun.data();  // 0 at an unknown base
+  const std::uint8_t* const end = run + context_.length();
+  const auto next = [&](const std::uint8_t* from) {
+    return static_cast<const std::uint8_t*>(
+        from == end ? nullptr : std::memchr(from, 0, static_cast<std::size_t>(end - from)));
+  };
+  for (auto base = next(run); base != nullptr; base = next(base + 1)) {
+    const std::size_t position = begin + static_cast<std::size_t>(base - run);
+    lanes_.lane[lane].probability[position] = kUnknownBaseRow.data();
+    emissions.rows[position * kLaneEmissions + kLaneInsertion][lane] *= 4.0f;
   }
 }
 

@@ -78,7 +78,7 @@ class EmissionLanes {
   void fillBaseParts(std::size_t begin, Lane& lane);
   void fillStarts(std::span<const short> codes, std::size_t lane, LaneEmissions& emissions);
   void fillRates(std::span<const std::uint8_t> phred, std::size_t lane, LaneEmissions& emissions);
-  void fillUnknownBases(std::span<const short> codes, std::size_t lane, LaneEmissions& emissions);
+  void fillUnknownBases(std::size_t lane, LaneEmissions& emissions);
 
   const HmmModel& model_;
   const FileRates& rates_;

@@ -16,14 +16,12 @@ struct PaddedRead {
       const auto standIn = static_cast<std::uint8_t>(3 - i % 4);  // (7 i + 3) mod 4
       codes[kReach + i] = isKnown ? static_cast<std::uint8_t>(read[i]) : standIn;
       known[kReach + i] = isKnown ? 1 : 0;
-      hasUnknown |= !isKnown;
     }
   }
 
   static constexpr std::size_t kReach = kMostLetters - 1;
   std::vector<std::uint8_t> codes;  // 0 to 3
   std::vector<std::uint8_t> known;  // 1 or 0
-  bool hasUnknown = false;
 };
 
 void indexWords(const PaddedRead& read, std::span<std::uint16_t> fiveMers) {
@@ -85,7 +83,6 @@ void ReadContext::index(std::span<const short> codes) {
   indexCodons(fiveMers, knownRun, codons);
   indexStarts(codons, starts);
   compose(codes, blocks);
-  allKnown = !read.hasUnknown;
 }
 
 }  // namespace velto

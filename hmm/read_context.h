@@ -32,7 +32,6 @@ struct ReadContext {
   std::vector<CodonIndex> codons;      // [base] that begin there
   std::vector<StartContext> starts;    // [base] what stands before those codons
   std::vector<Composition> blocks;
-  bool allKnown = true;  // no base is unknown
 
   void index(std::span<const short> codes);
 
