@@ -32,40 +32,60 @@ HWY_ATTR Inputs inputsOf(const Composition& composition) {
   return inputs;
 }
 
-// basePart, operation by operation.
-HWY_ATTR void basePartInVectors(const WindowNetwork& network, const Composition& composition,
-                                std::int16_t* units) {
-  const hn::CappedTag<float, 16> d;
-  const hn::RebindToSigned<decltype(d)> whole;
-  const hn::Rebind<std::int16_t, decltype(d)> narrow;
-  const Inputs inputs = inputsOf(composition);
-  const auto count = static_cast<std::size_t>(network.units);
-  const auto load = [&](const std::int16_t* x) HWY_ATTR {
-    return hn::ConvertTo(d, hn::PromoteTo(whole, hn::LoadU(narrow, x)));
-  };
-  const std::int16_t* bias =
-      network.bias.data() + static_cast<std::size_t>(composition.gcClass()) * count;
-  for (std::size_t u = 0; u < count; u += hn::Lanes(d)) {
-    auto sum = load(bias + u);
-    const std::int16_t* weights = network.dinucleotide.data() + u;
-    for (const float input : inputs) {
-      sum = hn::Add(sum, hn::Mul(load(weights), hn::Set(d, input)));
-      weights += count;
+// basePart of blocks, operation by operation.
+class BasePartKernel {
+ public:
+  // The weights become floats once for all blocks.
+  HWY_ATTR explicit BasePartKernel(const WindowNetwork& network)
+      : units_(static_cast<std::size_t>(network.units)), bias_(network.bias.data()) {
+    const std::int16_t* weights = network.dinucleotide.data();
+    for (auto& row : weights_) {
+      for (std::size_t u = 0; u < units_; u += hn::Lanes(d_)) {
+        hn::Store(inFloats(weights + u), d_, row + u);
+      }
+      weights += units_;
     }
-    const auto half = hn::Set(d, 0.5f);
-    const auto away =
-        hn::IfThenElse(hn::Lt(sum, hn::Zero(d)), hn::Sub(sum, half), hn::Add(sum, half));
-    const auto rounded = hn::ConvertTo(whole, away);
-    const auto cut =
-        hn::Max(hn::Min(rounded, hn::Set(whole, kMostBasePart)), hn::Set(whole, -kMostBasePart));
-    hn::StoreU(hn::DemoteTo(narrow, cut), narrow, units + u);
   }
-}
+
+  HWY_ATTR void run(const Composition& composition, std::int16_t* units) const {
+    const Inputs inputs = inputsOf(composition);
+    const std::int16_t* bias = bias_ + static_cast<std::size_t>(composition.gcClass()) * units_;
+    const auto half = hn::Set(d_, 0.5f);
+    for (std::size_t u = 0; u < units_; u += hn::Lanes(d_)) {
+      auto sum = inFloats(bias + u);
+      for (std::size_t pair = 0; pair < inputs.size(); ++pair) {
+        const auto weights = hn::Load(d_, weights_[pair] + u);
+        sum = hn::Add(sum, hn::Mul(weights, hn::Set(d_, inputs[pair])));
+      }
+      const auto away =
+          hn::IfThenElse(hn::Lt(sum, hn::Zero(d_)), hn::Sub(sum, half), hn::Add(sum, half));
+      const auto rounded = hn::ConvertTo(whole_, away);
+      const auto cut = hn::Max(hn::Min(rounded, hn::Set(whole_, kMostBasePart)),
+                               hn::Set(whole_, -kMostBasePart));
+      hn::StoreU(hn::DemoteTo(narrow_, cut), narrow_, units + u);
+    }
+  }
+
+ private:
+  using D = hn::CappedTag<float, 16>;
+
+  HWY_ATTR hn::Vec<D> inFloats(const std::int16_t* x) const {
+    return hn::ConvertTo(d_, hn::PromoteTo(whole_, hn::LoadU(narrow_, x)));
+  }
+
+  const D d_{};
+  const hn::RebindToSigned<D> whole_{};
+  const hn::Rebind<std::int16_t, D> narrow_{};
+  const std::size_t units_;
+  const std::int16_t* const bias_;
+  HWY_ALIGN float weights_[kDinucleotides][kMostUnits];
+};
 
 HWY_ATTR void fillBaseParts(const WindowNetwork& network, std::span<const Composition> blocks,
                             std::int16_t* parts) {
+  const BasePartKernel kernel(network);
   for (const Composition& block : blocks) {
-    basePartInVectors(network, block, parts);
+    kernel.run(block, parts);
     parts += network.rowStride();
   }
 }
