@@ -7,6 +7,7 @@ build=${1:-build-threads}
 tests=(evaluate_test evaluation_test hmm_trainer_test matrix_search_test network_trainer_test
   predictor_test scan_learning_test scan_test vote_trainer_test)
 
+tools/setup-debian.sh
 tools/setup-debian.sh clang libclang-rt-14-dev
 CXX=clang++ cmake -S . -B "$build" -G Ninja -DVELTO_WERROR=ON -DCMAKE_BUILD_TYPE=Debug \
   -DCMAKE_CXX_FLAGS_DEBUG=-g1 -DCMAKE_CXX_FLAGS=-O1 -DVELTO_SANITIZE=thread

@@ -4,6 +4,7 @@ set -euo pipefail
 cd "$(dirname "$0")/.."
 
 build=build-tidy
+tools/setup-debian.sh
 tools/setup-debian.sh clang-format clang-tidy
 cmake -S . -B "$build" -G Ninja -DCMAKE_EXPORT_COMPILE_COMMANDS=ON -DVELTO_BUILD_TESTS=ON \
   -DCMAKE_DISABLE_PRECOMPILE_HEADERS=ON > /dev/null

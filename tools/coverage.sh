@@ -8,6 +8,7 @@ cd "$(dirname "$0")/.."
 build=$PWD/${1:-build-coverage}
 least=95
 rooms=(core model decoder hmm predict)
+tools/setup-debian.sh
 tools/setup-debian.sh clang libclang-rt-14-dev llvm
 CXX=clang++ cmake -S . -B "$build" -G Ninja -DCMAKE_BUILD_TYPE=Debug \
   -DCMAKE_CXX_FLAGS="-O1 -fprofile-instr-generate -fcoverage-mapping"
