@@ -130,7 +130,7 @@ std::string cardOf(const TrainedHmm& trained) {
 HmmPlan standardHmmPlan(double codingBases, bool quick) {
   constexpr double kManyBases = 14e6;
   constexpr int kLeastSteps = 200;
-  const double mostSteps = quick ? 2100.0 : 7000.0;
+  const double mostSteps = quick ? 2400.0 : 8000.0;
   const double share = std::min(1.0, codingBases / kManyBases);
   HmmPlan plan;
   plan.network.shape = {4, 48, {}};

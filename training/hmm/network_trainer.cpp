@@ -156,7 +156,7 @@ class Trainer {
 
   void addRead(std::uint64_t number, const Parameters& parameters, GradientPart& part) {
     const TrainingRead drawn = reads_.draw(seedOf(seed_, kReadStream), number);
-    trueStates(drawn.read, part.masks);
+    trueStates(drawn, part.masks);
     drawDropout(number, part.dropout);
     const LabelledLattice labelled{
         {drawn.read.bases, {}}, part.masks, drawn.rates, tables_[drawn.fold], part.dropout};
@@ -197,7 +197,7 @@ double judgeNetwork(const NetworkShape& shape, const Parameters& parameters,
   double likelihood = 0.0, bases = 0.0;
   for (int k = 0; k < count; ++k) {
     const TrainingRead drawn = reads.draw(seedOf(seed, kReadStream), static_cast<std::uint64_t>(k));
-    trueStates(drawn.read, masks);
+    trueStates(drawn, masks);
     const LabelledLattice labelled{
         {drawn.read.bases, {}}, masks, drawn.rates, tablesOfFold[drawn.fold], dropout};
     likelihood += worker.add(labelled, parameters, nullptr);

@@ -38,6 +38,7 @@ ReadMixture calibrationMixture(const ErrorModel& errors) {
   ReadMixture mixture;
   mixture.coding = 0.58;
   mixture.utr3 = 0.11;
+  mixture.antisense = 0.0;
   mixture.wholeShare = 0.0;
   mixture.profiles = {{errors, 1.0}};
   return mixture;

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "core/base_code.h"
+#include "core/letter_codes.h"
 
 namespace velto {
 namespace {
@@ -101,7 +102,8 @@ TrainingRead ReadDrawer::draw(std::uint64_t seed, std::uint64_t k) const {
   Random random = Random::split(seed, k);
   const double kind = random.real();
   const bool isUtr3 = kind < mixture_.utr3 && !utr3_.empty();
-  const bool isCoding = kind < mixture_.utr3 + mixture_.coding || noncoding_.empty();
+  const double coding = mixture_.coding + mixture_.antisense;
+  const bool isCoding = kind < mixture_.utr3 + coding || noncoding_.empty();
   const Source& source = drawSource(isUtr3 ? utr3_ : isCoding ? coding_ : noncoding_, random);
   const Transcript& transcript = *source.transcript;
   const Fragment fragment = isUtr3     ? drawUtr3(transcript, random)
@@ -112,14 +114,17 @@ TrainingRead ReadDrawer::draw(std::uint64_t seed, std::uint64_t k) const {
   drawn.read = simulateRead(transcript, fragment, errors, random);
   drawn.fold = source.fold;
   drawn.rates = ratesOf(errors);
+  drawn.antisense = !isUtr3 && kind < mixture_.utr3 + mixture_.antisense;
+  if (drawn.antisense) reverseComplement(drawn.read.bases);
   return drawn;
 }
 
 double ReadDrawer::truncatedShare(std::uint64_t seed, std::uint64_t count) const {
   double coding = 0.0, truncated = 0.0;
   for (std::uint64_t k = 0; k < count; ++k) {
-    const SimulatedRead read = draw(seed, k).read;
-    if (!read.isCoding()) continue;
+    const TrainingRead drawn = draw(seed, k);
+    const SimulatedRead& read = drawn.read;
+    if (drawn.antisense || !read.isCoding()) continue;
     coding += 1.0;
     truncated += read.fragment.start > read.source->cdsStart ? 1.0 : 0.0;
   }
@@ -183,6 +188,14 @@ void trueStates(const SimulatedRead& read, std::vector<StateMask>& masks) {
   if (fragment.start <= read.source->cdsStart) markStart(read, masks);
   if (fragment.start + fragment.length > read.source->cdsStop) markStop(read, masks);
   for (const Frameshift& shift : read.shifts) freeAround(shift.position, masks);
+}
+
+void trueStates(const TrainingRead& drawn, std::vector<StateMask>& masks) {
+  if (drawn.antisense) {
+    masks.assign(drawn.read.bases.size(), bit(kNC));
+  } else {
+    trueStates(drawn.read, masks);
+  }
 }
 
 }  // namespace velto

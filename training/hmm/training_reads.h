@@ -19,11 +19,12 @@ struct ReadProfile {
 };
 
 // What reads the network is trained on. The shares of kinds of reads, and of profiles, sum up to 1;
-// what `coding` and `utr3` leave is the share of reads of non-coding transcripts.
+// what the other kinds leave is the share of reads of non-coding transcripts.
 struct ReadMixture {
-  double coding = 0.60;      // with at least kLeastCodingBases coding bases
-  double utr3 = 0.09;        // wholly behind the coding region
-  double wholeShare = 0.15;  // of the coding reads: whole transcripts
+  double coding = 0.51;      // with at least kLeastCodingBases coding bases
+  double antisense = 0.08;   // the other strand of such reads, on which nothing codes
+  double utr3 = 0.08;        // wholly behind the coding region
+  double wholeShare = 0.15;  // of the coding and antisense reads: whole transcripts
   int longestWhole = 5000;   // bases of a transcript that is read as a whole
   FragmentLengths lengths{300, 800};
   std::vector<ReadProfile> profiles;
@@ -33,8 +34,9 @@ ReadMixture standardMixture();
 
 struct TrainingRead {
   SimulatedRead read;
-  BaseErrorRates rates;  // with which the model reads it
-  std::size_t fold = 0;  // that its transcript belongs to
+  BaseErrorRates rates;    // with which the model reads it
+  std::size_t fold = 0;    // that its transcript belongs to
+  bool antisense = false;  // the bases of `read` are of the other strand than all else of it
 };
 
 // Draws reads from the training folds; the k-th of a seed is always the same. Any thread may draw.
@@ -67,5 +69,8 @@ class ReadDrawer {
 // The states that each base of a read may truly be in. Bases near a frameshift, or near a start or
 // stop codon that was misread beyond what the model allows, may be in any.
 void trueStates(const SimulatedRead& read, std::vector<StateMask>& masks);
+
+// The same; those of an antisense read are the ones of non-coding transcripts.
+void trueStates(const TrainingRead& drawn, std::vector<StateMask>& masks);
 
 }  // namespace velto

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "core/base_code.h"
+#include "core/letter_codes.h"
 #include "simulation/synthetic_species.h"
 
 namespace velto {
@@ -93,19 +94,40 @@ struct Species {
 TEST(TrainingReads, KindsAreDrawnByTheirShares) {
   const Species species;
   const ReadDrawer drawer(species.folds(), standardMixture());
-  int coding = 0, utr3 = 0;
+  int coding = 0, antisense = 0, utr3 = 0;
   constexpr int kReads = 2000;
   for (int k = 0; k < kReads; ++k) {
     const TrainingRead drawn = drawer.draw(1, static_cast<std::uint64_t>(k));
-    if (drawn.read.isCoding()) {
+    if (drawn.antisense) {
+      ++antisense;
+    } else if (drawn.read.isCoding()) {
       ++coding;
       EXPECT_GE(drawn.read.stop - drawn.read.start, 50);
     } else {
       utr3 += drawn.read.source->isCoding();
     }
   }
-  EXPECT_NEAR(coding, 0.60 * kReads, 80);
-  EXPECT_NEAR(utr3, 0.09 * kReads, 40);
+  EXPECT_NEAR(coding, 0.51 * kReads, 80);
+  EXPECT_NEAR(antisense, 0.08 * kReads, 50);
+  EXPECT_NEAR(utr3, 0.08 * kReads, 40);
+}
+
+TEST(TrainingReads, AntisenseReadsAreTheOtherStrandAndCodeNowhere) {
+  const Species species;
+  ReadMixture mixture = standardMixture();
+  mixture.profiles = {{ErrorModel{}, 1.0}};
+  mixture.antisense = 1.0;
+  mixture.utr3 = mixture.coding = 0.0;
+  const TrainingRead drawn = ReadDrawer(species.folds(), mixture).draw(1, 1);
+  ASSERT_TRUE(drawn.antisense);
+  const SimulatedRead& read = drawn.read;
+  const auto first = read.source->bases.begin() + read.fragment.start;
+  std::vector<short> sense(first, first + read.fragment.length);
+  reverseComplement(sense);
+  EXPECT_EQ(read.bases, sense);
+  std::vector<StateMask> masks;
+  trueStates(drawn, masks);
+  EXPECT_EQ(masks, std::vector<StateMask>(read.bases.size(), bit(kNC)));
 }
 
 TEST(TrainingReads, AReadNamesTheFoldOfItsTranscript) {
@@ -124,7 +146,7 @@ TEST(TrainingReads, ShareOfTruncatedReadsIsThatOfFragmentsBehindTheStartCodon) {
   ReadMixture mixture = standardMixture();
   mixture.wholeShare = 1.0;
   EXPECT_EQ(ReadDrawer(species.folds(), mixture).truncatedShare(1, 500), 0.01);
-  mixture.wholeShare = 0.0;
+  mixture.antisense = mixture.wholeShare = 0.0;
   const ReadDrawer drawer(species.folds(), mixture);
   double coding = 0, behind = 0;
   for (std::uint64_t k = 0; k < 500; ++k) {
@@ -159,7 +181,7 @@ TEST(TrainingReads, WholeTranscriptsAreDrawnWhereWanted) {
   const Species species;
   ReadMixture mixture = standardMixture();
   mixture.coding = 1.0;
-  mixture.utr3 = 0.0;
+  mixture.antisense = mixture.utr3 = 0.0;
   mixture.wholeShare = 1.0;
   EXPECT_EQ(ReadDrawer(species.folds(), mixture).draw(1, 1).read.fragment.length, 2000);
   mixture.longestWhole = 1999;
