@@ -76,9 +76,7 @@ double substitutionFor(double indels, double innerStops) {
 
 // The network sharpens posteriors, while the rates learnt without it absorb what the tables do not
 // explain: fewer errors are left for it. Where errors are frequent, they are real.
-double shareKept(double indels) {
-  return 0.8 + 0.2 * std::clamp((indels - 0.01) / 0.01, 0.0, 1.0);
-}
+double shareKept(double indels) { return 0.8 + 0.2 * std::clamp((indels - 0.01) / 0.01, 0.0, 1.0); }
 
 // The kinds of errors, in the order of ErrorKind.
 constexpr double BaseErrorRates::*kRateOf[kErrorKinds] = {
