@@ -1,13 +1,11 @@
 // Posteriors of a group of reads, in lanes where there are several.
 #pragma once
 
+#include <memory>
 #include <span>
 
 #include "hmm/read_decision.h"
 #include "hmm/read_lattice.h"
-#ifdef VELTO_HIGHWAY
-#include "hmm/read_lanes.h"
-#endif
 
 namespace velto {
 
@@ -16,6 +14,7 @@ class GroupLattice {
  public:
   // Model and rates must outlive it. Without the network, the count tables alone emit.
   GroupLattice(const HmmModel& model, const FileRates& rates, bool useNetwork);
+  ~GroupLattice();
 
   // Runs forward and backward over a group of ReadGroups, reads of one base or more.
   void run(std::span<const ReadView> reads, std::span<const std::size_t> group);
@@ -28,11 +27,9 @@ class GroupLattice {
   const HmmModel& model_;
   const FileRates& rates_;
   const bool useNetwork_;
-  bool isAlone_ = true;  // the last group was of one read
   ReadLattice alone_;
-#ifdef VELTO_HIGHWAY
-  ReadLanes lanes_;
-#endif
+  struct Lanes;
+  const std::unique_ptr<Lanes> lanes_;  // null in a build without vectors
 };
 
 }  // namespace velto

@@ -12,6 +12,9 @@
 #include "hmm/group_lattice.h"
 #include "hmm/hmm_model_file.h"
 #include "hmm/read_groups.h"
+#ifdef VELTO_HIGHWAY
+#include "hmm/read_lanes.h"
+#endif
 #include "hmm/read_lattice.h"
 
 namespace velto {
