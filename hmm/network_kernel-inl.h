@@ -98,7 +98,8 @@ class NetworkKernel {
     }
   }
 
-  // Not a part of its callers, which would leave it too few registers.
+  // Sums of the outputs of eight bases, before scale and bias. Not a part of its callers, which
+  // would leave it too few registers.
   HWY_NOINLINE HWY_ATTR void sumOutputs(const NetworkBases& bases, OutputSums& sums) const {
     sums.fill(0);
     for (std::size_t u = 0; u < units_; u += kUnitsAtOnce) {
@@ -108,7 +109,7 @@ class NetworkKernel {
     }
   }
 
-  // Their factors.
+  // The factors that the sums stand for.
   HWY_ATTR void raise(const OutputSums& sums, FactorRows& factors) const {
     const hn::CappedTag<float, 16> d;
     const hn::RebindToSigned<decltype(d)> whole;
