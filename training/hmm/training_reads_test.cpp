@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <utility>
+
 #include "core/base_code.h"
 #include "core/letter_codes.h"
 #include "simulation/synthetic_species.h"
@@ -156,6 +158,8 @@ TEST(TrainingReads, ShareOfTruncatedReadsIsThatOfFragmentsBehindTheStartCodon) {
   }
   EXPECT_NEAR(drawer.truncatedShare(1, 500), behind / coding, 1e-4);
   EXPECT_GT(behind, 10);
+  std::swap(mixture.antisense, mixture.coding);
+  EXPECT_EQ(ReadDrawer(species.folds(), mixture).truncatedShare(1, 500), 0.01);
 }
 
 TEST(TrainingReads, DrawsDependOnSeedAndNumberAlone) {
