@@ -2,6 +2,7 @@
 
 #include <zlib.h>
 
+#include <algorithm>
 #include <cmath>
 #include <cstdio>
 #include <fstream>
@@ -97,33 +98,28 @@ long countAt(const Json& card, const std::string& place) {
   return count && *count >= 0.0 && *count < 1e15 ? static_cast<long>(*count) : -1;
 }
 
-DecoderSummary summaryOf(const Json& judged) {
-  DecoderSummary summary;
-  for (std::size_t p = 0; p < kJudgedPresets.size(); ++p) {
-    summary.frameF1[p] = numberAt(judged, std::string("/") + kJudgedPresets[p] + "/frame_f1");
-  }
-  summary.noncodingCalled =
-      numberAt(judged, std::string("/") + kJudgedPresets.front() + "/noncoding_called");
-  return summary;
+// Of records of one kind, from the inputs of the decoder's own where it was trained apart.
+long acceptedOf(const Json& card, const std::string& decoder, const std::string& kind) {
+  const std::string place = "/" + kind + "/accepted";
+  const long own = countAt(card, "/" + decoder + place);
+  return own < 0 ? countAt(card, place) : own;
 }
 
 }  // namespace
 
-DecoderSummary CardSummary::of(const std::string& decoder) const {
-  const auto found = decoders.find(decoder);
-  return found == decoders.end() ? DecoderSummary() : found->second;
-}
-
-CardSummary readCardSummary(const std::string& directory) {
+DecoderSummary readDecoderSummary(const std::string& directory, const std::string& decoder) {
   std::ifstream in(directory + '/' + kModelCardFile, std::ios::binary);
   const Json card = Json::parse(in, nullptr, false);
-  if (!card.is_object()) return {};
-  CardSummary summary{countAt(card, "/coding/accepted"), countAt(card, "/noncoding/accepted"), {}};
-  const auto judged = card.find("judged");
-  if (judged == card.end() || !judged->is_object()) return summary;
-  for (const auto& [decoder, figures] : judged->items()) {
-    summary.decoders[decoder] = summaryOf(figures);
-  }
+  DecoderSummary summary;
+  if (!card.is_object()) return summary;
+  summary.coding = acceptedOf(card, decoder, "coding");
+  summary.noncoding = acceptedOf(card, decoder, "noncoding");
+  const auto figure = [&](const char* preset, const char* name) {
+    return numberAt(card, "/judged/" + decoder + "/" + preset + "/" + name);
+  };
+  std::transform(kJudgedPresets.begin(), kJudgedPresets.end(), summary.frameF1.begin(),
+                 [&](const char* preset) { return figure(preset, "frame_f1"); });
+  summary.noncodingCalled = figure(kJudgedPresets.front(), "noncoding_called");
   return summary;
 }
 

@@ -3,7 +3,6 @@
 
 #include <array>
 #include <cstdint>
-#include <map>
 #include <optional>
 #include <span>
 #include <string>
@@ -30,25 +29,17 @@ struct CardFacts {
 // files again for their checksums; throws Error when that fails. Standard input has no checksum.
 std::string modelCardText(const CardFacts& facts, std::span<const TrainedDecoder> decoders);
 
-// What a card tells about one decoder on reads of held-back transcripts; empty where it does not.
+// What a card tells about one decoder, on reads of held-back transcripts; empty where it does not.
 struct DecoderSummary {
+  long coding = -1;     // transcripts it was trained on; -1: not told
+  long noncoding = -1;  // likewise
   std::array<std::optional<double>, kJudgedPresets.size()> frameF1;  // [preset]
   std::optional<double> noncodingCalled;                             // of the est reads
 };
 
-// What a list of models tells about one.
-struct CardSummary {
-  long coding = -1;     // transcripts it was trained on; -1: not told
-  long noncoding = -1;  // likewise
-  std::map<std::string, DecoderSummary> decoders;
-
-  // Nothing for a decoder that is not told about.
-  DecoderSummary of(const std::string& decoder) const;
-};
-
-// Reads `model.json` of a model whose decoders() could be read, as modelCardText wrote it. Members
-// of other types tell nothing, and so does a directory without a readable card.
-CardSummary readCardSummary(const std::string& directory);
+// Reads `model.json` of a model that has the decoder, as modelCardText wrote it. Members of other
+// types tell nothing, and so does a directory without a readable card.
+DecoderSummary readDecoderSummary(const std::string& directory, const std::string& decoder);
 
 // CRC-32 of a file's bytes as eight hexadecimal digits.
 std::string fileChecksum(const std::string& path);

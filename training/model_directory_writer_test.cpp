@@ -63,13 +63,13 @@ TEST_F(ModelDirectoryWriter, CardTellsOfEveryDecoderHowItDidOnHeldBackReads) {
   OutputDirectory output(directory_.string());
   writeModelDirectory(facts, {}, output);
   output.commit();
-  const CardSummary card = readCardSummary(directory_.string());
-  EXPECT_EQ(card.coding, 1);
-  EXPECT_EQ(card.noncoding, 0);
-  EXPECT_EQ(card.of("two").frameF1[0], 0.75);
-  EXPECT_EQ(card.of("two").noncodingCalled, 0.25);
-  EXPECT_FALSE(card.of("two").frameF1[1].has_value());
-  EXPECT_FALSE(card.of("one").frameF1[0].has_value());
+  const DecoderSummary two = readDecoderSummary(directory_.string(), "two");
+  EXPECT_EQ(two.coding, 1);
+  EXPECT_EQ(two.noncoding, 0);
+  EXPECT_EQ(two.frameF1[0], 0.75);
+  EXPECT_EQ(two.noncodingCalled, 0.25);
+  EXPECT_FALSE(two.frameF1[1].has_value());
+  EXPECT_FALSE(readDecoderSummary(directory_.string(), "one").frameF1[0].has_value());
 }
 
 TEST_F(ModelDirectoryWriter, OddCardsTellNothing) {
@@ -77,11 +77,21 @@ TEST_F(ModelDirectoryWriter, OddCardsTellNothing) {
                            R"({"coding": {"accepted": 1e300}, "judged": []})",
                            R"({"judged": {"vote": {"est": {"frame_f1": "high"}}}})"}) {
     std::ofstream(directory_ / "model.json") << text;
-    const CardSummary card = readCardSummary(directory_.string());
-    EXPECT_EQ(card.coding, -1) << text;
-    EXPECT_FALSE(card.of("vote").frameF1[0].has_value()) << text;
+    const DecoderSummary vote = readDecoderSummary(directory_.string(), "vote");
+    EXPECT_EQ(vote.coding, -1) << text;
+    EXPECT_FALSE(vote.frameF1[0].has_value()) << text;
   }
-  EXPECT_EQ(readCardSummary((directory_ / "none").string()).coding, -1);
+  EXPECT_EQ(readDecoderSummary((directory_ / "none").string(), "vote").coding, -1);
+}
+
+TEST_F(ModelDirectoryWriter, ADecoderTrainedApartHasItsOwnCounts) {
+  std::ofstream(directory_ / "model.json")
+      << R"({"coding": {"accepted": 7}, "noncoding": {"accepted": 8},
+             "hmm": {"coding": {"accepted": 20}, "noncoding": {"accepted": 30}}})";
+  EXPECT_EQ(readDecoderSummary(directory_.string(), "vote").coding, 7);
+  EXPECT_EQ(readDecoderSummary(directory_.string(), "vote").noncoding, 8);
+  EXPECT_EQ(readDecoderSummary(directory_.string(), "hmm").coding, 20);
+  EXPECT_EQ(readDecoderSummary(directory_.string(), "hmm").noncoding, 30);
 }
 
 TEST(Trainers, VoteComesFirst) {

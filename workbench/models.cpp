@@ -29,10 +29,9 @@ std::string shown(long count) { return count < 0 ? "-" : std::to_string(count); 
 // A row for each decoder, the default one first. Throws ModelError for a card that is damaged.
 void addRows(const InstalledModel& model, std::vector<Row>& rows) {
   const std::vector<std::string> decoders = Model(model.directory).decoders();
-  const CardSummary card = readCardSummary(model.directory);
   for (const std::string& decoder : decoders) {
-    const DecoderSummary figures = card.of(decoder);
-    Row row{model.name, decoder, shown(card.coding), shown(card.noncoding)};
+    const DecoderSummary figures = readDecoderSummary(model.directory, decoder);
+    Row row{model.name, decoder, shown(figures.coding), shown(figures.noncoding)};
     for (const std::optional<double>& f1 : figures.frameF1) row.push_back(shown(f1));
     row.push_back(shown(figures.noncodingCalled));
     row.push_back(model.directory);
