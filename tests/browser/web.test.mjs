@@ -96,6 +96,12 @@ function scanned(input, decoder, format) {
   return fs.readFileSync(path.join(WORK, `${input}.${decoder}.${format}`));
 }
 
+// What the page says of the example reads, of which velto scan calls so many.
+function exampleCount() {
+  const rows = scanned('reads.fastq', 'hmm', 'tsv').toString().split('\n');
+  return `${rows.filter((row) => row.split('\t').includes('coding')).length} of 30 reads`;
+}
+
 // The columns of the first read in the table of velto scan, by their names.
 function columnsOf(tsv) {
   const [names, values] = tsv.toString().split('\n').map((line) => line.split('\t'));
@@ -179,7 +185,7 @@ test('the example reads give the files of velto scan', async () => {
   for (const [format, end] of [['tsv', '.tsv'], ['gff3', '.gff3'], ['bed', '.bed'], ['cds', '.cds.fa'], ['protein', '.faa'], ['json', '.jsonl']]) {
     assert.ok((await download(format, `reads${end}`)).equals(scanned('reads.fastq', 'hmm', format)), format);
   }
-  assert.match(await textOf('#results-lead'), /^14 of 30 reads have a coding region/);
+  assert.ok((await textOf('#results-lead')).startsWith(`${exampleCount()} have a coding region`));
   assert.match((await download('report', '.html')).toString(), /<title>Coding regions of 30 reads/);
 });
 
@@ -241,7 +247,7 @@ test('the list filters, turns pages and opens reads', async () => {
   await page.click('#after');
   assert.equal(await textOf('#rows tr .name'), 'r13');
   await page.select('#filter', 'coding');
-  assert.match(await textOf('#found'), /^14 of 30 reads/);
+  assert.equal(await textOf('#found'), exampleCount());
   await page.type('#search', 'r12');
   assert.equal((await page.$$('#rows tr')).length, 1);
   await page.click('#rows .name');
@@ -372,7 +378,7 @@ test('the keyboard alone is enough', async () => {
 
 test('every control has a name, and what happens is spoken', async () => {
   await choose('reads.fastq');
-  assert.match(await textOf('#spoken[role=status]'), /^14 of 30 reads/);
+  assert.ok((await textOf('#spoken[role=status]')).startsWith(exampleCount()));
   const tree = await page.accessibility.snapshot({ interestingOnly: true });
   const nameless = [];
   const look = (node) => {
