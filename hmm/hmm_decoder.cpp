@@ -2,10 +2,11 @@
 
 #include <algorithm>
 #include <cmath>
-#include <iterator>
+#include <optional>
 #include <utility>
 #include <vector>
 
+#include "core/bounded_text.h"
 #include "hmm/coding_path.h"
 #include "hmm/error_rates.h"
 #include "hmm/float_math.h"
@@ -72,12 +73,12 @@ float givenCoding(const Call& call) { return static_cast<float>(1.0 / logisticOf
 
 std::shared_ptr<const HmmModel> loadModel(const FileSource& files) {
   const auto in = files.open(kHmmModelFile);
-  const std::string text{std::istreambuf_iterator<char>(*in), {}};
+  const std::optional<std::string> text = textUpTo(*in, kMostHmmModelBytes);
+  if (!text) throw ModelError(files.path(kHmmModelFile), 0, 0, "is larger than 32 MB");
   const auto model = std::make_shared<HmmModel>();
-  const HmmFileStatus status = readHmmModel(text, *model);
+  const HmmFileStatus status = readHmmModel(*text, *model);
   if (!status.regular()) {
-    throw ModelError(files.path(kHmmModelFile) + ":" + std::to_string(status.line) + ": " +
-                     status.reason);
+    throw ModelError(files.path(kHmmModelFile), 0, status.line, status.reason);
   }
   return model;
 }

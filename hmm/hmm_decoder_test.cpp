@@ -264,12 +264,22 @@ TEST(HmmDecoder, ModelsAreReadFromTheirFile) {
   reads.addCoding(100, {});
   expectSame(decoded(decoder, reads.views()[0]),
              decoded(HmmDecoder(sharedToy()), reads.views()[0]));
+}
+
+std::string loadingError(const std::string& text) {
   try {
-    HmmDecoder damaged(sourceOf("VELTO posterior model 3\n\n"));
-    FAIL();
+    HmmDecoder damaged(sourceOf(text));
+    return "";
   } catch (const ModelError& error) {
-    EXPECT_EQ(std::string(error.what()), "hmm/posterior.txt:2: missing number");
+    return error.what();
   }
+}
+
+TEST(HmmDecoder, DamagedModelFilesAreNamed) {
+  EXPECT_EQ(loadingError("VELTO posterior model 3\n\n"),
+            "hmm/posterior.txt: line 2: missing number");
+  EXPECT_EQ(loadingError(std::string(kMostHmmModelBytes + 1, ' ')),
+            "hmm/posterior.txt: is larger than 32 MB");
 }
 
 // Reads in lanes, in an order that is not that of their lengths, too long ones among them.

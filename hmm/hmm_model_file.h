@@ -1,6 +1,7 @@
 // The posterior decoder's model as text: written, and read back strictly.
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 
@@ -10,6 +11,9 @@ namespace velto {
 
 // Name of the file within a model directory.
 constexpr const char* kHmmModelFile = "hmm/posterior.txt";
+
+// No file has more: the rows of the largest network take 26 MB.
+constexpr std::size_t kMostHmmModelBytes = std::size_t{1} << 25;
 
 // What is wrong with a model file: the first such line.
 struct HmmFileStatus {

@@ -2,7 +2,10 @@
 
 #include <algorithm>
 #include <nlohmann/json.hpp>
+#include <optional>
+#include <utility>
 
+#include "core/bounded_text.h"
 #include "velto/velto.h"
 
 namespace velto {
@@ -10,15 +13,14 @@ namespace {
 
 using Json = nlohmann::json;
 
-// Bounds the memory that a file which is no card can take.
-constexpr std::size_t kMostBytes = 1 << 24;
+// Of a card, which has some 20,000; JSON may take a hundred times the memory of its text.
+constexpr std::size_t kMostBytes = 1 << 20;
 
 std::string readText(const FileSource& files) {
   const auto in = files.open(kModelCardFile);
-  std::string text;
-  for (char byte; text.size() <= kMostBytes && in->get(byte);) text += byte;
-  if (text.size() <= kMostBytes) return text;
-  throw ModelError(files.path(kModelCardFile), 0, 0, "is larger than 16 MB");
+  std::optional<std::string> text = textUpTo(*in, kMostBytes);
+  if (!text) throw ModelError(files.path(kModelCardFile), 0, 0, "is larger than 1 MB");
+  return *std::move(text);
 }
 
 Json parse(const std::string& text, const std::string& path) {
@@ -30,6 +32,10 @@ Json parse(const std::string& text, const std::string& path) {
   }
 }
 
+[[noreturn]] void throwWrongType(const char* name, const std::string& path) {
+  throw ModelError(path, 0, 0, std::string("the member '") + name + "' is of a wrong type");
+}
+
 // The member as a T, or an empty T for none.
 template <typename T>
 T member(const Json& card, const char* name, const std::string& path) {
@@ -38,8 +44,18 @@ T member(const Json& card, const char* name, const std::string& path) {
   try {
     return found->get<T>();
   } catch (const Json::type_error&) {
-    throw ModelError(path, 0, 0, std::string("the member '") + name + "' is of a wrong type");
+    throwWrongType(name, path);
   }
+}
+
+// Not by a conversion to int, which takes 4294967297 and true for 1.
+void requireKnownFormat(const Json& card, const std::string& path) {
+  const auto format = card.find("format");
+  if (format == card.end()) return;
+  if (!format->is_number_integer()) throwWrongType("format", path);
+  if (format->get<double>() <= kModelFormat) return;
+  throw ModelError(
+      path, 0, 0, "is of a newer model format than this program's " + std::to_string(kModelFormat));
 }
 
 }  // namespace
@@ -49,11 +65,7 @@ CardDecoders readCardDecoders(const FileSource& files) {
   const std::string path = files.path(kModelCardFile);
   const Json card = parse(readText(files), path);
   if (!card.is_object()) throw ModelError(path, 0, 0, "is not a JSON object");
-  if (member<int>(card, "format", path) > kModelFormat) {
-    throw ModelError(
-        path, 0, 0,
-        "is of a newer model format than this program's " + std::to_string(kModelFormat));
-  }
+  requireKnownFormat(card, path);
   return {member<std::vector<std::string>>(card, "decoders", path),
           member<std::string>(card, "default", path)};
 }

@@ -77,11 +77,21 @@ TEST_F(ModelFilesTest, DamagedCardIsNamedWithItsLine) {
 }
 
 TEST_F(ModelFilesTest, CardOfANewerFormatIsRefused) {
-  EXPECT_EQ(cardError(R"({"format": 2})"), ": is of a newer model format than this program's 1");
+  const std::string newer = ": is of a newer model format than this program's 1";
+  EXPECT_EQ(cardError(R"({"format": 2})"), newer);
+  EXPECT_EQ(cardError(R"({"format": 4294967297})"), newer);
+  EXPECT_EQ(cardError(R"({"format": 18446744073709551615})"), newer);
 }
 
-TEST_F(ModelFilesTest, CardOfMoreThan16MBIsRefused) {
-  EXPECT_EQ(cardError(std::string((1 << 24) + 1, ' ')), ": is larger than 16 MB");
+TEST_F(ModelFilesTest, FormatThatIsNoWholeNumberIsRefused) {
+  for (const char* format : {"true", "1.5", "1e300", "\"1\""}) {
+    EXPECT_EQ(cardError(std::string("{\"format\": ") + format + "}"),
+              ": the member 'format' is of a wrong type");
+  }
+}
+
+TEST_F(ModelFilesTest, CardOfMoreThan1MBIsRefused) {
+  EXPECT_EQ(cardError(std::string((1 << 20) + 1, ' ')), ": is larger than 1 MB");
 }
 
 TEST_F(ModelFilesTest, CardThatNamesAnUnknownDecoderIsRefused) {

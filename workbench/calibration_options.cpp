@@ -2,10 +2,11 @@
 
 #include <cmath>
 #include <fstream>
-#include <sstream>
+#include <utility>
 #include <vector>
 
 #include "batch/file_calibration.h"
+#include "core/bounded_text.h"
 #include "simulation/error_model.h"
 #include "workbench/file_options.h"
 #include "workbench/parse_number.h"
@@ -30,12 +31,15 @@ BaseErrorRates parseErrorRates(const std::string& text) {
   return {rates[0], rates[1], rates[2]};
 }
 
+// Of a summary, whose inputs may be many; JSON may take a hundred times the memory of its text.
+constexpr std::size_t kMostBytes = std::size_t{1} << 22;
+
 std::string textOf(const std::string& file) {
-  std::ifstream in(file);
-  std::ostringstream text;
-  text << in.rdbuf();
-  if (!in || !text) throw Error(file, 0, 0, "cannot be read");
-  return text.str();
+  std::ifstream in(file, std::ios::binary);
+  std::optional<std::string> text = textUpTo(in, kMostBytes);
+  if (!in.is_open() || in.bad()) throw Error(file, 0, 0, "cannot be read");
+  if (!text) throw Error(file, 0, 0, "is larger than 4 MB");
+  return *std::move(text);
 }
 
 }  // namespace

@@ -129,6 +129,18 @@ TEST_F(LearningScanTest, WhatIsToldIsNotLearnt) {
   EXPECT_EQ(known["truncated_share"], 0.5);
 }
 
+TEST_F(LearningScanTest, CalibrationsThatCannotBeReadAreNamed) {
+  const auto error = [this](const std::string& file) {
+    return test::runProcess(VELTO_PROGRAM,
+                            {"scan", "-d", "model", "--calibration", file, "reads.fq"}, work.path())
+        .err;
+  };
+  EXPECT_EQ(error("none.json"), "velto: none.json: cannot be read\n");
+  EXPECT_EQ(error("model"), "velto: model: cannot be read\n");
+  EXPECT_EQ(error("/dev/null"), "velto: /dev/null: holds no calibration\n");
+  EXPECT_EQ(error("/dev/zero"), "velto: /dev/zero: is larger than 4 MB\n");
+}
+
 TEST_F(LearningScanTest, LeastProbabilityDecidesWhichReadsAreCoding) {
   const std::string all = table({"reads.fq", "--min-probability", "0"});
   EXPECT_EQ(column(all, 12), std::vector<std::string>(4200, "coding"));
