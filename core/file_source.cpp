@@ -3,6 +3,7 @@
 #include <filesystem>
 #include <fstream>
 #include <sstream>
+#include <system_error>
 
 #include "velto/velto.h"
 
@@ -15,7 +16,8 @@ bool FolderSource::has(const std::string& name) const {
 
 std::unique_ptr<std::istream> FolderSource::open(const std::string& name) const {
   const std::string file = path(name);
-  if (std::filesystem::is_directory(file)) throw ModelError(file, 0, 0, "is a directory");
+  std::error_code unknown;
+  if (std::filesystem::is_directory(file, unknown)) throw ModelError(file, 0, 0, "is a directory");
   auto in = std::make_unique<std::ifstream>(file, std::ios::binary);
   if (!*in) throw ModelError(file, 0, 0, "cannot be opened");
   return in;

@@ -1,6 +1,8 @@
 // Models of folders and of memory, and the decoders that they name.
 #include <gtest/gtest.h>
 
+#include <filesystem>
+
 #include "model/model_file.h"
 #include "model/read_class.h"
 #include "tests/support/model_directory.h"
@@ -92,6 +94,17 @@ TEST_F(ModelFilesTest, FormatThatIsNoWholeNumberIsRefused) {
 
 TEST_F(ModelFilesTest, CardOfMoreThan1MBIsRefused) {
   EXPECT_EQ(cardError(std::string((1 << 20) + 1, ' ')), ": is larger than 1 MB");
+}
+
+TEST_F(ModelFilesTest, FileBehindLinksThatLeadNowhereCannotBeOpened) {
+  writeCard(R"({"decoders": ["hmm"]})");
+  std::filesystem::create_symlink("hmm", directory.file("hmm"));
+  try {
+    Predictor(directory.path());
+    FAIL();
+  } catch (const ModelError& error) {
+    EXPECT_EQ(error.file(), directory.file("hmm/posterior.txt"));
+  }
 }
 
 TEST_F(ModelFilesTest, CardThatNamesAnUnknownDecoderIsRefused) {
