@@ -11,6 +11,26 @@ namespace {
 constexpr size_t kBatchRecords = 128;
 constexpr size_t kBatchBases = 1 << 16;
 
+// Headers are short as a rule; these bounds keep those of an odd file from filling the memory.
+constexpr size_t kBatchHeaderBytes = 1 << 20;
+constexpr size_t kAheadHeaderBytes = 1 << 26;
+
+struct Amount {
+  size_t records = 0;
+  size_t bases = 0;
+  size_t headerBytes = 0;
+
+  void add(const Record& record) {
+    ++records;
+    bases += record.bases.size();
+    headerBytes += record.name.size() + record.description.size();
+  }
+
+  bool isBelow(const Amount& most) const {
+    return records < most.records && bases < most.bases && headerBytes < most.headerBytes;
+  }
+};
+
 }  // namespace
 
 bool RecordBatches::nextRecord(Record& record) {
@@ -23,11 +43,10 @@ bool RecordBatches::nextRecord(Record& record) {
 }
 
 const std::deque<RecordBatch>& RecordBatches::readAhead(size_t records, size_t bases) {
-  for (size_t keptRecords = 0, keptBases = 0; keptRecords < records && keptBases < bases;) {
+  for (Amount kept; kept.isBelow({records, bases, kAheadHeaderBytes});) {
     RecordBatch batch = read();
     if (batch.records.empty()) break;
-    keptRecords += batch.records.size();
-    for (const Record& record : batch.records) keptBases += record.bases.size();
+    for (const Record& record : batch.records) kept.add(record);
     ahead_.push_back(std::move(batch));
   }
   return ahead_;
@@ -43,12 +62,12 @@ RecordBatch RecordBatches::next() {
 RecordBatch RecordBatches::read() {
   RecordBatch batch;
   batch.firstOrdinal = ordinal_ + 1;
-  size_t bases = 0;
+  Amount amount;
   try {
     Record record;
-    while (error_ == nullptr && batch.records.size() < kBatchRecords && bases < kBatchBases &&
+    while (error_ == nullptr && amount.isBelow({kBatchRecords, kBatchBases, kBatchHeaderBytes}) &&
            nextRecord(record)) {
-      bases += record.bases.size();
+      amount.add(record);
       batch.records.push_back(std::move(record));
       record = Record();
     }

@@ -21,8 +21,8 @@ class RecordBatches {
  public:
   explicit RecordBatches(RecordSources sources) : sources_(std::move(sources)) {}
 
-  // Reads on until this many records or bases are read and not handed out, or the input ends, and
-  // returns what is; next() hands it out first.
+  // Reads on until this many records or bases, or 64 MB of headers, are read and not handed out, or
+  // the input ends, and returns what is; next() hands it out first.
   const std::deque<RecordBatch>& readAhead(size_t records, size_t bases);
 
   // The next batch, empty at the end. A file that cannot be read ends the batches after the records

@@ -39,6 +39,18 @@ TEST(RecordBatches, ALongRecordEndsItsBatch) {
   EXPECT_EQ(batches.next().records.size(), 1U);
 }
 
+TEST(RecordBatches, LongHeadersEndABatchAndTheReadingAhead) {
+  const test::TempDir directory;
+  const std::string header(3 << 20, 'h');  // bytes
+  std::string fasta;
+  for (int i = 0; i < 50; ++i) fasta += ">a " + header + "\nACGT\n";
+  test::writeFile(directory.file("1.fa"), fasta);
+  RecordBatches batches(filesInOrder({directory.file("1.fa")}));
+  const auto& ahead = batches.readAhead(300, 1000000);
+  EXPECT_EQ(ahead.size(), 22U);  // of one record each: 66 MB
+  EXPECT_EQ(ahead.front().records.size(), 1U);
+}
+
 TEST(RecordBatches, ReadAheadAreHandedOutInOrderAllTheSame) {
   const test::TempDir directory;
   std::string fasta;
