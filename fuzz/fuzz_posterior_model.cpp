@@ -1,6 +1,6 @@
 // Fuzz target: the posterior decoder's model file with some of its lines replaced. The bytes are
 // edits, two for the number of a line and then its new text up to a line feed. What is accepted
-// must come back whole when it is written, and decode a read within bounds.
+// must come back whole when it is written and read again, and decode a read within bounds.
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
@@ -62,7 +62,10 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   const std::string text = edited(lines, data, size);
   velto::HmmModel model;
   if (!velto::readHmmModel(text, model).regular()) return 0;
-  if (velto::hmmModelText(model) != text) std::abort();
+  const std::string written = velto::hmmModelText(model);
+  velto::HmmModel again;
+  if (!velto::readHmmModel(written, again).regular()) std::abort();
+  if (velto::hmmModelText(again) != written) std::abort();
   decodeWith(model);
   return 0;
 }

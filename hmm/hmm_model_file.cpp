@@ -1,6 +1,7 @@
 // 1. Writing  2. Fields and lines  3. Sections
 #include "hmm/hmm_model_file.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
 #include <cstdlib>
@@ -146,6 +147,16 @@ std::string hmmModelText(const HmmModel& model) {
 
 namespace {
 
+// Whether a number that begins with 0 is no other than 0, or a fraction.
+template <class Number>
+bool hasPlainZero(std::string_view field) {
+  const bool isNegative = field.front() == '-';
+  const std::string_view digits = field.substr(isNegative ? 1 : 0);
+  if (digits.front() != '0') return true;
+  if (digits.size() > 1) return digits[1] == '.';
+  return !isNegative || std::is_floating_point_v<Number>;
+}
+
 // Reads a text line by line and word by word; throws the status at the first irregular place.
 class Reader {
  public:
@@ -172,9 +183,8 @@ class Reader {
   template <class Number>
   Number number(Number least, Number most) {
     const std::string_view field = nextField();
-    if (field.size() > 1 && field[0] == '0' && field[1] != '.') fail("not a number");
     Number value{};
-    if (!readNumber(field, value)) fail("not a number");
+    if (!readNumber(field, value) || !hasPlainZero<Number>(field)) fail("not a number");
     if (!(value >= least && value <= most)) fail("number out of range");
     return value;
   }

@@ -23,8 +23,9 @@ struct HmmFileStatus {
   bool regular() const { return line == 0; }
 };
 
-// Reads a whole file. Every line, word and number must be as hmmModelText writes them and lie
-// within the bounds that decoding relies on; `model` is to be used only when the file is regular.
+// Reads a whole file. Every line, word and whole number must be as hmmModelText writes them, real
+// numbers may have more digits, and all must lie within the bounds that decoding relies on; `model`
+// is to be used only when the file is regular.
 HmmFileStatus readHmmModel(std::string_view text, HmmModel& model);
 
 // The text of a model. Numbers are separated by single blanks, lines end with a line feed:

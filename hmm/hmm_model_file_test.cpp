@@ -95,6 +95,7 @@ TEST(HmmModelFile, EveryIrregularLineIsRefused) {
       {5, "stops 250000 250000 5.5"},
       {5, "stops 250000 250000 007"},
       {5, "stops 250000 250000 -1"},
+      {5, "stops 250000 500000 -0"},
       {7, "0 1 1 1"},
       {7, "1 1 1"},
       {20, "0 1 1 1 1 1"},
@@ -104,6 +105,8 @@ TEST(HmmModelFile, EveryIrregularLineIsRefused) {
       {4116, "network 1 16 99999999999999999999"},
       {4116, "network 1 16 0"},
       {4117, "offsets 61"},
+      {4117, "offsets -05"},
+      {4117, "offsets -"},
       {4118, "scale -1"},
       {4119, "output-bias 0 0 0 0 0 101"},
       {4121, "0 0 0 0 0 0 0 0 0 0 0 0 0 0 0 32768"},
@@ -114,6 +117,14 @@ TEST(HmmModelFile, EveryIrregularLineIsRefused) {
     EXPECT_EQ(status.line, line) << damage;
     EXPECT_FALSE(status.reason.empty());
   }
+}
+
+TEST(HmmModelFile, RealNumbersMayHaveMoreDigitsThanAreWritten) {
+  const std::string text = hmmModelText(toyModel());
+  const std::string odd = "weights 5e-2 0.060 0.01 0.02 0.995 0.2 0.3 0.3 0.1 0.1";
+  HmmModel model;
+  ASSERT_TRUE(readHmmModel(withLine(text, 2, odd), model).regular());
+  EXPECT_EQ(hmmModelText(model), text);
 }
 
 TEST(HmmModelFile, EveryCutFileIsRefused) {
