@@ -27,13 +27,13 @@ def load(path):
 
 def main():
     parser = argparse.ArgumentParser(description=__doc__)
-    for name in ("velto", "model", "command", "counts", "calibration"):
+    for name in ("velto", "command", "counts", "calibration"):
         parser.add_argument(f"--{name}", required=True)
     parser.add_argument("-o", "--output", required=True)
     parser.add_argument("found", nargs="+")
     options = parser.parse_args()
-    model = pathlib.Path(options.model)
     learnt = load(options.calibration)
+    model = pathlib.Path(learnt["model"])
     record = {
         "velto": output_of(options.velto, "--version"),
         "snakemake": output_of("snakemake", "--version"),
