@@ -91,26 +91,26 @@ class Learner {
         scale_(sample),
         sample_(spread(sample)),
         groups_(sample_) {
-    learnt_.mean = first;
+    setMean(first);
     multipliers_.fill(scale_.statedMultipliers());
-    fillBins();
   }
 
+  // The mean rates first: learnt together with what qualities say, deletions run away.
   LearntRates learn() {
-    const int rounds = hasQualities() ? 6 : 4;
     ExpectedErrors errors;
-    for (int round = 0; round < rounds; ++round) {
+    for (int round = 0; round < 4; ++round) {
       errors = expectedErrors();
       if (errors.codingBases <= 0.0) break;
       updateMean(errors);
-      updateQualities(errors);
     }
     takeOffMisfit(errors);
-    return learnt_;
+    return learnQualities();
   }
 
   LearntRates learnQualities() {
-    for (int round = 0; round < 6 && hasQualities(); ++round) updateQualities(expectedErrors());
+    if (!hasQualities()) return learnt_;
+    fillBins();
+    for (int round = 0; round < 6; ++round) updateQualities(expectedErrors());
     return learnt_;
   }
 
@@ -125,6 +125,11 @@ class Learner {
       if (!read.codes.empty()) chosen.push_back(read);
     }
     return chosen;
+  }
+
+  void setMean(const BaseErrorRates& mean) {
+    learnt_.mean = mean;
+    rates_ = FileRates(mean, {});
   }
 
   void fillBins() {
@@ -204,12 +209,12 @@ class Learner {
     const auto rate = [&](ErrorKind kind, double old) {
       return acceleratedStep(errors.rate(errors.total(kind), kPriorIndels), old);
     };
-    BaseErrorRates& mean = learnt_.mean;
+    BaseErrorRates mean = learnt_.mean;
     mean.insertion = std::clamp(rate(kInserted, mean.insertion), 1e-5, 0.04);
     mean.deletion = std::clamp(rate(kDeleted, mean.deletion), 1e-5, 0.06);
     mean.substitution = substitutionFor(mean.insertion + mean.deletion,
                                         errors.rate(errors.innerStops, kPriorStops));
-    fillBins();
+    setMean(mean);
   }
 
   // Leaves what the tables do not explain to the network, but no less than these bases can tell.
@@ -224,7 +229,6 @@ class Learner {
   }
 
   void updateQualities(const ExpectedErrors& errors) {
-    if (!hasQualities()) return;
     for (std::size_t kind = 0; kind < kErrorKinds; ++kind) {
       scale_.refine(errors.events[kind], errors.modelled[kind], multipliers_[kind]);
     }

@@ -97,6 +97,15 @@ TEST(ErrorRates, DoubtfulBasesGetTheErrors) {
   EXPECT_NEAR(0.1 * low.insertion + 0.9 * high.insertion, 1.0, 0.08);
 }
 
+TEST(ErrorRates, QualitiesLeaveTheMeanRatesAsTheyAre) {
+  const ToyReads reads = readsOf(100, {0.03, 0.05, 0.3, 8, 10});
+  const BaseErrorRates with = learnErrorRates(toyModel(), reads.views(true), inTurn).mean;
+  const BaseErrorRates without = learnErrorRates(toyModel(), reads.views(), inTurn).mean;
+  EXPECT_EQ(with.insertion, without.insertion);
+  EXPECT_EQ(with.deletion, without.deletion);
+  EXPECT_EQ(with.substitution, without.substitution);
+}
+
 TEST(ErrorRates, EqualQualitiesAreOff) {
   const ToyReads reads = readsOf(100, {0.006, 0.008, 0.1, 20, 20});
   EXPECT_TRUE(learnErrorRates(toyModel(), reads.views(true), inTurn).qualities.empty());
