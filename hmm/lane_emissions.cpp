@@ -84,27 +84,24 @@ HWY_ATTR void fillStops(const EmissionLanes::LaneCodons& codons, const float* st
   }
 }
 
-// Steps of so many positions follow each other, so that none waits for the step before.
-constexpr std::size_t kPositionsAtOnce = 16;
-
-using RowsAtOnce = FactorRows[kPositionsAtOnce];
+using RowsAtOnce = FactorRows[kEightsAtOnce];
 
 // The network's factors from a position on.
 HWY_ATTR void runNetwork(const WindowNetwork& network, const NetworkKernel& kernel,
                          const EmissionLanes::Lanes& lanes, std::size_t first, std::size_t count,
                          RowsAtOnce& factors) {
   const std::size_t stride = network.rowStride();
-  HWY_ALIGN OutputSums sums[kPositionsAtOnce];
+  std::array<NetworkBases, kEightsAtOnce> eights;
   for (std::size_t i = 0; i < count; ++i) {
-    NetworkBases bases{lanes.places.at(first + i), kLanes, {}};
+    eights[i].places = lanes.places.at(first + i);
+    eights[i].step = kLanes;
     for (std::size_t lane = 0; lane < kLanes; ++lane) {
       const EmissionLanes::Lane& l = lanes.lane[lane];
       const std::size_t block = (first + i + l.blockShift) / kCompositionBlock;
-      bases.parts[lane] = l.baseParts.data() + block * stride;
+      eights[i].parts[lane] = l.baseParts.data() + block * stride;
     }
-    kernel.sumOutputs(bases, sums[i]);
   }
-  for (std::size_t i = 0; i < count; ++i) kernel.raise(sums[i], factors[i]);
+  kernel.run(std::span(eights).first(count), factors);
 }
 
 // Fills in kinds of bases and stop codons; the network may be null.
@@ -114,8 +111,8 @@ HWY_ATTR void fillRows(const WindowNetwork* network, const float* stops,
   if (network != nullptr) kernel.emplace(*network);
   HWY_ALIGN RowsAtOnce factors, probabilities;
   for (FactorRows& rows : factors) rows.fill(1.0f);
-  for (std::size_t first = 0; first < emissions.positions; first += kPositionsAtOnce) {
-    const std::size_t count = std::min(kPositionsAtOnce, emissions.positions - first);
+  for (std::size_t first = 0; first < emissions.positions; first += kEightsAtOnce) {
+    const std::size_t count = std::min(kEightsAtOnce, emissions.positions - first);
     if (network != nullptr) runNetwork(*network, *kernel, lanes, first, count, factors);
     for (std::size_t i = 0; i < count; ++i) {
       gatherProbabilities(lanes, first + i, probabilities[i]);

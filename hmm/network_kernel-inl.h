@@ -26,6 +26,8 @@ namespace {
 namespace hn = hwy::HWY_NAMESPACE;
 
 constexpr std::size_t kBasesAtOnce = 8;
+// Steps of so many eights of bases follow each other, so that none waits for the step before.
+constexpr std::size_t kEightsAtOnce = 16;
 
 // Eight bases: where the rows around them begin, and the base parts of their blocks.
 struct NetworkBases {
@@ -75,6 +77,51 @@ HWY_ATTR inline hn::Vec<FourSums> sumsOf(const hn::Vec<SumTag> (&x)[4]) {
 }
 #endif
 
+#if HWY_TARGET != HWY_SCALAR
+using RowSums = std::int8_t[4][kUnitsAtOnce];  // [base][unit]
+
+// Adds up the rows of units from `first` on around four bases, offset by offset: between steps,
+// which wait for memory, a processor computes other things.
+class RowAdder {
+ public:
+  HWY_ATTR RowAdder(const WindowNetwork& network, std::size_t first, const NetworkBases& bases,
+                    std::size_t four)
+      : rows_(network.rows.data() + first),
+        rowsSize_(network.rowsSize()),
+        offset_(network.offsets.data()),
+        end_(offset_ + network.offsets.size()),
+        places_(bases.places + four),
+        placeStep_(bases.step) {
+    for (auto& x : sum_) x = hn::Zero(RowTag());
+  }
+
+  // Adds the rows of the next offset, if there is one.
+  HWY_INLINE HWY_ATTR void step() {
+    if (offset_ == end_) return;
+    const std::uint32_t* places = places_ + *offset_++ * placeStep_;
+    for (std::size_t b = 0; b < 4; ++b) {
+      sum_[b] = hn::Add(sum_[b], hn::LoadU(RowTag(), rows_ + places[b]));
+    }
+    rows_ += rowsSize_;
+  }
+
+  // Adds all other rows.
+  HWY_INLINE HWY_ATTR void finish(RowSums& sums) {
+    while (offset_ != end_) step();
+    for (std::size_t b = 0; b < 4; ++b) hn::Store(sum_[b], RowTag(), sums[b]);
+  }
+
+ private:
+  hn::Vec<RowTag> sum_[4];
+  const std::int8_t* rows_;  // of the next offset
+  const std::size_t rowsSize_;
+  const int* offset_;
+  const int* const end_;
+  const std::uint32_t* const places_;
+  const std::ptrdiff_t placeStep_;
+};
+#endif
+
 // powerOfTwo, operation by operation.
 template <class D, class V>
 HWY_ATTR V powersOfTwo(D d, V x) {
@@ -98,17 +145,15 @@ class NetworkKernel {
     }
   }
 
-  // Sums of the outputs of eight bases, before scale and bias. Not a part of its callers, which
-  // would leave it too few registers.
-  HWY_NOINLINE HWY_ATTR void sumOutputs(const NetworkBases& bases, OutputSums& sums) const {
-    sums.fill(0);
-    for (std::size_t u = 0; u < units_; u += kUnitsAtOnce) {
-      HWY_ALIGN RowSums rows;
-      sumRows(bases, u, rows);
-      addOutputs(bases, u, rows, sums);
-    }
+  // Factors of the bases, eight by eight, at most kEightsAtOnce of them.
+  HWY_ATTR void run(std::span<const NetworkBases> eights, FactorRows* factors) const {
+    HWY_ALIGN OutputSums sums[kEightsAtOnce];
+    for (std::size_t i = 0; i < eights.size(); ++i) sums[i].fill(0);
+    for (std::size_t u = 0; u < units_; u += kUnitsAtOnce) addOutputs(eights, u, sums);
+    for (std::size_t i = 0; i < eights.size(); ++i) raise(sums[i], factors[i]);
   }
 
+ private:
   // The factors that the sums stand for.
   HWY_ATTR void raise(const OutputSums& sums, FactorRows& factors) const {
     const hn::CappedTag<float, 16> d;
@@ -122,100 +167,88 @@ class NetworkKernel {
     }
   }
 
- private:
-  using RowSums = std::int8_t[kBasesAtOnce][kUnitsAtOnce];  // [base][unit]
-
 #if HWY_TARGET == HWY_SCALAR
-  // Sums of the rows of units from `first` on.
-  void sumRows(const NetworkBases& bases, std::size_t first, RowSums& sums) const {
-    for (std::size_t b = 0; b < kBasesAtOnce; ++b) {
-      std::fill_n(sums[b], kUnitsAtOnce, std::int8_t{0});
-      const std::int8_t* rows = network_.rows.data() + first;
-      for (const int offset : network_.offsets) {
-        const std::int8_t* row = rows + bases.places[offset * bases.step + static_cast<int>(b)];
-        for (std::size_t u = 0; u < kUnitsAtOnce; ++u) {
-          sums[b][u] = static_cast<std::int8_t>(sums[b][u] + row[u]);
-        }
-        rows += network_.rowsSize();
-      }
+  // What the units from `first` on add to the outputs.
+  void addOutputs(std::span<const NetworkBases> eights, std::size_t first, OutputSums* sums) const {
+    for (const NetworkBases& bases : eights) {
+      for (std::size_t b = 0; b < kBasesAtOnce; ++b) addOutputsOf(bases, b, first, *sums);
+      ++sums;
     }
   }
 
-  // What these units add to the outputs.
-  void addOutputs(const NetworkBases& bases, std::size_t first, const RowSums& rows,
-                  OutputSums& sums) const {
-    for (std::size_t i = 0; i < kFactors; ++i) {
-      const std::int16_t* weights = network_.output.data() + i / kBasesAtOnce * units_ + first;
-      const std::int16_t* part = bases.parts[i % kBasesAtOnce] + first;
-      const std::int8_t* row = rows[i % kBasesAtOnce];
+  void addOutputsOf(const NetworkBases& bases, std::size_t base, std::size_t first,
+                    OutputSums& sums) const {
+    std::int8_t rows[kUnitsAtOnce] = {};
+    const std::int8_t* table = network_.rows.data() + first;
+    for (const int offset : network_.offsets) {
+      const std::int8_t* row = table + bases.places[offset * bases.step + static_cast<int>(base)];
       for (std::size_t u = 0; u < kUnitsAtOnce; ++u) {
-        sums[i] += weights[u] * std::max(0, part[u] + row[u]);
+        rows[u] = static_cast<std::int8_t>(rows[u] + row[u]);
       }
+      table += network_.rowsSize();
+    }
+    const std::int16_t* part = bases.parts[base] + first;
+    const std::int16_t* weights = network_.output.data() + first;
+    for (std::size_t k = 0; k < kEmissionKinds; ++k, weights += units_) {
+      std::int32_t& sum = sums[k * kBasesAtOnce + base];
+      for (std::size_t u = 0; u < kUnitsAtOnce; ++u)
+        sum += weights[u] * std::max(0, part[u] + rows[u]);
     }
   }
 #else
-  // Sums of the rows of units from `first` on.
-  HWY_ATTR void sumRows(const NetworkBases& bases, std::size_t first, RowSums& sums) const {
-    const RowTag d;
-    hn::Vec<RowTag> sum[kBasesAtOnce];
-    for (auto& x : sum) x = hn::Zero(d);
-    const std::int8_t* rows = network_.rows.data() + first;
-    for (const int offset : network_.offsets) {
-      const std::uint32_t* places = bases.places + offset * bases.step;
-      for (std::size_t b = 0; b < kBasesAtOnce; ++b) {
-        sum[b] = hn::Add(sum[b], hn::LoadU(d, rows + places[b]));
-      }
-      rows += network_.rowsSize();
+  // What the units from `first` on add to the outputs: four bases at a time, while the rows of the
+  // next four are added up. Not a part of its callers, which would leave it too few registers.
+  template <std::size_t kSixteens = kUnitsAtOnce / 16>
+  HWY_NOINLINE HWY_ATTR void addOutputs(std::span<const NetworkBases> eights, std::size_t first,
+                                        OutputSums* sums) const {
+    if constexpr (kSixteens > 1) {
+      const bool areFewer = units_ - first < kSixteens * 16;
+      if (areFewer) return addOutputs<kSixteens - 1>(eights, first, sums);
     }
-    for (std::size_t b = 0; b < kBasesAtOnce; ++b) hn::Store(sum[b], d, sums[b]);
-  }
-
-  // What these units add to the outputs.
-  HWY_ATTR void addOutputs(const NetworkBases& bases, std::size_t first, const RowSums& rows,
-                           OutputSums& sums) const {
-    switch (std::min(units_ - first, kUnitsAtOnce) / 16) {
-      case 1:
-        return addOutputsOf<1>(bases, first, rows, sums);
-      case 2:
-        return addOutputsOf<2>(bases, first, rows, sums);
-      case 3:
-        return addOutputsOf<3>(bases, first, rows, sums);
-      default:
-        return addOutputsOf<4>(bases, first, rows, sums);
+    HWY_ALIGN RowSums rows;
+    RowAdder(network_, first, eights.front(), 0).finish(rows);
+    for (std::size_t i = 0; i < eights.size(); ++i) {
+      RowAdder last(network_, first, eights[i], 4);
+      addOutputsOf<kSixteens>(eights[i], 0, first, rows, last, sums[i]);
+      last.finish(rows);
+      RowAdder next(network_, first, eights[std::min(i + 1, eights.size() - 1)], 0);
+      addOutputsOf<kSixteens>(eights[i], 4, first, rows, next, sums[i]);
+      next.finish(rows);
     }
   }
 
-  // Four bases at a time. All are whole numbers, so any order gives the same sum.
+  // All are whole numbers, so any order gives the same sum.
   template <std::size_t kSixteens>
-  HWY_ATTR void addOutputsOf(const NetworkBases& bases, std::size_t first, const RowSums& rows,
-                             OutputSums& sums) const {
+  HWY_INLINE HWY_ATTR void addOutputsOf(const NetworkBases& bases, std::size_t four,
+                                        std::size_t first, const RowSums& rows, RowAdder& next,
+                                        OutputSums& sums) const {
     const UnitTag d;
     const SumTag d32;
     const FourSums fourSums;
     constexpr std::size_t kLanesOfUnits = hn::MaxLanes(UnitTag());
     constexpr std::size_t kVectors = kSixteens * 16 / kLanesOfUnits;
-    for (std::size_t four = 0; four < kBasesAtOnce; four += 4) {
-      hn::Vec<UnitTag> hidden[4][kVectors];
+    hn::Vec<UnitTag> hidden[4][kVectors];
+    for (std::size_t b = 0; b < 4; ++b) {
+      for (std::size_t v = 0; v < kVectors; ++v) {
+        const std::size_t u = v * kLanesOfUnits;
+        hidden[b][v] = hiddenUnits(rows[b] + u, bases.parts[four + b] + first + u);
+      }
+    }
+    const std::int16_t* weights = network_.output.data() + first;
+    for (std::size_t k = 0; k < kEmissionKinds; ++k, weights += units_) {
+      next.step();
+      hn::Vec<SumTag> sum[4];
       for (std::size_t b = 0; b < 4; ++b) {
+        auto even = hn::Zero(d32), odd = hn::Zero(d32);
         for (std::size_t v = 0; v < kVectors; ++v) {
-          const std::size_t u = v * kLanesOfUnits;
-          hidden[b][v] = hiddenUnits(rows[four + b] + u, bases.parts[four + b] + first + u);
+          const auto weight = hn::LoadU(d, weights + v * kLanesOfUnits);
+          even = hn::ReorderWidenMulAccumulate(d32, hidden[b][v], weight, even, odd);
         }
+        sum[b] = hn::Add(even, odd);
       }
-      const std::int16_t* weights = network_.output.data() + first;
-      for (std::size_t k = 0; k < kEmissionKinds; ++k, weights += units_) {
-        hn::Vec<SumTag> sum[4];
-        for (std::size_t b = 0; b < 4; ++b) {
-          auto even = hn::Zero(d32), odd = hn::Zero(d32);
-          for (std::size_t v = 0; v < kVectors; ++v) {
-            const auto weight = hn::LoadU(d, weights + v * kLanesOfUnits);
-            even = hn::ReorderWidenMulAccumulate(d32, hidden[b][v], weight, even, odd);
-          }
-          sum[b] = hn::Add(even, odd);
-        }
-        std::int32_t* out = sums.data() + k * kBasesAtOnce + four;
-        hn::Store(hn::Add(hn::Load(fourSums, out), sumsOf(sum)), fourSums, out);
-      }
+      next.step();
+      std::int32_t* out = sums.data() + k * kBasesAtOnce + four;
+      hn::Store(hn::Add(hn::Load(fourSums, out), sumsOf(sum)), fourSums, out);
     }
   }
 

@@ -90,6 +90,33 @@ HWY_ATTR void fillBaseParts(const WindowNetwork& network, std::span<const Compos
   }
 }
 
+// Of a whole read.
+struct ReadNetwork {
+  const NetworkKernel& kernel;
+  const RowPlaces& places;
+  const std::int16_t* baseParts;  // [block][unit], partStride apart
+  std::size_t partStride;
+};
+
+// Factors of the bases from `first` on, the first one of an eight.
+HWY_ATTR void runEights(const ReadNetwork& network, std::size_t first, std::span<Factors> factors) {
+  std::array<NetworkBases, kEightsAtOnce> eights;
+  const std::size_t count = (factors.size() + kBasesAtOnce - 1) / kBasesAtOnce;
+  for (std::size_t i = 0; i < count; ++i) {
+    static_assert(kCompositionBlock % kBasesAtOnce == 0);
+    const std::size_t base = first + i * kBasesAtOnce, block = base / kCompositionBlock;
+    eights[i] = {network.places.at(base), 1, {}};
+    eights[i].parts.fill(network.baseParts + block * network.partStride);
+  }
+  HWY_ALIGN FactorRows rows[kEightsAtOnce];
+  network.kernel.run(std::span(eights).first(count), rows);
+  for (std::size_t b = 0; b < factors.size(); ++b) {
+    for (std::size_t k = 0; k < kEmissionKinds; ++k) {
+      factors[b][k] = rows[b / kBasesAtOnce][k * kBasesAtOnce + b % kBasesAtOnce];
+    }
+  }
+}
+
 // Behind the read's end, unknown k-mers fill the eight bases up.
 HWY_ATTR void fillFactors(const WindowNetwork& network, const ReadContext& context,
                           std::vector<Factors>& factors) {
@@ -103,19 +130,11 @@ HWY_ATTR void fillFactors(const WindowNetwork& network, const ReadContext& conte
   std::vector<std::int16_t> baseParts(context.blocks.size() * stride);
   fillBaseParts(network, context.blocks, baseParts.data());
   const NetworkKernel kernel(network);
-  for (std::size_t first = 0; first < context.length(); first += kBasesAtOnce) {
-    NetworkBases bases{places.at(first), 1, {}};
-    static_assert(kCompositionBlock % kBasesAtOnce == 0);
-    bases.parts.fill(baseParts.data() + first / kCompositionBlock * stride);
-    HWY_ALIGN OutputSums sums;
-    HWY_ALIGN FactorRows rows;
-    kernel.sumOutputs(bases, sums);
-    kernel.raise(sums, rows);
-    for (std::size_t b = 0; b < std::min(kBasesAtOnce, context.length() - first); ++b) {
-      for (std::size_t k = 0; k < kEmissionKinds; ++k) {
-        factors[first + b][k] = rows[k * kBasesAtOnce + b];
-      }
-    }
+  constexpr std::size_t kBases = kEightsAtOnce * kBasesAtOnce;
+  for (std::size_t first = 0; first < factors.size(); first += kBases) {
+    const std::size_t count = std::min(kBases, factors.size() - first);
+    runEights({kernel, places, baseParts.data(), stride}, first,
+              std::span(factors).subspan(first, count));
   }
 }
 

@@ -3,17 +3,20 @@
 #include <gtest/gtest.h>
 #include <hwy/targets.h>
 
+#include <string>
+#include <vector>
+
 #include "core/random.h"
 #include "hmm/toy_model.h"
 
 namespace velto {
 namespace {
 
-WindowNetwork randomNetwork(int units, Random& random) {
+WindowNetwork randomNetwork(int units, const std::vector<int>& offsets, Random& random) {
   WindowNetwork network = neutralNetwork();
   network.letters = 3;
   network.units = units;
-  network.offsets = {-7, -1, 0, 4, 11};
+  network.offsets = offsets;
   const auto fillRow = [&random](auto row, int most) {
     for (auto& x : row) {
       const auto drawn = static_cast<int>(random.below(static_cast<std::uint32_t>(2 * most + 1)));
@@ -26,9 +29,9 @@ WindowNetwork randomNetwork(int units, Random& random) {
   };
   const auto count = static_cast<std::size_t>(units);
   network.clearRows();
-  constexpr int kMost[] = {60, 7, 30, 20, 10};  // [offset], kMostRowSum in all
-  for (std::size_t o = 0; o < network.offsets.size(); ++o) {
-    for (int kmer = 0; kmer < network.kmers(); ++kmer) fillRow(network.row(o, kmer), kMost[o]);
+  const int most = kMostRowSum / static_cast<int>(offsets.size());
+  for (std::size_t o = 0; o < offsets.size(); ++o) {
+    for (int kmer = 0; kmer < network.kmers(); ++kmer) fillRow(network.row(o, kmer), most);
   }
   fill(network.bias, kHmmGcClasses * count, kMostBasePart);
   fill(network.dinucleotide, kDinucleotides * count, 3000);
@@ -56,11 +59,15 @@ void onEveryTarget(Check check) {
   hwy::SetSupportedTargetsForTest(0);
 }
 
-TEST(NetworkKernel, EqualsThePlainNetworkOnEverySetOfInstructions) {
+// Fewer and more offsets than are added between outputs.
+const std::vector<int> kOffsets[] = {{-7, -1, 0, 4, 11},
+                                     {-14, -9, -8, -5, -3, -2, -1, 0, 1, 3, 4, 7, 9, 10, 12}};
+
+void expectEqualNetworks(const std::vector<int>& offsets) {
   Random random(11);
   for (const int units : {16, 32, 48, 64, 80, 128}) {
-    const WindowNetwork network = randomNetwork(units, random);
-    for (const int length : {1, 2, 7, 31, 32, 33, 300}) {
+    const WindowNetwork network = randomNetwork(units, offsets, random);
+    for (const int length : {1, 2, 7, 31, 32, 33, 127, 128, 129, 300}) {
       const std::vector<short> codes = randomCodes(length, random);
       ReadContext context;
       std::vector<Factors> plain, fast;
@@ -71,6 +78,13 @@ TEST(NetworkKernel, EqualsThePlainNetworkOnEverySetOfInstructions) {
         EXPECT_EQ(plain, fast) << units << " units, " << length << " bases";
       });
     }
+  }
+}
+
+TEST(NetworkKernel, EqualsThePlainNetworkOnEverySetOfInstructions) {
+  for (const std::vector<int>& offsets : kOffsets) {
+    SCOPED_TRACE(std::to_string(offsets.size()) + " offsets");
+    expectEqualNetworks(offsets);
   }
 }
 
