@@ -1,7 +1,8 @@
 #include "batch/scanned_read.h"
 
 #include <cmath>
-#include <cstdio>
+
+#include "core/plain_real.h"
 
 namespace velto {
 
@@ -28,8 +29,8 @@ std::string confidenceList(const Prediction& prediction, Frameshift::Kind kind) 
 }
 
 std::string numberText(double number, int digits) {
-  char text[32];
-  std::snprintf(text, sizeof text, "%.*g", digits, number);
+  std::string text;
+  appendRounded(text, number, digits);
   return text;
 }
 

@@ -1,6 +1,7 @@
 #include "core/plain_real.h"
 
 #include <charconv>
+#include <cstdio>
 #include <limits>
 #include <locale>
 #include <sstream>
@@ -58,5 +59,17 @@ bool readPlainReal(std::string_view field, double& value) { return read(field, v
 void appendPlainReal(std::string& text, float value) { append(text, value); }
 
 void appendPlainReal(std::string& text, double value) { append(text, value); }
+
+void appendRounded(std::string& text, double value, int digits) {
+  char buffer[64];
+#ifdef __cpp_lib_to_chars
+  const std::to_chars_result end =
+      std::to_chars(buffer, buffer + sizeof buffer, value, std::chars_format::general, digits);
+  text.append(buffer, end.ptr);
+#else  // slower, and obeys the locale
+  text.append(buffer, static_cast<std::size_t>(
+                          std::snprintf(buffer, sizeof buffer, "%.*g", digits, value)));
+#endif
+}
 
 }  // namespace velto

@@ -15,4 +15,7 @@ bool readPlainReal(std::string_view field, double& value);
 void appendPlainReal(std::string& text, float value);
 void appendPlainReal(std::string& text, double value);
 
+// Appends up to so many significant digits, 1 to 17, as an output stream of that precision does.
+void appendRounded(std::string& text, double value, int digits);
+
 }  // namespace velto

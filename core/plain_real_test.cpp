@@ -2,6 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
+#include <sstream>
+
 namespace velto {
 namespace {
 
@@ -40,6 +43,21 @@ TEST(PlainReal, OfSinglePrecisionIsWrittenBehindTheTextInItsOwnFewDigits) {
   std::string text = "weight ";
   appendPlainReal(text, 0.1F);
   EXPECT_EQ(text, "weight 0.1");
+}
+
+TEST(PlainReal, IsRoundedAsAnOutputStreamDoes) {
+  const double values[] = {0.0,      -0.0,   1.0 / 3.0, 99.99995, 999999.5, 1234567.0,
+                           0.000125, 1.5e-5, -1e300,    5e-324,   INFINITY, -INFINITY};
+  for (const double value : values) {
+    for (const int digits : {1, 3, 6, 17}) {
+      std::ostringstream stream;
+      stream.precision(digits);
+      stream << value;
+      std::string text = "score ";
+      appendRounded(text, value, digits);
+      EXPECT_EQ(text, "score " + stream.str());
+    }
+  }
 }
 
 }  // namespace

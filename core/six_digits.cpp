@@ -1,10 +1,9 @@
 #include "core/six_digits.h"
 
-#include <charconv>
 #include <cmath>
-#include <cstdio>
 #include <cstdlib>
-#include <version>
+
+#include "core/plain_real.h"
 
 namespace velto {
 namespace {
@@ -53,19 +52,6 @@ void appendMillionths(std::string& text, int millionths) {
   text.append(begin, static_cast<std::size_t>(last - begin));
 }
 
-void appendRounded(std::string& text, double number) {
-  char buffer[32];
-#ifdef __cpp_lib_to_chars
-  constexpr int kPrecision = 6;
-  const std::to_chars_result end =
-      std::to_chars(buffer, buffer + sizeof buffer, number, std::chars_format::general, kPrecision);
-  text.append(buffer, end.ptr);
-#else  // slower, and obeys the locale
-  text.append(buffer,
-              static_cast<std::size_t>(std::snprintf(buffer, sizeof buffer, "%.6g", number)));
-#endif
-}
-
 }  // namespace
 
 // By constants, which divide faster than unitOf(size) does.
@@ -85,7 +71,7 @@ void appendSixDigits(std::string& text, double number) {
       return;
     }
   }
-  appendRounded(text, number);
+  appendRounded(text, number, 6);
 }
 
 }  // namespace velto
