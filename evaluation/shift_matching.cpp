@@ -3,9 +3,12 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdlib>
+#include <span>
 
 namespace velto {
 namespace {
+
+using Positions = std::span<const int>;
 
 // The worth of a matching: more pairs first, then a smaller sum of distances.
 struct Worth {
@@ -26,7 +29,7 @@ struct Worth {
 //                     best(i - 1, j - 1) + pair of known i - 1 and called j - 1 if in reach )
 class MatchTable {
  public:
-  MatchTable(const std::vector<int>& known, const std::vector<int>& called, int reach)
+  MatchTable(Positions known, Positions called, int reach)
       : known_(known),
         called_(called),
         reach_(reach),
@@ -68,18 +71,50 @@ class MatchTable {
     return {before.pairs + 1, before.distance + distance(i, j)};
   }
 
-  const std::vector<int>& known_;
-  const std::vector<int>& called_;
+  const Positions known_;
+  const Positions called_;
   const int reach_;
   const std::size_t width_;
   std::vector<Worth> cells_;  // [known][called]
 };
 
+// How many positions of each list stand together.
+struct Neighbours {
+  std::size_t known = 0;
+  std::size_t called = 0;
+};
+
+// The first positions of both lists, which are not empty, up to a gap that is wider than `reach`:
+// none of them can pair with a later one.
+Neighbours firstNeighbours(Positions known, Positions called, int reach) {
+  Neighbours taken;
+  int last = std::min(known.front(), called.front());
+  const auto takeNext = [&](Positions positions, std::size_t& count) {
+    if (count == positions.size() || positions[count] - last > reach) return false;
+    last = std::max(last, positions[count++]);
+    return true;
+  };
+  bool grows = true;
+  while (grows) grows = takeNext(known, taken.known) || takeNext(called, taken.called);
+  return taken;
+}
+
 }  // namespace
 
+// Neighbours by neighbours, since a table of the whole of a long read would fill the memory.
 std::vector<ShiftMatch> matchShifts(const std::vector<int>& known, const std::vector<int>& called,
                                     int reach) {
-  return MatchTable(known, called, reach).matches();
+  std::vector<ShiftMatch> matches;
+  Positions knownLeft = known, calledLeft = called;
+  while (!knownLeft.empty() && !calledLeft.empty()) {
+    const Neighbours next = firstNeighbours(knownLeft, calledLeft, reach);
+    const std::vector<ShiftMatch> found =
+        MatchTable(knownLeft.first(next.known), calledLeft.first(next.called), reach).matches();
+    matches.insert(matches.end(), found.begin(), found.end());
+    knownLeft = knownLeft.subspan(next.known);
+    calledLeft = calledLeft.subspan(next.called);
+  }
+  return matches;
 }
 
 }  // namespace velto

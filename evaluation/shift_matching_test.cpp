@@ -38,6 +38,17 @@ TEST(ShiftMatching, EqualPositionsArePairedOneByOne) {
   EXPECT_EQ(matchShifts({50, 50, 50}, {50, 50}, 0).size(), 2U);
 }
 
+TEST(ShiftMatching, ManyShiftsOfALongReadTakeNoMoreMemoryThanTheirNeighbours) {
+  std::vector<int> known, called;
+  for (int i = 0; i < 300'000; ++i) {
+    known.push_back(200 * i);
+    called.push_back(200 * i + i % 20);
+  }
+  const Matches matches = matchShifts(known, called, 15);
+  EXPECT_EQ(matches.size(), 240'000U);  // 0 to 15 of the distances 0 to 19
+  EXPECT_EQ(matches.back(), (ShiftMatch{200 * 299'995, 200 * 299'995 + 15}));
+}
+
 // All matchings, by trying for every true shift each free called one.
 struct Best {
   int pairs = 0;
