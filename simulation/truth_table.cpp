@@ -1,7 +1,9 @@
 // 1. Rows of reads  2. Writing  3. Reading
 #include "simulation/truth_table.h"
 
+#include <algorithm>
 #include <charconv>
+#include <cstddef>
 #include <istream>
 #include <string_view>
 
@@ -140,12 +142,13 @@ std::string truthLine(const TruthRow& row, Strands strands) {
 
 namespace {
 
-std::vector<std::string_view> split(std::string_view text, char separator) {
-  std::vector<std::string_view> parts;
+// Calls use(part) for every part of the text between separators, one at least.
+template <typename Use>
+void eachPart(std::string_view text, char separator, const Use& use) {
   for (;;) {
     const std::size_t end = text.find(separator);
-    parts.push_back(text.substr(0, end));
-    if (end == std::string_view::npos) return parts;
+    use(text.substr(0, end));
+    if (end == std::string_view::npos) return;
     text.remove_prefix(end + 1);
   }
 }
@@ -154,11 +157,13 @@ std::vector<std::string_view> split(std::string_view text, char separator) {
 class RowReader {
  public:
   RowReader(const std::string& file, long line, std::string_view text, Strands strands)
-      : file_(file), line_(line), fields_(split(text, '\t')) {
-    if (fields_.size() != columnCount(strands)) {
+      : file_(file), line_(line) {
+    const auto columns = 1 + std::count(text.begin(), text.end(), '\t');
+    if (columns != static_cast<std::ptrdiff_t>(columnCount(strands))) {
       fail("expected " + std::to_string(columnCount(strands)) + " columns, found " +
-           std::to_string(fields_.size()));
+           std::to_string(columns));
     }
+    eachPart(text, '\t', [this](std::string_view field) { fields_.push_back(field); });
   }
 
   TruthRow read() const {
@@ -207,14 +212,14 @@ class RowReader {
     std::vector<CodingInterval> result;
     if (fields_[kColumn].empty()) return result;
     int before = -1;
-    for (const std::string_view text : split(fields_[kColumn], ',')) {
+    eachPart(fields_[kColumn], ',', [&](std::string_view text) {
       result.push_back(interval(kColumn, text));
       const CodingInterval& i = result.back();
       if (i.first <= before || i.last < i.first || i.last >= length) {
         failAt(kColumn, "interval '" + std::string(text) + "' is out of range or out of order");
       }
       before = i.last;
-    }
+    });
     return result;
   }
 
@@ -257,14 +262,14 @@ class RowReader {
   std::vector<int> positions(std::size_t column, const TruthRow& row) const {
     std::vector<int> result;
     if (fields_[column].empty()) return result;
-    for (const std::string_view text : split(fields_[column], ',')) {
+    eachPart(fields_[column], ',', [&](std::string_view text) {
       const int position = number(column, text, 1) - 1;
       if (position <= row.start || position > row.stop) {
         failAt(column, "position " + std::string(text) + " is not inside the coding region");
       }
       if (!result.empty() && position < result.back()) failAt(column, "positions must ascend");
       result.push_back(position);
-    }
+    });
     return result;
   }
 
@@ -275,18 +280,31 @@ class RowReader {
   std::vector<std::string_view> fields_;
 };
 
+// Keeps a file without line feeds from filling the memory.
+constexpr std::size_t kMostLineBytes = 100'000'000;
+
+// Takes the line of this number without its line feed; false at the end of the file.
+bool nextLine(std::istream& in, const std::string& file, long number, std::string& line) {
+  line.clear();
+  for (char byte; in.get(byte) && byte != '\n';) {
+    if (line.size() == kMostLineBytes) throw InputError(file, 0, number, "line too long");
+    line += byte;
+  }
+  return in || !line.empty();
+}
+
 }  // namespace
 
 std::vector<TruthRow> readTruthTable(std::istream& in, const std::string& file) {
   std::string line;
-  std::getline(in, line);
+  nextLine(in, file, 1, line);
   const Strands strands =
       line + "\n" == truthHeader(Strands::kNamed) ? Strands::kNamed : Strands::kAllPlus;
   if (line + "\n" != truthHeader(strands)) {
     throw InputError(file, 0, 1, "not the header line of a truth table");
   }
   std::vector<TruthRow> rows;
-  for (long number = 2; std::getline(in, line); ++number) {
+  for (long number = 2; nextLine(in, file, number, line); ++number) {
     rows.push_back(RowReader(file, number, line, strands).read());
   }
   if (in.bad()) throw InputError(file, 0, 0, "cannot be read to its end");

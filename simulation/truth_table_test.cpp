@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <sstream>
+#include <streambuf>
 #include <string>
 #include <vector>
 
@@ -129,6 +130,33 @@ TEST(TruthTable, ContradictionsAreRefused) {
       "r\t16\tt\t0\t16\t3-14:2\t3\t14\texact\texact\t\t",        // 1-based
   };
   for (const char* row : kBroken) EXPECT_NE(messageOf(row), "accepted") << row;
+}
+
+// Bytes without end and without line feed.
+class EndlessLine : public std::streambuf {
+ protected:
+  int_type underflow() override {
+    setg(block_, block_, block_ + sizeof block_);
+    return traits_type::to_int_type(*gptr());
+  }
+
+ private:
+  char block_[2] = {'\t', ','};
+};
+
+TEST(TruthTable, EndlessLineIsRefused) {
+  EndlessLine bytes;
+  std::istream in(&bytes);
+  try {
+    readTruthTable(in, "truth.tsv");
+    FAIL();
+  } catch (const InputError& error) {
+    EXPECT_STREQ(error.what(), "truth.tsv: line 1: line too long");
+  }
+}
+
+TEST(TruthTable, RowOfManyColumnsIsRefusedByTheirNumber) {
+  EXPECT_EQ(messageOf(std::string(99, '\t')), "truth.tsv: line 2: expected 12 columns, found 100");
 }
 
 }  // namespace
