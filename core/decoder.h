@@ -34,6 +34,10 @@ class Decoder {
   // Scratch for this decoder.
   virtual std::unique_ptr<Scratch> scratch() const = 0;
 
+  // Makes those bases of a read unknown that would mislead this decoder, the same ones on either
+  // strand. Whoever has reads decoded, or learnt from, calls it first.
+  virtual void hideMisleading(std::span<short> codes) const { static_cast<void>(codes); }
+
   // Overwrites `call`. The read has at least one base.
   virtual void decode(const ReadView& read, const Wishes& wishes, Scratch& scratch,
                       Call& call) const = 0;

@@ -12,6 +12,7 @@
 #include "hmm/float_math.h"
 #include "hmm/group_lattice.h"
 #include "hmm/hmm_model_file.h"
+#include "hmm/poly_a.h"
 #include "hmm/read_groups.h"
 #ifdef VELTO_HIGHWAY
 #include "hmm/read_lanes.h"
@@ -106,6 +107,8 @@ std::unique_ptr<Decoder::Scratch> HmmDecoder::scratch() const {
   return std::make_unique<HmmScratch>();
 #endif
 }
+
+void HmmDecoder::hideMisleading(std::span<short> codes) const { hidePolyA(codes); }
 
 void HmmDecoder::decode(const ReadView& read, const Wishes& wishes, Scratch& scratch,
                         Call& call) const {

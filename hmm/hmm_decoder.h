@@ -25,6 +25,10 @@ class HmmDecoder : public Decoder {
   explicit HmmDecoder(std::shared_ptr<const HmmModel> model);
 
   std::unique_ptr<Scratch> scratch() const override;
+
+  // Poly-A tails.
+  void hideMisleading(std::span<short> codes) const override;
+
   void decode(const ReadView& read, const Wishes& wishes, Scratch& scratch,
               Call& call) const override;
 

@@ -42,9 +42,9 @@ class StrandBatch {
  public:
   void clear() { used_ = 0; }
 
-  // Adds the plus strand of a read and fills what is known of the read without a decoder. False for
-  // a read that is not predicted, whose strand is left out.
-  bool add(const Read& read, Letters letters, Prediction& prediction) {
+  // Adds the plus strand of a read for a decoder and fills what is known of the read without one.
+  // False for a read that is not predicted, whose strand is left out.
+  bool add(const Read& read, Letters letters, const Decoder& decoder, Prediction& prediction) {
     requireContract(read);
     prediction.length = static_cast<int>(read.bases.size());
     if (read.bases.empty()) return false;
@@ -56,6 +56,7 @@ class StrandBatch {
       prediction.status = Prediction::Status::kShort;
       return false;
     }
+    decoder.hideMisleading(strand.codes);
     ++used_;
     return true;
   }
@@ -168,7 +169,7 @@ void Predictor::Impl::predict(std::span<const Read> reads, const PredictOptions&
   std::vector<Prediction*> predicted;  // [strand]
   for (std::size_t i = 0; i < reads.size(); ++i) {
     predictions[i].strand = first;
-    if (!strands.add(reads[i], options.letters, predictions[i])) continue;
+    if (!strands.add(reads[i], options.letters, *decoder, predictions[i])) continue;
     predictions[i].decoder = name;
     predicted.push_back(&predictions[i]);
   }
@@ -258,7 +259,7 @@ Calibration Predictor::learn(std::span<const Read> sample, const PredictOptions&
   StrandBatch reads;
   for (std::size_t i = 0; i < sample.size(); ++i) {
     Prediction unused;
-    if (!reads.add(sample[i], options.letters, unused)) continue;
+    if (!reads.add(sample[i], options.letters, *impl_->decoder, unused)) continue;
     if (strands[i] == Strand::kMinus) reads.turnLast();
   }
   return impl_->decoder->learn(reads.views(), known, run);

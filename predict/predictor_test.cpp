@@ -211,6 +211,33 @@ TEST_F(PredictorTest, PosteriorsOfAReadThatIsTheSameOnBothStrandsAreHalved) {
   EXPECT_EQ(either.probability, 0.5 * alone.probability);
 }
 
+TEST_F(PredictorTest, PolyATailsAreUnknownToThePosteriorDecoder) {
+  const Predictor predictor(Model({{kHmmModelFile, hmmModelText(toyModel())}}));
+  Workspace workspace;
+  std::string transcript;
+  for (int i = 0; i < 60; ++i) transcript += "ATG";
+  const std::string tailed = transcript + "CGCGC" + std::string(100, 'A');
+  std::string masked = tailed;
+  masked.replace(transcript.size() + 10, 85, 85, 'N');
+  expectEqual(predictor.predict(tailed, workspace), predictor.predict(masked, workspace));
+
+  const std::vector<Read> tails(60, Read{tailed, {}}), masks(60, Read{masked, {}});
+  const Calibration ofTails = predictor.learn(tails), ofMasks = predictor.learn(masks);
+  EXPECT_EQ(ofTails.errorRates->insertion, ofMasks.errorRates->insertion);
+  EXPECT_EQ(ofTails.codingShare, ofMasks.codingShare);
+}
+
+TEST_F(PredictorTest, PolyATailsAreKnownToTheVote) {
+  makeModels(PriorForm::kNearlyConstant);
+  const ModelSet models{FolderSource(directory.path())};
+  const Predictor predictor(directory.path());
+  Workspace workspace;
+  for (int i = 0; i < 20; ++i) {
+    const std::string read = randomRead() + std::string(200, 'A');
+    expectEqual(predictor.predict(read, workspace), definition(models, read));
+  }
+}
+
 TEST_F(PredictorTest, ReadsOf29BasesAreShortAndOf30Predicted) {
   makeModels(PriorForm::kNearlyConstant);
   const Predictor predictor(directory.path());
