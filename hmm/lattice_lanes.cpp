@@ -34,55 +34,82 @@ struct Emission {
   V start, stop, insertion, deletion, stay;
 };
 
-// As many lanes of the tables as a vector holds.
+// Puts the first rows of the reads that begin at a position into their lanes, from `firstLane` on.
+// Apart, so that the rows around it stay in registers.
+using LaneValues = float[kStates][kLanes];
+HWY_NOINLINE HWY_ATTR void beginLanes(const PathWeights& weights, const LaneEmissions& emissions,
+                                      std::size_t position, std::size_t firstLane,
+                                      LaneValues& rows) {
+  for (std::size_t lane = 0; lane < hn::Lanes(D()); ++lane) {
+    if (emissions.begin[firstLane + lane] != position) continue;
+    const StateRow first = firstRow(weights, emissions.at(position, firstLane + lane));
+    for (std::size_t s = 0; s < kStates; ++s) rows[s][lane] = first[s];
+  }
+}
+
+// As many lanes of the tables as a vector holds. All is inlined and nothing refers to this object,
+// so that its members and the rows of states are kept in registers.
 class LaneGroup {
  public:
   HWY_ATTR LaneGroup(const PathWeights& weights, const LaneEmissions& emissions, LaneTables& tables,
                      std::size_t firstLane)
-      : weights_(weights), emissions_(emissions), tables_(tables), firstLane_(firstLane) {}
+      : weights_(weights),
+        emissions_(emissions),
+        tables_(tables),
+        firstLane_(firstLane),
+        positions_(emissions.positions),
+        rows_(emissions.rows.data()),
+        values_(tables.values.data()),
+        scale_(tables.scale.data()),
+        ways_(tables.ways.data()) {
+    for (const std::size_t begin : emissions.begin) {
+      if (begin < positions_) lastBegin_ = std::max(lastBegin_, begin);
+    }
+  }
 
-  HWY_ATTR void runForward() {
+  HWY_INLINE HWY_ATTR void runForward() {
     V row[kStates];
     for (V& x : row) x = hn::Zero(d_);
-    for (std::size_t p = 0; p < emissions_.positions; ++p) {
+    for (std::size_t p = 0; p < positions_; ++p) {
       const Emission e = emissionAt(p);
       if (p > 0) stepForward(e, row);
-      beginReads(p, row);
+      if (p <= lastBegin_) beginReads(p, row);
       V scale = hn::Set(d_, 1.0f);
       if (isRescaled(p)) scale = rescale(row);
-      store(scale, tables_.scale[p]);
-      for (std::size_t s = 0; s < kStates; ++s) store(row[s], tables_.values[p * kStates + s]);
+      store(scale, scale_[p]);
+      for (std::size_t s = 0; s < kStates; ++s) store(row[s], values_[p * kStates + s]);
     }
     for (std::size_t s = 0; s < kStates; ++s) store(row[s], tables_.last[s]);
   }
 
   // scorePaths of coding_path.cpp, operation by operation.
-  HWY_ATTR void scorePaths(const LaneRow& factors) {
+  HWY_INLINE HWY_ATTR void scorePaths(const LaneRow& factors) {
     factor_ = load(factors);
     V scores[kPathStates];
     for (V& score : scores) score = hn::Set(d_, -std::numeric_limits<float>::infinity());
-    for (std::size_t p = 0; p < emissions_.positions; ++p) {
-      beginPaths(p, scores);
-      WayRow* ways = tables_.ways.data() + p * kLaneWays;
-      V next[kPathStates];
-      for (std::size_t f = 0; f < 3; ++f) {
-        const Ways into = wayIntoFrame(p, f, scores);
-        next[f] = into.score;
-        store(into.from, ways[kWayIntoFrame + f]);
-        next[kInserted0 + f] = less(scores[downFrame(static_cast<int>(f))], kChangeCost);
-      }
-      const Ways behind = wayBehind(p, scores);
-      next[kBehind] = behind.score;
-      store(behind.from, ways[kWayBehind]);
-      std::copy(std::begin(next), std::end(next), scores);
+    for (std::size_t p = 0; p < positions_; p += 3) {
+      scorePosition<0>(p, scores);
+      if (p + 1 < positions_) scorePosition<1>(p + 1, scores);
+      if (p + 2 < positions_) scorePosition<2>(p + 2, scores);
     }
-    store(wayBehind(emissions_.positions, scores).from, tables_.end);
+    V end;
+    switch (positions_ % 3) {
+      case 0:
+        end = wayBehind<0>(positions_, scores).from;
+        break;
+      case 1:
+        end = wayBehind<1>(positions_, scores).from;
+        break;
+      default:
+        end = wayBehind<2>(positions_, scores).from;
+    }
+    store(end, tables_.end);
   }
 
-  HWY_ATTR void runBackward() {
+  HWY_INLINE HWY_ATTR void runBackward() {
     V row[kStates];
     for (V& x : row) x = hn::Set(d_, 1.0f);
-    for (std::size_t p = emissions_.positions; p-- > 0;) {
+    for (std::size_t p = positions_; p-- > 0;) {
       const Emission e = emissionAt(p);
       writePosterior(p, e, row);
       stepBackward(e, row);
@@ -100,12 +127,10 @@ class LaneGroup {
     hn::StoreU(hn::DemoteTo(bytes, hn::ConvertTo(whole, from)), bytes, row.data() + firstLane_);
   }
 
-  bool isRescaled(std::size_t p) const {
-    return (emissions_.positions - 1 - p) % kRescaleStep == 0;
-  }
+  bool isRescaled(std::size_t p) const { return (positions_ - 1 - p) % kRescaleStep == 0; }
 
   HWY_ATTR Emission emissionAt(std::size_t p) const {
-    const LaneRow* rows = emissions_.rows.data() + p * kLaneEmissions;
+    const LaneRow* rows = rows_ + p * kLaneEmissions;
     Emission e;
     for (std::size_t k = 0; k < kEmissionKinds; ++k) e.kind[k] = load(rows[kLaneKind + k]);
     e.start = load(rows[kLaneStart]);
@@ -117,20 +142,11 @@ class LaneGroup {
   }
 
   // Puts the first row of every read that begins here into its lane.
-  HWY_ATTR void beginReads(std::size_t p, V (&row)[kStates]) const {
-    const auto begin = emissions_.begin.begin() + static_cast<std::ptrdiff_t>(firstLane_);
-    const auto end = begin + static_cast<std::ptrdiff_t>(hn::Lanes(d_));
-    if (std::find(begin, end, p) == end) return;
-    for (std::size_t lane = 0; lane < hn::Lanes(d_); ++lane) {
-      if (begin[static_cast<std::ptrdiff_t>(lane)] != p) continue;
-      const StateRow first = firstRow(weights_, emissions_.at(p, firstLane_ + lane));
-      for (std::size_t s = 0; s < kStates; ++s) {
-        HWY_ALIGN float values[kLanes];
-        hn::Store(row[s], d_, values);
-        values[lane] = first[s];
-        row[s] = hn::Load(d_, values);
-      }
-    }
+  HWY_INLINE HWY_ATTR void beginReads(std::size_t p, V (&row)[kStates]) const {
+    HWY_ALIGN LaneValues rows;
+    for (std::size_t s = 0; s < kStates; ++s) hn::Store(row[s], d_, rows[s]);
+    beginLanes(weights_, emissions_, p, firstLane_, rows);
+    for (std::size_t s = 0; s < kStates; ++s) row[s] = hn::Load(d_, rows[s]);
   }
 
   HWY_ATTR void stepForward(const Emission& e, V (&row)[kStates]) const {
@@ -219,7 +235,7 @@ class LaneGroup {
   }
 
   HWY_ATTR void writePosterior(std::size_t p, const Emission& e, const V (&backward)[kStates]) {
-    LaneRow* const forward = tables_.values.data() + p * kStates;
+    LaneRow* const forward = values_ + p * kStates;
     V post[kStates];
     for (std::size_t s = 0; s < kStates; ++s) post[s] = hn::Mul(load(forward[s]), backward[s]);
     const V total = sumOf(post);
@@ -237,7 +253,7 @@ class LaneGroup {
     const V bases = hn::Add(sumOfThree(post + kC0), sumOfThree(post + kI0));
     const V ends = hn::Add(sumOfThree(post + kS0), sumOfThree(post + kE0));
     store(hn::Add(bases, ends), out[kOfRegion]);
-    const V scale = load(tables_.scale[p]);
+    const V scale = load(scale_[p]);
     for (std::size_t k = 0; k < 3; ++k) {
       const V before = p == 0 ? hn::Zero(d_) : load((forward - kStates)[kC0 + (k + 1) % 3]);
       const V here = hn::Mul(e.kind[k], backward[kC0 + k]);
@@ -245,9 +261,6 @@ class LaneGroup {
       store(hn::Mul(lost, scale), out[kLostBase + k]);
     }
   }
-
-  // Frames count from the first position: frame f is of phase (p - f) mod 3 there.
-  static std::size_t phaseOf(std::size_t p, std::size_t f) { return (p + 3 - f) % 3; }
 
   struct Ways {
     V score, from;
@@ -265,11 +278,31 @@ class LaneGroup {
     return hn::Mul(hn::Set(d_, kCodonReward), hn::Mul(posterior, factor_));
   }
 
-  HWY_ATTR Ways wayBehind(std::size_t p, const V (&scores)[kPathStates]) const {
+  // Ways into the states of a position, kPhase mod 3. Frames count from the first position, so that
+  // frame f is of phase (kPhase - f) mod 3 there.
+  template <std::size_t kPhase>
+  HWY_INLINE HWY_ATTR void scorePosition(std::size_t p, V (&scores)[kPathStates]) const {
+    if (p <= lastBegin_) beginPaths(p, scores);
+    WayRow* ways = ways_ + p * kLaneWays;
+    V next[kPathStates];
+    for (std::size_t f = 0; f < 3; ++f) {
+      const Ways into = wayIntoFrame<kPhase>(p, f, scores);
+      next[f] = into.score;
+      store(into.from, ways[kWayIntoFrame + f]);
+      next[kInserted0 + f] = less(scores[downFrame(static_cast<int>(f))], kChangeCost);
+    }
+    const Ways behind = wayBehind<kPhase>(p, scores);
+    next[kBehind] = behind.score;
+    store(behind.from, ways[kWayBehind]);
+    for (std::size_t state = 0; state < kPathStates; ++state) scores[state] = next[state];
+  }
+
+  template <std::size_t kPhase>
+  HWY_INLINE HWY_ATTR Ways wayBehind(std::size_t p, const V (&scores)[kPathStates]) const {
     Ways best{scores[kBehind], number(kBehind)};
-    const LaneRow* last = tables_.values.data() + (p == 0 ? 0 : p - 1) * kStates;
+    const LaneRow* last = values_ + (p == 0 ? 0 : p - 1) * kStates;
     for (std::size_t k = 0; k < 3; ++k) {
-      const std::size_t f = (p + k) % 3;
+      const std::size_t f = (kPhase + k) % 3;
       V score = less(scores[f], kEndCost);
       if (k == 0) score = hn::Add(score, codonReward(load(last[kStopBase])));
       offer(score, static_cast<int>(f), best);
@@ -277,29 +310,27 @@ class LaneGroup {
     return best;
   }
 
-  HWY_ATTR Ways wayIntoFrame(std::size_t p, std::size_t f, const V (&scores)[kPathStates]) const {
-    const LaneRow* now = tables_.values.data() + p * kStates;
+  template <std::size_t kPhase>
+  HWY_INLINE HWY_ATTR Ways wayIntoFrame(std::size_t p, std::size_t f,
+                                        const V (&scores)[kPathStates]) const {
+    const LaneRow* now = values_ + p * kStates;
     const int frame = static_cast<int>(f);
     Ways best{scores[f], number(frame)};
     const int deletedFrom = upFrame(frame);
     offer(less(scores[deletedFrom], kChangeCost), deletedFrom, best);
     offer(scores[kInserted0 + f], kInserted0 + frame, best);
-    if (f == p % 3) offer(less(codonReward(load(now[kStartBase])), kEndCost), kBefore, best);
-    const V posterior = hn::Mul(load(now[kCodingBase + phaseOf(p, f)]), factor_);
+    if (f == kPhase) offer(less(codonReward(load(now[kStartBase])), kEndCost), kBefore, best);
+    const V posterior = hn::Mul(load(now[kCodingBase + (kPhase + 3 - f) % 3]), factor_);
     best.score = hn::Add(best.score, less(posterior, kCodingCost));
     return best;
   }
 
   // No path is on its way where a read begins.
-  HWY_ATTR void beginPaths(std::size_t p, V (&scores)[kPathStates]) const {
+  HWY_INLINE HWY_ATTR void beginPaths(std::size_t p, V (&scores)[kPathStates]) const {
     HWY_ALIGN float begins[kLanes];
-    bool any = false;
     for (std::size_t lane = 0; lane < hn::Lanes(d_); ++lane) {
-      const bool here = emissions_.begin[firstLane_ + lane] == p;
-      begins[lane] = here ? 1.0f : 0.0f;
-      any = any || here;
+      begins[lane] = emissions_.begin[firstLane_ + lane] == p ? 1.0f : 0.0f;
     }
-    if (!any) return;
     const auto here = hn::Gt(hn::Load(d_, begins), hn::Zero(d_));
     const V none = hn::Set(d_, -std::numeric_limits<float>::infinity());
     for (V& score : scores) score = hn::IfThenElse(here, none, score);
@@ -311,7 +342,12 @@ class LaneGroup {
   const PathWeights& weights_;
   const LaneEmissions& emissions_;
   LaneTables& tables_;
-  const std::size_t firstLane_;
+  const std::size_t firstLane_, positions_;
+  std::size_t lastBegin_ = 0;  // position of the last read's first base
+  const LaneRow* const rows_;  // of the emissions
+  LaneRow* const values_;
+  LaneRow* const scale_;
+  WayRow* const ways_;
   V factor_ = hn::Zero(d_);  // of the posteriors that paths look at
 };
 

@@ -148,7 +148,6 @@ class NetworkKernel {
   // Factors of the bases, eight by eight, at most kEightsAtOnce of them.
   HWY_ATTR void run(std::span<const NetworkBases> eights, FactorRows* factors) const {
     HWY_ALIGN OutputSums sums[kEightsAtOnce];
-    for (std::size_t i = 0; i < eights.size(); ++i) sums[i].fill(0);
     for (std::size_t u = 0; u < units_; u += kUnitsAtOnce) addOutputs(eights, u, sums);
     for (std::size_t i = 0; i < eights.size(); ++i) raise(sums[i], factors[i]);
   }
