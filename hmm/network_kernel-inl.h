@@ -167,7 +167,7 @@ class NetworkKernel {
   }
 
 #if HWY_TARGET == HWY_SCALAR
-  // What the units from `first` on add to the outputs.
+  // What the units from `first` on add to the outputs, which the first units set.
   void addOutputs(std::span<const NetworkBases> eights, std::size_t first, OutputSums* sums) const {
     for (const NetworkBases& bases : eights) {
       for (std::size_t b = 0; b < kBasesAtOnce; ++b) addOutputsOf(bases, b, first, *sums);
@@ -189,14 +189,18 @@ class NetworkKernel {
     const std::int16_t* part = bases.parts[base] + first;
     const std::int16_t* weights = network_.output.data() + first;
     for (std::size_t k = 0; k < kEmissionKinds; ++k, weights += units_) {
-      std::int32_t& sum = sums[k * kBasesAtOnce + base];
-      for (std::size_t u = 0; u < kUnitsAtOnce; ++u)
+      std::int32_t& out = sums[k * kBasesAtOnce + base];
+      std::int32_t sum = first == 0 ? 0 : out;
+      for (std::size_t u = 0; u < kUnitsAtOnce; ++u) {
         sum += weights[u] * std::max(0, part[u] + rows[u]);
+      }
+      out = sum;
     }
   }
 #else
-  // What the units from `first` on add to the outputs: four bases at a time, while the rows of the
-  // next four are added up. Not a part of its callers, which would leave it too few registers.
+  // What the units from `first` on add to the outputs, which the first units set: four bases at a
+  // time, while the rows of the next four are added up. Not a part of its callers, which would
+  // leave it too few registers.
   template <std::size_t kSixteens = kUnitsAtOnce / 16>
   HWY_NOINLINE HWY_ATTR void addOutputs(std::span<const NetworkBases> eights, std::size_t first,
                                         OutputSums* sums) const {
@@ -247,7 +251,8 @@ class NetworkKernel {
       }
       next.step();
       std::int32_t* out = sums.data() + k * kBasesAtOnce + four;
-      hn::Store(hn::Add(hn::Load(fourSums, out), sumsOf(sum)), fourSums, out);
+      const auto four32 = sumsOf(sum);
+      hn::Store(first == 0 ? four32 : hn::Add(hn::Load(fourSums, out), four32), fourSums, out);
     }
   }
 

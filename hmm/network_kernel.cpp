@@ -50,24 +50,44 @@ class BasePartKernel {
   HWY_ATTR void run(const Composition& composition, std::int16_t* units) const {
     const Inputs inputs = inputsOf(composition);
     const std::int16_t* bias = bias_ + static_cast<std::size_t>(composition.gcClass()) * units_;
-    const auto half = hn::Set(d_, 0.5f);
-    for (std::size_t u = 0; u < units_; u += hn::Lanes(d_)) {
-      auto sum = inFloats(bias + u);
-      for (std::size_t pair = 0; pair < inputs.size(); ++pair) {
-        const auto weights = hn::Load(d_, weights_[pair] + u);
-        sum = hn::Add(sum, hn::Mul(weights, hn::Set(d_, inputs[pair])));
-      }
-      const auto away =
-          hn::IfThenElse(hn::Lt(sum, hn::Zero(d_)), hn::Sub(sum, half), hn::Add(sum, half));
-      const auto rounded = hn::ConvertTo(whole_, away);
-      const auto cut = hn::Max(hn::Min(rounded, hn::Set(whole_, kMostBasePart)),
-                               hn::Set(whole_, -kMostBasePart));
-      hn::StoreU(hn::DemoteTo(narrow_, cut), narrow_, units + u);
+    constexpr std::size_t kLanesOfUnits = hn::MaxLanes(D());
+    std::size_t u = 0;
+    for (; u + kSideBySide * kLanesOfUnits <= units_; u += kSideBySide * kLanesOfUnits) {
+      sumUnits<kSideBySide>(inputs, bias, u, units);
     }
+    for (; u < units_; u += kLanesOfUnits) sumUnits<1>(inputs, bias, u, units);
   }
 
  private:
   using D = hn::CappedTag<float, 16>;
+  static constexpr std::size_t kSideBySide = 3;  // vectors, since each addition waits for the last
+
+  // So many vectors of units from `first` on.
+  template <std::size_t kVectors>
+  HWY_INLINE HWY_ATTR void sumUnits(const Inputs& inputs, const std::int16_t* bias,
+                                    std::size_t first, std::int16_t* units) const {
+    constexpr std::size_t kLanesOfUnits = hn::MaxLanes(D());
+    hn::Vec<D> sum[kVectors];
+    for (std::size_t v = 0; v < kVectors; ++v) sum[v] = inFloats(bias + first + v * kLanesOfUnits);
+    for (std::size_t pair = 0; pair < inputs.size(); ++pair) {
+      const auto input = hn::Set(d_, inputs[pair]);
+      for (std::size_t v = 0; v < kVectors; ++v) {
+        const auto weights = hn::Load(d_, weights_[pair] + first + v * kLanesOfUnits);
+        sum[v] = hn::Add(sum[v], hn::Mul(weights, input));
+      }
+    }
+    for (std::size_t v = 0; v < kVectors; ++v) {
+      hn::StoreU(roundedAndCut(sum[v]), narrow_, units + first + v * kLanesOfUnits);
+    }
+  }
+
+  HWY_ATTR hn::Vec<hn::Rebind<std::int16_t, D>> roundedAndCut(hn::Vec<D> x) const {
+    const auto half = hn::Set(d_, 0.5f);
+    const auto away = hn::IfThenElse(hn::Lt(x, hn::Zero(d_)), hn::Sub(x, half), hn::Add(x, half));
+    const auto rounded = hn::ConvertTo(whole_, away);
+    const auto least = hn::Set(whole_, -kMostBasePart), most = hn::Set(whole_, kMostBasePart);
+    return hn::DemoteTo(narrow_, hn::Max(hn::Min(rounded, most), least));
+  }
 
   HWY_ATTR hn::Vec<D> inFloats(const std::int16_t* x) const {
     return hn::ConvertTo(d_, hn::PromoteTo(whole_, hn::LoadU(narrow_, x)));
