@@ -2,7 +2,6 @@
 #include "hmm/lane_emissions.h"
 
 #include <algorithm>
-#include <cstring>
 #include <optional>
 
 #include "hmm/network_kernel.h"
@@ -264,17 +263,10 @@ void EmissionLanes::fillRates(std::span<const std::uint8_t> phred, std::size_t l
 // Inserted, they emit as much as elsewhere.
 void EmissionLanes::fillUnknownBases(std::size_t lane, LaneEmissions& emissions) {
   const std::size_t begin = emissions.begin[lane];
-  const std::uint8_t* const run = context_.knownRun.data();  // 0 at an unknown base
-  const std::uint8_t* const end = run + context_.length();
-  const auto next = [&](const std::uint8_t* from) {
-    return static_cast<const std::uint8_t*>(
-        from == end ? nullptr : std::memchr(from, 0, static_cast<std::size_t>(end - from)));
-  };
-  for (auto base = next(run); base != nullptr; base = next(base + 1)) {
-    const std::size_t position = begin + static_cast<std::size_t>(base - run);
-    lanes_.lane[lane].probability[position] = kUnknownBaseRow.data();
-    emissions.rows[position * kLaneEmissions + kLaneInsertion][lane] *= 4.0f;
-  }
+  eachUnknownBase(context_.knownRun, [&](std::size_t i) {
+    lanes_.lane[lane].probability[begin + i] = kUnknownBaseRow.data();
+    emissions.rows[(begin + i) * kLaneEmissions + kLaneInsertion][lane] *= 4.0f;
+  });
 }
 
 // Blocks before the read's first one are of zeros.

@@ -12,11 +12,12 @@ struct PaddedRead {
   explicit PaddedRead(std::span<const short> read)
       : codes(kReach + read.size()), known(kReach + read.size()) {
     for (std::size_t i = 0; i < read.size(); ++i) {
-      const bool isKnown = isKnownBase(read[i]);
-      const auto standIn = static_cast<std::uint8_t>(3 - i % 4);  // (7 i + 3) mod 4
-      codes[kReach + i] = isKnown ? static_cast<std::uint8_t>(read[i]) : standIn;
-      known[kReach + i] = isKnown ? 1 : 0;
+      codes[kReach + i] = static_cast<std::uint8_t>(read[i] & 3);
+      known[kReach + i] = isKnownBase(read[i]) ? 1 : 0;
     }
+    eachUnknownBase(std::span(known).subspan(kReach), [this](std::size_t i) {
+      codes[kReach + i] = static_cast<std::uint8_t>(3 - i % 4);  // (7 i + 3) mod 4
+    });
   }
 
   static constexpr std::size_t kReach = kMostLetters - 1;

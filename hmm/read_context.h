@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <cstring>
 #include <span>
 #include <vector>
 
@@ -43,5 +44,16 @@ struct ReadContext {
     return knownRun[i] >= letters ? fiveMers[i] & ((1 << (2 * letters)) - 1) : -1;
   }
 };
+
+// Calls use(i) for every unknown base i, of which known[i] is 0.
+template <class Use>
+void eachUnknownBase(std::span<const std::uint8_t> known, Use use) {
+  for (std::size_t i = 0; i < known.size(); ++i) {
+    const void* found = std::memchr(known.data() + i, 0, known.size() - i);
+    if (found == nullptr) return;
+    i = static_cast<std::size_t>(static_cast<const std::uint8_t*>(found) - known.data());
+    use(i);
+  }
+}
 
 }  // namespace velto
