@@ -3,6 +3,7 @@
 
 #include <memory>
 #include <span>
+#include <vector>
 
 #include "core/call.h"
 #include "core/read_view.h"
@@ -55,6 +56,13 @@ class Decoder {
     static_cast<void>(otherScore);
     static_cast<void>(wishes);
     static_cast<void>(call);
+  }
+
+  // Ascending indexes of the reads that learn() looks at, of a sample of so many. Of others it
+  // takes no more than how many they are and their qualities, in whatever direction.
+  virtual std::vector<std::size_t> readsLearntFrom(std::size_t sampleSize) const {
+    static_cast<void>(sampleSize);
+    return {};
   }
 
   // What this decoder learns of the file that the reads are a sample of; what is known is kept.

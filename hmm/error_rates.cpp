@@ -9,12 +9,12 @@
 #include "hmm/float_math.h"
 #include "hmm/group_lattice.h"
 #include "hmm/quality_scale.h"
+#include "hmm/read_choice.h"
 #include "hmm/read_groups.h"
 
 namespace velto {
 namespace {
 
-constexpr std::size_t kMostReads = 300;
 constexpr std::size_t kGroupsOfTask = 4;
 constexpr double kCodingLogOdds = 3.0;  // reads below tell nothing about coding bases
 
@@ -89,7 +89,7 @@ class Learner {
       : model_(model),
         parallel_(parallel),
         scale_(sample),
-        sample_(spread(sample)),
+        sample_(chosenReads(sample, kMostRateReads)),
         groups_(sample_) {
     setMean(first);
     multipliers_.fill(scale_.statedMultipliers());
@@ -116,16 +116,6 @@ class Learner {
 
  private:
   bool hasQualities() const { return !scale_.bins().empty(); }
-
-  static std::vector<ReadView> spread(std::span<const ReadView> sample) {
-    const std::size_t count = std::min(kMostReads, sample.size());
-    std::vector<ReadView> chosen;
-    for (std::size_t k = 0; k < count; ++k) {
-      const ReadView& read = sample[k * sample.size() / count];
-      if (!read.codes.empty()) chosen.push_back(read);
-    }
-    return chosen;
-  }
 
   void setMean(const BaseErrorRates& mean) {
     learnt_.mean = mean;

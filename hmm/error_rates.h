@@ -12,14 +12,16 @@ namespace velto {
 
 // Fewer reads tell nothing about the mean rates.
 constexpr std::size_t kLeastReadsForRates = 20;
+// Of more, so many are chosen.
+constexpr std::size_t kMostRateReads = 300;
 
 struct LearntRates {
   BaseErrorRates mean;
   std::vector<QualityBin> qualities;  // empty: they tell nothing
 };
 
-// Learns insertion, deletion and substitution rates by expectation maximisation on up to 300 reads
-// spread over the sample, those that look coding by the count tables alone; fewer than
+// Learns insertion, deletion and substitution rates by expectation maximisation on up to
+// kMostRateReads spread over the sample, those that look coding by the count tables alone; fewer than
 // kLeastReadsForRates reads have the default rates. Where the reads have qualities that differ,
 // their bins get rates of their own. The result depends on reads and model
 // alone, in whatever order its parts are run.

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <iterator>
 #include <optional>
 #include <utility>
 #include <vector>
@@ -13,6 +14,7 @@
 #include "hmm/group_lattice.h"
 #include "hmm/hmm_model_file.h"
 #include "hmm/poly_a.h"
+#include "hmm/read_choice.h"
 #include "hmm/read_groups.h"
 #ifdef VELTO_HIGHWAY
 #include "hmm/read_lanes.h"
@@ -207,6 +209,15 @@ void HmmDecoder::weighOtherStrand(double otherScore, const Wishes& wishes, Call&
   if (call.coding && call.probability < leastProbability(wishes)) dropRegion(call);
 }
 
+std::vector<std::size_t> HmmDecoder::readsLearntFrom(std::size_t sampleSize) const {
+  const std::vector<std::size_t> forRates = chosenIndexes(sampleSize, kMostRateReads);
+  const std::vector<std::size_t> forShares = chosenIndexes(sampleSize, kMostShareReads);
+  std::vector<std::size_t> all;
+  std::set_union(forRates.begin(), forRates.end(), forShares.begin(), forShares.end(),
+                 std::back_inserter(all));
+  return all;
+}
+
 Calibration HmmDecoder::learn(std::span<const ReadView> sample, const Calibration& known,
                               const ParallelFor& parallel) const {
   Calibration learnt = known;
@@ -247,12 +258,7 @@ HmmDecoder HmmDecoder::fittedTo(const Calibration& calibration) const {
 
 void HmmDecoder::learnShares(std::span<const ReadView> sample, Calibration& learnt,
                              const ParallelFor& parallel) const {
-  const std::size_t count = std::min(kMostShareReads, sample.size());
-  std::vector<ReadView> chosen;
-  for (std::size_t k = 0; k < count; ++k) {
-    const ReadView& read = sample[k * sample.size() / count];
-    if (!read.codes.empty()) chosen.push_back(read);
-  }
+  const std::vector<ReadView> chosen = chosenReads(sample, kMostShareReads);
   const std::vector<ReadEvidence> evidence = evidenceOfAll(chosen, parallel);
   std::vector<double> probabilities;
   for (const ReadEvidence& read : evidence) {

@@ -38,6 +38,8 @@ class HmmDecoder : public Decoder {
 
   void weighOtherStrand(double otherScore, const Wishes& wishes, Call& call) const override;
 
+  std::vector<std::size_t> readsLearntFrom(std::size_t sampleSize) const override;
+
   // Learns error rates from up to 300 reads and the share of coding reads from up to 1000; too
   // few reads leave them unknown.
   Calibration learn(std::span<const ReadView> sample, const Calibration& known,

@@ -185,18 +185,36 @@ void backwards(std::size_t count, const std::function<void(std::size_t)>& task) 
   while (count-- > 0) task(count);
 }
 
-TEST(HmmDecoder, WhatIsLearntDoesNotDependOnTheOrderOfTasks) {
-  ToyReads reads(7);
-  for (int i = 0; i < 403; ++i) reads.addCoding(20 + i % 50, {0.01, 0.02, 0.1, 5, 40});
-  const HmmDecoder decoder(sharedToy());
-  const Calibration one = decoder.learn(reads.views(true), {}, inTurn);
-  const Calibration other = decoder.learn(reads.views(true), {}, backwards);
+void expectSame(const Calibration& one, const Calibration& other) {
+  EXPECT_EQ(one.reads, other.reads);
   EXPECT_EQ(one.errorRates->insertion, other.errorRates->insertion);
   EXPECT_EQ(one.errorRates->deletion, other.errorRates->deletion);
   EXPECT_EQ(one.codingShare, other.codingShare);
   EXPECT_EQ(one.truncatedShare, other.truncatedShare);
   ASSERT_EQ(one.qualities.size(), 2U);
   EXPECT_EQ(one.qualities[0].factors.deletion, other.qualities[0].factors.deletion);
+}
+
+TEST(HmmDecoder, WhatIsLearntDoesNotDependOnTheOrderOfTasks) {
+  ToyReads reads(7);
+  for (int i = 0; i < 403; ++i) reads.addCoding(20 + i % 50, {0.01, 0.02, 0.1, 5, 40});
+  const HmmDecoder decoder(sharedToy());
+  expectSame(decoder.learn(reads.views(true), {}, inTurn),
+             decoder.learn(reads.views(true), {}, backwards));
+}
+
+TEST(HmmDecoder, OnlyTheBasesOfSomeReadsAreLearntFrom) {
+  constexpr std::size_t kReads = 1501;
+  ToyReads reads(7);
+  for (std::size_t i = 0; i < kReads; ++i) reads.addCoding(20, {0.01, 0.02, 0.1, 5, 40});
+  const HmmDecoder decoder(sharedToy());
+  const std::vector<std::size_t> looked = decoder.readsLearntFrom(kReads);
+  EXPECT_LT(looked.size(), kReads);
+  const std::vector<ReadView> whole = reads.views(true);
+  std::vector<ReadView> blank = whole;
+  for (ReadView& read : blank) read.codes = {};
+  for (const std::size_t i : looked) blank[i] = whole[i];
+  expectSame(decoder.learn(whole, {}, inTurn), decoder.learn(blank, {}, inTurn));
 }
 
 TEST(HmmDecoder, CalibratedDecodingDiffers) {

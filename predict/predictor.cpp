@@ -37,6 +37,16 @@ void requireContract(const Read& read) {
   }
 }
 
+// Those of the reads that are predicted.
+std::vector<Read> predictedOf(std::span<const Read> reads) {
+  std::vector<Read> predicted;
+  for (const Read& read : reads) {
+    requireContract(read);
+    if (read.bases.size() >= kLeastReadBases) predicted.push_back(read);
+  }
+  return predicted;
+}
+
 // One strand of each of some reads; reusable, so that memory is kept.
 class StrandBatch {
  public:
@@ -156,6 +166,11 @@ struct Predictor::Impl {
   std::vector<Strand> strandsOf(std::span<const Read> sample, const PredictOptions& options,
                                 const ParallelFor& parallel) const;
 
+  // Adds that strand of each chosen one of reads that are predicted.
+  void addStrands(std::span<const Read> predicted, std::span<const std::size_t> chosen,
+                  const PredictOptions& options, const ParallelFor& parallel,
+                  StrandBatch& batch) const;
+
   std::string name;  // of the decoder
   std::shared_ptr<const Decoder> decoder;
 };
@@ -250,19 +265,33 @@ std::vector<Strand> Predictor::Impl::strandsOf(std::span<const Read> sample,
   return strands;
 }
 
+void Predictor::Impl::addStrands(std::span<const Read> predicted,
+                                 std::span<const std::size_t> chosen, const PredictOptions& options,
+                                 const ParallelFor& parallel, StrandBatch& batch) const {
+  std::vector<Read> reads;
+  for (const std::size_t i : chosen) reads.push_back(predicted[i]);
+  const std::vector<Strand> strands = strandsOf(reads, options, parallel);
+  for (std::size_t k = 0; k < reads.size(); ++k) {
+    Prediction unused;
+    batch.add(reads[k], options.letters, *decoder, unused);
+    if (strands[k] == Strand::kMinus) batch.turnLast();
+  }
+}
+
 // A read whose strand is not known is taken on the better one.
 Calibration Predictor::learn(std::span<const Read> sample, const PredictOptions& options,
                              const Calibration& known, const ParallelFor& parallel) const {
   if (!usesCalibration()) return known;
   const ParallelFor run = parallel ? parallel : inTurn;
-  const std::vector<Strand> strands = impl_->strandsOf(sample, options, run);
-  StrandBatch reads;
-  for (std::size_t i = 0; i < sample.size(); ++i) {
-    Prediction unused;
-    if (!reads.add(sample[i], options.letters, *impl_->decoder, unused)) continue;
-    if (strands[i] == Strand::kMinus) reads.turnLast();
-  }
-  return impl_->decoder->learn(reads.views(), known, run);
+  const std::vector<Read> predicted = predictedOf(sample);
+  const std::vector<std::size_t> chosen = impl_->decoder->readsLearntFrom(predicted.size());
+  StrandBatch strands;
+  impl_->addStrands(predicted, chosen, options, run, strands);
+  const std::vector<ReadView> coded = strands.views();
+  std::vector<ReadView> views;
+  for (const Read& read : predicted) views.push_back({{}, read.qualities});
+  for (std::size_t k = 0; k < chosen.size(); ++k) views[chosen[k]] = coded[k];
+  return impl_->decoder->learn(views, known, run);
 }
 
 Predictor Predictor::calibrated(const Calibration& calibration) const {
