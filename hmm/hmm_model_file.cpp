@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <charconv>
 #include <cmath>
+#include <concepts>
 #include <cstdlib>
 #include <limits>
 #include <span>
@@ -26,16 +27,6 @@ constexpr float PathWeights::*kWeights[] = {&PathWeights::stop,           &PathW
 constexpr double ReadDecision::*kDecision[] = {&ReadDecision::constant, &ReadDecision::logOdds,
                                                &ReadDecision::codingBases,
                                                &ReadDecision::codingShare};
-
-template <class Number>
-bool readNumber(std::string_view field, Number& value) {
-  if constexpr (std::is_floating_point_v<Number>) {
-    return readPlainReal(field, value);
-  } else {
-    const auto [end, error] = std::from_chars(field.data(), field.data() + field.size(), value);
-    return error == std::errc() && end == field.data() + field.size();
-  }
-}
 
 // ---- 1. Writing
 
@@ -182,9 +173,8 @@ class Reader {
 
   template <class Number>
   Number number(Number least, Number most) {
-    const std::string_view field = nextField();
     Number value{};
-    if (!readNumber(field, value) || !hasPlainZero<Number>(field)) fail("not a number");
+    if (!hasPlainZero<Number>(takeNumber(value))) fail("not a number");
     if (!(value >= least && value <= most)) fail("number out of range");
     return value;
   }
@@ -204,12 +194,33 @@ class Reader {
 
  private:
   // Takes the next field and the blank behind it.
-  std::string_view nextField() {
-    const std::size_t end = fields_.find(' ');
-    const std::string_view field = fields_.substr(0, end);
+  std::string_view nextField() { return takeField(std::min(fields_.find(' '), fields_.size())); }
+
+  std::string_view takeField(std::size_t length) {
+    const std::string_view field = fields_.substr(0, length);
     if (field.empty()) fail("missing number");
-    if (end == fields_.size() - 1) fail("blank at the end");
-    fields_.remove_prefix(end == std::string_view::npos ? fields_.size() : end + 1);
+    if (length + 1 == fields_.size()) fail("blank at the end");
+    fields_.remove_prefix(std::min(length + 1, fields_.size()));
+    return field;
+  }
+
+  // Reads and takes the next field. It ends with its digits, which is known sooner than where the
+  // next blank is.
+  template <std::integral Number>
+  std::string_view takeNumber(Number& value) {
+    const char* const begin = fields_.data();
+    const auto [end, error] = std::from_chars(begin, begin + fields_.size(), value);
+    const auto length = static_cast<std::size_t>(end - begin);
+    const bool endsField = length == fields_.size() || *end == ' ';
+    if (error == std::errc() && endsField) return takeField(length);
+    nextField();
+    fail("not a number");
+  }
+
+  template <std::floating_point Number>
+  std::string_view takeNumber(Number& value) {
+    const std::string_view field = nextField();
+    if (!readPlainReal(field, value)) fail("not a number");
     return field;
   }
 
