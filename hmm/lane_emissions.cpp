@@ -5,6 +5,7 @@
 #include <optional>
 
 #include "hmm/network_kernel.h"
+#include "hmm/vector_choice.h"
 
 #undef HWY_TARGET_INCLUDE
 #define HWY_TARGET_INCLUDE "hmm/lane_emissions.cpp"
@@ -131,7 +132,7 @@ HWY_AFTER_NAMESPACE();
 #if HWY_ONCE
 namespace velto {
 
-HWY_EXPORT(fillRows);
+VELTO_VERSIONS(fillRows);
 
 // ---- 2. Reads into lanes
 
@@ -189,7 +190,7 @@ void EmissionLanes::fill(std::span<const ReadView> reads, LaneEmissions& emissio
     if (rates_.byQuality && !read.phred.empty()) fillRates(read.phred, lane, emissions);
     fillUnknownBases(lane, emissions);
   }
-  HWY_DYNAMIC_DISPATCH(fillRows)(network_, codons_.stops().data(), lanes_, emissions);
+  VELTO_CHOOSE(fillRows)(network_, codons_.stops().data(), lanes_, emissions);
 }
 
 // Start codons stand for themselves: they are filled in where one may begin.

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "hmm/row_places.h"
+#include "hmm/vector_choice.h"
 
 #undef HWY_TARGET_INCLUDE
 #define HWY_TARGET_INCLUDE "hmm/network_kernel.cpp"
@@ -165,17 +166,17 @@ HWY_AFTER_NAMESPACE();
 #if HWY_ONCE
 namespace velto {
 
-HWY_EXPORT(fillFactors);
-HWY_EXPORT(fillBaseParts);
+VELTO_VERSIONS(fillFactors);
+VELTO_VERSIONS(fillBaseParts);
 
 void networkFactorsInVectors(const WindowNetwork& network, const ReadContext& context,
                              std::vector<Factors>& factors) {
-  HWY_DYNAMIC_DISPATCH(fillFactors)(network, context, factors);
+  VELTO_CHOOSE(fillFactors)(network, context, factors);
 }
 
 void basePartsInVectors(const WindowNetwork& network, std::span<const Composition> blocks,
                         std::int16_t* parts) {
-  HWY_DYNAMIC_DISPATCH(fillBaseParts)(network, blocks, parts);
+  VELTO_CHOOSE(fillBaseParts)(network, blocks, parts);
 }
 
 }  // namespace velto
