@@ -9,6 +9,7 @@
 #include <iostream>
 #include <map>
 #include <memory>
+#include <system_error>
 
 #include "seqio/output_directory.h"
 #include "seqio/output_set.h"
@@ -170,10 +171,12 @@ std::vector<HeldBackAccuracy> judge(const std::vector<TrainedDecoder>& decoders,
 }
 
 // Says where the new decoders do worse than those of the model that scan takes by default, if there
-// is one.
-void compareWithDefault(const std::vector<HeldBackAccuracy>& accuracy, const HeldBackReads& reads) {
+// is one. One that cannot be used costs the comparison, not what was trained.
+void compareWithDefault(const std::vector<HeldBackAccuracy>& accuracy,
+                        const HeldBackReads& reads) try {
   const std::string directory = defaultModelDirectory();
-  if (!std::filesystem::exists(directory)) return;
+  std::error_code unreadable;
+  if (!std::filesystem::exists(directory, unreadable)) return;
   const Model other(directory);
   const std::vector<std::string> has = other.decoders();
   for (const HeldBackAccuracy& made : accuracy) {
@@ -184,6 +187,9 @@ void compareWithDefault(const std::vector<HeldBackAccuracy>& accuracy, const Hel
       std::cerr << "velto: " << line << "\n";
     }
   }
+} catch (const ModelError& error) {
+  std::cerr << "velto: the new model is not compared with the default one: " << error.what()
+            << "\n";
 }
 
 std::string heldBackText(const TranscriptPool& pool) {
