@@ -8,25 +8,26 @@
 #include "model/window_width.h"
 
 namespace velto {
-namespace {
 
-void markAtg(const short* seq, int length, int frame, std::vector<int>& met) {
-  for (int p = frame; p + 2 < length; p += 3) {
-    met.push_back(acidAt(seq, length, p) == kMethionine ? kAtgCodon : kOtherCodon);
+void markAtg(const short* seq, int length, layout& lay) {
+  for (int f = 0; f < 3; ++f) {
+    lay.met[f].clear();
+    for (int p = f; p + 2 < length; p += 3) {
+      const bool atg = acidAt(seq, length, p) == kMethionine;
+      lay.met[f].push_back(atg ? kAtgCodon : kOtherCodon);
+    }
   }
 }
-
-}  // namespace
 
 void layOutFrames(const ModelView& model, const short* seq, int length, const WindowScores& scores,
                   layout& lay, std::vector<double> (&frameScore)[3]) {
   lay = layout();
+  markAtg(seq, length, lay);
   const auto isStop = [=](int p) { return acidAt(seq, length, p) == kStopSignal; };
   const int half = halfWindow(model.windowWidth);
   double last = 0.0;  // score of the window scored last, kept across the frames
   for (int f = 0; f < 3; ++f) {
     std::vector<int>& classes = lay.cls[f];
-    markAtg(seq, length, f, lay.met[f]);
     classes.assign(static_cast<size_t>(half), kLeadingFiller);
     frameScore[f].assign(static_cast<size_t>(half), 0.0);
     layOutWindows({length, half, f}, scores.frame[f], isStop, last, [&](int code, double score) {

@@ -9,6 +9,9 @@
 
 namespace velto {
 
+// Overwrites lay.met of a read of `length` base codes.
+void markAtg(const short* seq, int length, layout& lay);
+
 // Fills lay.met and lay.cls (all else of `lay` becomes empty) and frameScore[frame][step] from the
 // scores of the read's windows; the class of a step is that of the window centred on it. Both have
 // at least halfWindow + 1 entries per frame, and as many as `met` for reads of at least

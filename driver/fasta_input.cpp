@@ -10,6 +10,7 @@
 #include <new>
 
 #include "core/base_code.h"
+#include "core/letter_codes.h"
 #include "driver/web_predict.h"
 
 namespace velto {
@@ -27,10 +28,6 @@ void readBases(std::istream& in, std::vector<short>& codes) {
 }
 
 bool isGOrC(short code) { return code == baseCode('G') || code == baseCode('C'); }
-
-double gcPercent(double gcBases, int length) {
-  return length == 0 ? 0.0 : gcBases * 100.0 / length;
-}
 
 [[noreturn]] void refuseShortRead() {
   std::cout << "VELTO DOES NOT SUPPORT SEQUENCES SHORTER THAN 30 BASES.\n";
@@ -59,8 +56,7 @@ void WebPredict::setRead(const std::vector<short>& codes) {
   std::copy(codes.begin(), codes.end(), seqArray);
   arrayLen = static_cast<int>(codes.size());
   seqLength = arrayLen;
-  const auto gcBases = static_cast<double>(std::count_if(codes.begin(), codes.end(), isGOrC));
-  gcPressure = gcPercent(gcBases, arrayLen);
+  gcPressure = gcPercent(codes);
 }
 
 int WebPredict::GetArrayFromFile(char* fileName) {
@@ -94,7 +90,7 @@ int WebPredict::GetArrayFromCin() {
   }
   codes.resize(length, kUnknownBase);
   setRead(codes);
-  gcPressure = gcPercent(gcBases, arrayLen);
+  if (arrayLen > 0) gcPressure = gcBases * 100.0 / arrayLen;
   return 0;
 }
 

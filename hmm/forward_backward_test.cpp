@@ -14,6 +14,14 @@ namespace {
 
 FileRates testRates() { return FileRates({0.03, 0.05, 0.04}, {}); }
 
+// Kind that a state emits; -1 for the states that emit any base alike.
+int emissionKindOf(int state) {
+  if (state <= kC2) return state;
+  if (state == kU5) return kUtr5;
+  if (state == kU3 || state == kUn) return kUtr3;
+  return state == kNC ? kNoncodingRead : -1;
+}
+
 // Every path of a read, one state after the other, straight from the drawing of the states.
 class AllPaths {
  public:

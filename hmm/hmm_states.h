@@ -39,12 +39,4 @@ constexpr int kEmissionKinds = 6;
 // Places of a row of them, two of which stay empty so that a row fills 32 bytes.
 constexpr int kEmissionPlaces = 8;
 
-// Kind that a state emits; -1 for the states that emit any base alike.
-constexpr int emissionKindOf(int state) {
-  if (state <= kC2) return state;
-  if (state == kU5) return kUtr5;
-  if (state == kU3 || state == kUn) return kUtr3;
-  return state == kNC ? kNoncodingRead : -1;
-}
-
 }  // namespace velto

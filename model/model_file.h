@@ -18,9 +18,6 @@ struct ModelFileStatus {
   bool regular() const { return line == 0; }
 };
 
-// Lines of a parameter file and of a matrix file.
-constexpr int kParameterFileLines =
-    4 * kModelHypotheses + kPairGaps * kAminoAcids * kAminoAcids + kAminoAcids;
 constexpr int kMatrixFileLines = 4;
 
 // Appends `rounds` hypotheses to tables.fh, reads the file's first ones into tables.fh[0] on, and

@@ -5,7 +5,7 @@
 
 namespace velto {
 
-// One class of reads. The sixteen classes of a model directory are listed by allReadClasses.
+// One class of reads. readClassAt lists the sixteen classes of a model directory.
 struct ReadClass {
   int gcId;         // 0 to 3, see classifyRead
   int lengthId;     // 0: up to 999 bases, 1: 1000 to 3000, 2: 3001 and more

@@ -1,5 +1,6 @@
 #include "training/test_elements.h"
 
+#include "decoder/frame_scores.h"
 #include "model/window_sample.h"
 
 namespace velto {
@@ -30,16 +31,6 @@ std::vector<ChangedBase> changedBases(const std::vector<short>& seq,
     }
   }
   return bases;
-}
-
-void markCodons(const std::vector<short>& seq, layout& lay) {
-  const auto length = static_cast<int>(seq.size());
-  for (int f = 0; f < 3; ++f) {
-    for (int p = f; p + 2 < length; p += 3) {
-      const bool atg = acidAt(seq.data(), length, p) == kMethionine;
-      lay.met[f].push_back(atg ? kAtgCodon : kOtherCodon);
-    }
-  }
 }
 
 void markErrors(const std::vector<ChangedBase>& bases, layout& lay) {
@@ -106,7 +97,7 @@ layout applyErrors(std::vector<short>& seq, const KnownRegion& region,
   seq.clear();
   for (const ChangedBase& base : bases) seq.push_back(base.code);
   layout lay;
-  markCodons(seq, lay);
+  markAtg(seq.data(), static_cast<int>(seq.size()), lay);
   markErrors(bases, lay);
   markRegion(bases, region, lay);
   markPath(bases, region, lay);

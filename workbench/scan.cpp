@@ -3,7 +3,6 @@
 
 #include <unistd.h>
 
-#include <algorithm>
 #include <chrono>
 #include <functional>
 #include <iostream>
@@ -11,7 +10,6 @@
 #include <memory>
 #include <optional>
 #include <string>
-#include <thread>
 #include <utility>
 #include <vector>
 
@@ -29,6 +27,7 @@
 #include "workbench/file_options.h"
 #include "workbench/prediction_options.h"
 #include "workbench/report_options.h"
+#include "workbench/threads.h"
 
 namespace velto {
 namespace {
@@ -110,11 +109,6 @@ class ProgressLine {
 };
 
 // ---- 3. The run
-
-int threadCount(int wanted) {
-  if (wanted > 0) return wanted;
-  return std::max(1, static_cast<int>(std::thread::hardware_concurrency()));
-}
 
 bool wantScores(const CommandLine& line) {
   for (size_t i = 0; i < line.rowFiles.size(); ++i) {

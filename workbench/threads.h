@@ -7,11 +7,15 @@
 
 namespace velto {
 
-// Runs `work` in an arena of this many threads, 0: as many as there are processors. Returns what
-// `work` returns.
+// The number asked for, 0: as many as there are processors that this process may use.
+inline int threadCount(int wanted) {
+  return wanted > 0 ? wanted : tbb::info::default_concurrency();
+}
+
+// Runs `work` in an arena of so many threads. Returns what `work` returns.
 template <typename Work>
 auto withThreads(int threads, Work work) {
-  const int used = threads > 0 ? threads : tbb::info::default_concurrency();
+  const int used = threadCount(threads);
   const tbb::global_control most(tbb::global_control::max_allowed_parallelism,
                                  static_cast<std::size_t>(used));
   return tbb::task_arena(used).execute(work);

@@ -3,13 +3,12 @@
 #include <algorithm>
 #include <cmath>
 
+#include "core/six_digits.h"
 #include "model/sliding_vote.h"
 #include "model/window_width.h"
 
 namespace velto {
 namespace {
-
-constexpr double kMillion = 1e6;
 
 std::int64_t millionths(double value) { return std::llround(value * kMillion); }
 

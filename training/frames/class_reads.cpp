@@ -1,6 +1,6 @@
 #include "training/frames/class_reads.h"
 
-#include <algorithm>
+#include "core/letter_codes.h"
 
 namespace velto {
 namespace {
@@ -25,9 +25,7 @@ bool isOfLengthClass(const SimulatedRead& read, const ReadClass& readClass) {
 }
 
 int gcClassOf(const SimulatedRead& read) {
-  const auto gc = std::count_if(read.bases.begin(), read.bases.end(),
-                                [](short base) { return base == 2 || base == 3; });
-  return classifyRead(read.length(), static_cast<double>(gc) * 100.0 / read.length()).gcId;
+  return classifyRead(read.length(), gcPercent(read.bases)).gcId;
 }
 
 SimulatedRead drawRead(const Transcript& transcript, const ReadClass& readClass,
