@@ -114,11 +114,11 @@ TEST_F(RecordReaderTest, LoneCarriageReturnsEndLinesIfTheyEndTheFirst) {
 // The reader's buffer holds 2^18 bytes: the file's first line end is put on every place around its
 // end, and a record behind it.
 TEST_F(RecordReaderTest, FirstLineEndMayCrossTheBufferEnd) {
-  for (std::size_t length = (1U << 18) - 4; length < (1U << 18) + 4; ++length) {
+  for (std::size_t length = (1U << 18) - 5; length < (1U << 18) + 3; ++length) {
     const std::string header(length, 'h');
     for (const std::string end : {"\n", "\r\n", "\r"}) {
-      EXPECT_EQ(records(">" + header + end + "AC" + end + ">b" + end + "T"),
-                (Lines{"1:1 " + header + "||AC", "2:3 b||T"}));
+      EXPECT_EQ(records("> " + header + end + "AC" + end + ">b" + end + "T"),
+                (Lines{"1:1 |" + header + "|AC", "2:3 b||T"}));
     }
   }
 }
@@ -134,8 +134,15 @@ TEST_F(RecordReaderTest, LinesOfAnyLengthCrossTheBufferEnd) {
   for (std::size_t length = (1U << 18) - 8; length < (1U << 18) + 8; ++length) {
     const std::string bases(length, 'A');
     EXPECT_EQ(records(">a\n" + bases + "\r\n>b\nC\n"), (Lines{"1:1 a||" + bases, "2:3 b||C"}));
-    EXPECT_EQ(records(">" + bases + "\r\nC\n"), Lines{"1:1 " + bases + "||C"});
+    EXPECT_EQ(records("> " + bases + "\r\nC\n"), Lines{"1:1 |" + bases + "|C"});
   }
+}
+
+TEST_F(RecordReaderTest, NameAtTheLimitIsReadAndALongerOneIsAnError) {
+  const std::string longest(10'000, 'n');
+  EXPECT_EQ(records(">" + longest + " d\nAC\n"), Lines{"1:1 " + longest + "|d|AC"});
+  EXPECT_EQ(errorOf(">a\nAC\n>" + longest + "n\nAC\n"),
+            name() + ": record 2, line 3: name longer than 10000 bytes");
 }
 
 TEST_F(RecordReaderTest, SequenceAtTheLimitIsReadAndOneBaseMoreIsAnError) {

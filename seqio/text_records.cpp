@@ -12,6 +12,9 @@ namespace {
 // Keeps a file without line feeds from filling the memory.
 constexpr std::size_t kMaxHeaderBytes = 100'000'000;
 
+// Keeps outputs in bounds, some of which have the name thrice in every row.
+constexpr std::size_t kMaxNameBytes = 10'000;
+
 constexpr char kPhredZero = '!';
 
 bool isBlank(std::string_view text) { return text.find_first_not_of(" \t\r") == text.npos; }
@@ -101,11 +104,14 @@ void TextRecords::readHeader(Record& record) {
     if (header_.size() + text.size() > kMaxHeaderBytes) throwAt(record.line, "header too long");
     header_.append(text);
   });
-  if (header_.find_first_of("\r\n") != header_.npos) {
+  if (holds(header_, '\r') || holds(header_, '\n')) {
     throwAt(record.line, "header with the line end of another system inside");
   }
   const std::size_t blank = header_.find_first_of(" \t", 1);
   record.name = header_.substr(1, blank == header_.npos ? blank : blank - 1);
+  if (record.name.size() > kMaxNameBytes) {
+    throwAt(record.line, "name longer than " + std::to_string(kMaxNameBytes) + " bytes");
+  }
   record.description = blank == header_.npos ? std::string() : header_.substr(blank + 1);
 }
 
