@@ -10,11 +10,6 @@
 
 namespace velto {
 
-// The sample is what the batches hold that begin the run, up to the first one that brings it to
-// this many reads or bases.
-constexpr size_t kSampleReads = 4096;
-constexpr size_t kSampleBases = 4'000'000;
-
 // The records as reads, without qualities if these are not to be used.
 std::vector<Read> readsOf(std::span<const Record> records, bool useQualities);
 

@@ -17,6 +17,7 @@
 #include "batch/repeated_names.h"
 #include "core/letter_codes.h"
 #include "predict/coding_sequence.h"
+#include "predict/learning_sample.h"
 #include "seqio/record_reader.h"
 
 namespace velto {

@@ -2,6 +2,7 @@
 
 #include "evaluation/evaluation.h"
 #include "evaluation/rate_series.h"
+#include "predict/learning_sample.h"
 
 namespace velto {
 namespace {
@@ -54,10 +55,6 @@ void addSeries(const JudgedSet& set, bool isWhole, const RateSeries& series,
     }
   }
 }
-
-// The sample that scan learns from is about as large.
-constexpr std::size_t kSampleReads = 4096;
-constexpr std::size_t kSampleBases = 4'000'000;
 
 // Fitted to the reads as scan fits to a file.
 Predictor fitted(const Predictor& predictor, const std::vector<LabelledRead>& reads) {

@@ -16,6 +16,7 @@
 #include "batch/scanned_read.h"
 #include "core/letter_codes.h"
 #include "predict/coding_sequence.h"
+#include "predict/learning_sample.h"
 #include "seqio/input_error.h"
 #include "web/given_text.h"
 #include "web/read_json.h"
