@@ -162,13 +162,11 @@ struct Predictor::Impl {
   void takeBetterStrands(Wishes wishes, Workspace::Impl& space,
                          std::span<Prediction* const> predicted) const;
 
-  // The strand asked for of each read, the better one where both are.
-  std::vector<Strand> strandsOf(std::span<const Read> sample, const PredictOptions& options,
-                                const ParallelFor& parallel) const;
-
-  // Adds that strand of each chosen one of reads that are predicted.
-  void addStrands(std::span<const Read> predicted, std::span<const std::size_t> chosen,
-                  const PredictOptions& options, const ParallelFor& parallel,
+  // Codes the strand asked for of reads that are predicted, the better one where both are; the
+  // batches are in their order.
+  std::vector<StrandBatch> strandsOf(std::span<const Read> predicted, const PredictOptions& options,
+                                     const ParallelFor& parallel) const;
+  void addStrands(std::span<const Read> predicted, const PredictOptions& options,
                   StrandBatch& batch) const;
 
   std::string name;  // of the decoder
@@ -246,35 +244,32 @@ std::vector<Prediction> Predictor::predictAll(std::span<const Read> reads, Works
 
 bool Predictor::usesCalibration() const { return impl_->decoder->calibrated({}) != nullptr; }
 
-std::vector<Strand> Predictor::Impl::strandsOf(std::span<const Read> sample,
-                                               const PredictOptions& options,
-                                               const ParallelFor& parallel) const {
+std::vector<StrandBatch> Predictor::Impl::strandsOf(std::span<const Read> predicted,
+                                                    const PredictOptions& options,
+                                                    const ParallelFor& parallel) const {
   constexpr std::size_t kReadsAtOnce = 128;
-  std::vector<Strand> strands(sample.size(), options.strand);
-  if (options.strand != Strand::kBoth) return strands;
-  PredictOptions own = options;
-  own.wantScores = false;
-  parallel((sample.size() + kReadsAtOnce - 1) / kReadsAtOnce, [&](std::size_t task) {
+  std::vector<StrandBatch> batches((predicted.size() + kReadsAtOnce - 1) / kReadsAtOnce);
+  parallel(batches.size(), [&](std::size_t task) {
     const std::size_t first = task * kReadsAtOnce;
-    const auto reads = sample.subspan(first, std::min(kReadsAtOnce, sample.size() - first));
-    Workspace::Impl space;
-    std::vector<Prediction> predictions(reads.size());
-    predict(reads, own, space, predictions);
-    for (std::size_t i = 0; i < reads.size(); ++i) strands[first + i] = predictions[i].strand;
+    const std::size_t count = std::min(kReadsAtOnce, predicted.size() - first);
+    addStrands(predicted.subspan(first, count), options, batches[task]);
   });
-  return strands;
+  return batches;
 }
 
-void Predictor::Impl::addStrands(std::span<const Read> predicted,
-                                 std::span<const std::size_t> chosen, const PredictOptions& options,
-                                 const ParallelFor& parallel, StrandBatch& batch) const {
-  std::vector<Read> reads;
-  for (const std::size_t i : chosen) reads.push_back(predicted[i]);
-  const std::vector<Strand> strands = strandsOf(reads, options, parallel);
-  for (std::size_t k = 0; k < reads.size(); ++k) {
-    Prediction unused;
-    batch.add(reads[k], options.letters, *decoder, unused);
-    if (strands[k] == Strand::kMinus) batch.turnLast();
+void Predictor::Impl::addStrands(std::span<const Read> predicted, const PredictOptions& options,
+                                 StrandBatch& batch) const {
+  std::vector<Prediction> predictions(predicted.size());
+  for (Prediction& prediction : predictions) prediction.strand = options.strand;
+  if (options.strand == Strand::kBoth) {
+    PredictOptions own = options;
+    own.wantScores = false;
+    Workspace::Impl space;
+    predict(predicted, own, space, predictions);
+  }
+  for (std::size_t i = 0; i < predicted.size(); ++i) {
+    batch.add(predicted[i], options.letters, *decoder, predictions[i]);
+    if (predictions[i].strand == Strand::kMinus) batch.turnLast();
   }
 }
 
@@ -285,12 +280,15 @@ Calibration Predictor::learn(std::span<const Read> sample, const PredictOptions&
   const ParallelFor run = parallel ? parallel : inTurn;
   const std::vector<Read> predicted = predictedOf(sample);
   const std::vector<std::size_t> chosen = impl_->decoder->readsLearntFrom(predicted.size());
-  StrandBatch strands;
-  impl_->addStrands(predicted, chosen, options, run, strands);
-  const std::vector<ReadView> coded = strands.views();
+  std::vector<Read> reads;
+  for (const std::size_t i : chosen) reads.push_back(predicted[i]);
   std::vector<ReadView> views;
   for (const Read& read : predicted) views.push_back({{}, read.qualities});
-  for (std::size_t k = 0; k < chosen.size(); ++k) views[chosen[k]] = coded[k];
+  const std::vector<StrandBatch> batches = impl_->strandsOf(reads, options, run);
+  auto next = chosen.begin();
+  for (const StrandBatch& batch : batches) {
+    for (const ReadView& view : batch.views()) views[*next++] = view;
+  }
   return impl_->decoder->learn(views, known, run);
 }
 
