@@ -1,7 +1,6 @@
 #include "hmm/poly_a.h"
 
 #include <algorithm>
-#include <array>
 #include <cstddef>
 #include <vector>
 
@@ -14,30 +13,25 @@ constexpr std::size_t kStretch = 30;
 constexpr std::size_t kLeastLike = 25;  // of a stretch; the others are sequencing errors
 constexpr std::size_t kMargin = 10;     // left at either end, as transcripts may have them
 
-// Of A and T, each in half of a number: 1 for each in a stretch.
-constexpr unsigned kOne[2] = {1, 1 << 16};
-constexpr std::array<unsigned, 5> kCounts = {0, kOne[0], kOne[1], 0, 0};  // [base code + 1]
-static_assert(baseCode('A') == 0 && baseCode('T') == 1 && kUnknownBase == -1);
+using Stretch = std::span<const short, kStretch>;
 
-unsigned countOf(short code) { return kCounts[static_cast<std::size_t>(code + 1)]; }
-
-// Whether one of the counts, at most kStretch, is kLeastLike or more: then it reaches bit 5.
-bool isAlike(unsigned counts) {
-  constexpr unsigned kBit = 32, kBoth = kOne[0] + kOne[1];
-  return ((counts + (kBit - kLeastLike) * kBoth) & (kBit * kBoth)) != 0;
+std::size_t basesLike(short base, Stretch stretch) {
+  short count = 0;  // of two bytes, as the codes: compilers add several at once
+  for (const short code : stretch) count = static_cast<short>(count + (code == base ? 1 : 0));
+  return static_cast<std::size_t>(count);
 }
 
 }  // namespace
 
 void hidePolyA(std::span<short> codes) {
-  if (codes.size() < kStretch) return;
-  unsigned counts = 0;
-  for (const short code : codes.first(kStretch)) counts += countOf(code);
   std::vector<std::size_t> alike;  // stretches, by their first base
-  if (isAlike(counts)) alike.push_back(0);
-  for (std::size_t first = 1; first + kStretch <= codes.size(); ++first) {
-    counts += countOf(codes[first + kStretch - 1]) - countOf(codes[first - 1]);
-    if (isAlike(counts)) alike.push_back(first);
+  for (std::size_t first = 0; first + kStretch <= codes.size();) {
+    const Stretch stretch = codes.subspan(first).first<kStretch>();
+    const std::size_t most =
+        std::max(basesLike(baseCode('A'), stretch), basesLike(baseCode('T'), stretch));
+    if (most >= kLeastLike) alike.push_back(first);
+    // From stretch to stretch there is one more at most.
+    first += most < kLeastLike ? kLeastLike - most : 1;
   }
   for (const std::size_t first : alike) {
     std::ranges::fill(codes.subspan(first + kMargin, kStretch - 2 * kMargin), kUnknownBase);
