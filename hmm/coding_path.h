@@ -60,17 +60,21 @@ template <class Before, class Shifted>
 void takePath(int length, int state, Before before, Shifted shifted, Call& call) {
   call.frame.assign(static_cast<std::size_t>(length), -1);
   call.frameshifts.clear();
-  for (int i = length - 1; i >= 0 && state != kBefore; --i) {
-    const int from = before(i, state);
+  for (int last = length - 1; last >= 0 && state != kBefore;) {
+    int first = last;  // of the bases up to the last one that are in this state
+    while (first > 0 && before(first, state) == state) --first;
+    const int from = before(first, state);
     if (state < kInserted0) {
-      call.frame[static_cast<std::size_t>(i)] = static_cast<std::int8_t>(state);
-      if (call.stop < 0) call.stop = i;
-      call.start = i;
-      if (from == upFrame(state)) call.frameshifts.push_back({Frameshift::Kind::kDeletion, i});
+      std::fill(call.frame.begin() + first, call.frame.begin() + last + 1,
+                static_cast<std::int8_t>(state));
+      if (call.stop < 0) call.stop = last;
+      call.start = first;
+      if (from == upFrame(state)) call.frameshifts.push_back({Frameshift::Kind::kDeletion, first});
     } else if (state < kBehind) {
-      call.frameshifts.push_back({Frameshift::Kind::kInsertion, i});
+      call.frameshifts.push_back({Frameshift::Kind::kInsertion, first});
     }
     state = from;
+    last = first - 1;
   }
   std::reverse(call.frameshifts.begin(), call.frameshifts.end());
   for (Frameshift& shift : call.frameshifts) {
