@@ -12,7 +12,7 @@ namespace velto {
 // Overwrites `codes` with the base codes of the letters.
 void codeLetters(std::string_view bases, Letters letters, std::vector<short>& codes);
 
-// How many of the letters are no base.
+// How many of the letters, of one read, are no base.
 long long countUnknown(std::string_view bases, Letters letters);
 
 // Turns base codes into those of the reverse complement, in place.

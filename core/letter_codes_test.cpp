@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <string>
+
 #include "core/base_code.h"
 
 namespace velto {
@@ -25,6 +27,17 @@ TEST(LetterCodes, CountWhatIsNoBase) {
   EXPECT_EQ(countUnknown("ACGTacgtUN*", Letters::kFolded), 2);
   EXPECT_EQ(countUnknown("ACGTacgtUN*", Letters::kExact), 7);
   EXPECT_EQ(countUnknown("", Letters::kExact), 0);
+}
+
+TEST(LetterCodes, LettersWithoutACodeAreUnknown) {
+  for (const Letters letters : {Letters::kExact, Letters::kFolded}) {
+    for (int byte = 0; byte < 256; ++byte) {
+      const std::string letter(1, static_cast<char>(byte));
+      const int unknown = coded(letter, letters).front() == kUnknownBase ? 1 : 0;
+      EXPECT_EQ(countUnknown(letter, letters), unknown) << byte;
+      EXPECT_EQ(countUnknown(std::string(100, letter[0]), letters), 100 * unknown) << byte;
+    }
+  }
 }
 
 TEST(LetterCodes, TurnToTheOtherStrand) {
