@@ -212,7 +212,7 @@ TEST_F(ProgramTest, ReportFilesThatCannotBeOpenedAreSilentlyPassedOver) {
 
 TEST_F(ProgramTest, ReportThatCannotBeWrittenIsAFailure) {
   const ProcessResult result =
-      runProcess("/bin/sh", {"-c", VELTO_PROGRAM " -i in.fa -d m > /dev/full"}, directory_.path());
+      runShell(VELTO_PROGRAM " -i in.fa -d m > /dev/full", directory_.path());
   EXPECT_EQ(result.status, 1);
   EXPECT_EQ(result.err, kProgress + std::string("standard output: cannot write\n"));
 }

@@ -385,7 +385,7 @@ TEST_F(ScanTest, BadCalibrationsAreRefused) {
 // ---- Other programs
 
 bool isInstalled(const std::string& program) {
-  return test::runProcess("/bin/sh", {"-c", "command -v " + program}, "/").status == 0;
+  return test::runShell("command -v " + program, "/").status == 0;
 }
 
 TEST_F(ScanTest, TheReportIsWellFormedWhateverNamesReadsHave) {

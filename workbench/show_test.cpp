@@ -61,12 +61,11 @@ TEST_F(ShowTest, WritesAPageThatIsWellFormed) {
   EXPECT_FALSE(holds(page, "<b>"));
   EXPECT_TRUE(holds(page, "<h1>&lt;script&gt;alert(&#39;1&#39;)&lt;/script&gt;&amp;&quot;"));
   EXPECT_TRUE(holds(page, "<td>&lt;b&gt;"));
-  if (test::runProcess("/bin/sh", {"-c", "command -v python3"}, "/").status != 0) {
+  if (test::runShell("command -v python3", "/").status != 0) {
     GTEST_SKIP() << "python3 is not installed";
   }
-  const ProcessResult parsed = test::runProcess(
-      "/bin/sh", {"-c", "python3 -c 'import xml.dom.minidom as m; m.parse(\"page.html\")'"},
-      work.path());
+  const ProcessResult parsed = test::runShell(
+      "python3 -c 'import xml.dom.minidom as m; m.parse(\"page.html\")'", work.path());
   EXPECT_EQ(parsed.status, 0) << parsed.err;
 }
 

@@ -1,89 +1,69 @@
 // Runs the command as a process: options, statuses, streams and files.
 #include <gtest/gtest.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
 #include <algorithm>
-#include <cstdlib>
-#include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <set>
 #include <sstream>
 #include <string>
 #include <vector>
 
 #include "simulation/truth_table.h"
+#include "tests/support/process.h"
+#include "tests/support/temp_dir.h"
 
 namespace velto {
 namespace {
 
-namespace fs = std::filesystem;
-
-struct Outcome {
-  int status;
-  std::string out;
-  std::string err;
-};
-
-std::string contents(const fs::path& path) {
-  std::ifstream in(path, std::ios::binary);
-  return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
-}
+using test::ProcessResult;
 
 class Simulate : public testing::Test {
  protected:
   void SetUp() override {
-    directory_ = fs::path(testing::TempDir()) / ("simulate_test." + std::to_string(getpid()));
-    fs::create_directory(directory_);
     // CC ATG AAA GGG TAG TT, and a non-coding record.
     write("coding.fa", ">t CDS=3-14 chr1\nCCATGAAAGGGTAGTT\n");
     write("noncoding.fa", ">n chr1\nACGTACGT\n");
   }
-  void TearDown() override { fs::remove_all(directory_); }
 
   void write(const std::string& name, const std::string& text) {
-    std::ofstream(path(name)) << text;
+    test::writeFile(path(name), text);
   }
 
-  std::string path(const std::string& name) const { return (directory_ / name).string(); }
+  std::string path(const std::string& name) const { return directory_.file(name); }
 
-  // Runs `velto` with these arguments inside the test's directory.
-  Outcome run(const std::string& arguments) const {
-    const std::string command = "cd '" + directory_.string() +
-                                "' && timeout 60 '" VELTO_PROGRAM "' " + arguments +
-                                " > stdout 2> stderr";
-    const int raw = std::system(command.c_str());
-    return {WIFEXITED(raw) ? WEXITSTATUS(raw) : -1, contents(path("stdout")),
-            contents(path("stderr"))};
+  std::string contents(const std::string& name) const { return test::readFile(path(name)); }
+
+  // Runs `velto` with these arguments, as the shell takes them, inside the test's directory.
+  ProcessResult run(const std::string& arguments) const {
+    return test::runShell("timeout 60 '" VELTO_PROGRAM "' " + arguments, directory_.path());
   }
 
-  fs::path directory_;
+  test::TempDir directory_;
 };
 
 TEST_F(Simulate, CleanWholeTranscriptIsWrittenWithItsTruth) {
-  const Outcome outcome = run("simulate --preset clean --full-length --truth truth.tsv coding.fa");
+  const ProcessResult outcome =
+      run("simulate --preset clean --full-length --truth truth.tsv coding.fa");
   EXPECT_EQ(outcome.status, 0);
   EXPECT_EQ(outcome.out, ">r1 t\nCCATGAAAGGGTAGTT\n");
   EXPECT_EQ(outcome.err, "");
-  EXPECT_EQ(contents(path("truth.tsv")),
+  EXPECT_EQ(contents("truth.tsv"),
             truthHeader() + "r1\t16\tt\t1\t16\t3-14:2\t3\t14\texact\texact\t\t\n");
 }
 
 TEST_F(Simulate, TranscriptsAreReadByTheGeneticCode) {
   write("ciliate.fa", ">t CDS=1-9\nATGTAATGA\n");
   EXPECT_EQ(run("simulate --full-length ciliate.fa").status, 1);
-  const Outcome outcome = run("simulate --code 6 --preset clean --full-length ciliate.fa");
+  const ProcessResult outcome = run("simulate --code 6 --preset clean --full-length ciliate.fa");
   EXPECT_EQ(outcome.out, ">r1 t\nATGTAATGA\n");
 }
 
 TEST_F(Simulate, NoncodingReadsFollowTheCodingOnesWithoutIntervals) {
-  const Outcome outcome =
+  const ProcessResult outcome =
       run("simulate --preset clean --full-length coding.fa --noncoding noncoding.fa --truth t.tsv");
   EXPECT_EQ(outcome.out, ">r1 t\nCCATGAAAGGGTAGTT\n>r2 n\nACGTACGT\n");
-  EXPECT_EQ(contents(path("t.tsv")), truthHeader() +
-                                         "r1\t16\tt\t1\t16\t3-14:2\t3\t14\texact\texact\t\t\n" +
-                                         "r2\t8\tn\t1\t8\t\t\t\t\t\t\t\n");
+  EXPECT_EQ(contents("t.tsv"), truthHeader() +
+                                   "r1\t16\tt\t1\t16\t3-14:2\t3\t14\texact\texact\t\t\n" +
+                                   "r2\t8\tn\t1\t8\t\t\t\t\t\t\t\n");
 }
 
 TEST_F(Simulate, RatesOfOneReplaceOrDropEveryBase) {
@@ -101,7 +81,7 @@ TEST_F(Simulate, ReadsOfASeedNeverChange) {
             ">r1 t\nGGTCGGATTGCACCTAGACTTGGAAACCCGGATC\n"
             ">r2 t\nTTGGAAACCCGGATCATTCTCTCCGACGC\n"
             ">r3 t\nTGAAAGGGTACGGATTGCCCTAGACTTGGAAACCTGGATCATAGTCTCTCCGACGCTAGT\n");
-  EXPECT_EQ(contents(path("t.tsv")),
+  EXPECT_EQ(contents("t.tsv"),
             truthHeader() +
                 "r1\t34\tt\t10\t35\t1-3:2,4-34:1\t1\t34\tpartial\tpartial\t\t4\n"
                 "r2\t29\tt\t30\t30\t1-17:0,18-29:2\t1\t29\tpartial\tpartial\t\t18\n"
@@ -115,7 +95,7 @@ TEST_F(Simulate, FastqOfAPresetWithoutQualitiesHasOneValueForAll) {
   EXPECT_EQ(run(options + " --fastq").out, expected);
   for (const char* name : {"r.fastq", "r.fq"}) {
     EXPECT_EQ(run(options + " -o " + name).out, "");
-    EXPECT_EQ(contents(path(name)), expected);
+    EXPECT_EQ(contents(name), expected);
   }
   EXPECT_EQ(run(options + " -o r.fq.gz && gzip -dc r.fq.gz").out, expected);
 }
@@ -124,9 +104,9 @@ TEST_F(Simulate, FastqHasTheBasesAndTheTruthOfFasta) {
   const std::string options =
       "simulate --per-transcript 50 --preset direct-rna --truth t.tsv coding.fa";
   std::istringstream fasta(run(options).out);
-  const std::string truth = contents(path("t.tsv"));
+  const std::string truth = contents("t.tsv");
   std::istringstream fastq(run(options + " --fastq").out);
-  EXPECT_EQ(contents(path("t.tsv")), truth);
+  EXPECT_EQ(contents("t.tsv"), truth);
   std::string header, bases, line, qualities;
   std::set<char> values;
   while (std::getline(fasta, header) && std::getline(fasta, bases)) {
@@ -145,7 +125,7 @@ TEST_F(Simulate, BothStrandsTurnSomeReadsWithTheirQualitiesAndNameTheStrand) {
   const std::string options =
       "simulate --per-transcript 20 --preset direct-rna --fastq --truth t.tsv coding.fa";
   std::istringstream plus(run(options).out), both(run(options + " --strand both").out);
-  const std::string table = contents(path("t.tsv"));
+  const std::string table = contents("t.tsv");
   EXPECT_EQ(table.substr(0, table.find('\n') + 1), truthHeader(Strands::kNamed));
   std::istringstream text(table);
   const std::vector<TruthRow> rows = readTruthTable(text, "t.tsv");
@@ -176,11 +156,11 @@ TEST_F(Simulate, InformationOfQualitiesOverrulesThePreset) {
 TEST_F(Simulate, SameSeedGivesTheSameBytesAndAnotherSeedOthers) {
   const std::string options =
       "simulate --read-count 50 --length 5-12 coding.fa --truth t.tsv --seed ";
-  const Outcome first = run(options + "7");
-  const std::string truth = contents(path("t.tsv"));
-  const Outcome again = run(options + "7");
+  const ProcessResult first = run(options + "7");
+  const std::string truth = contents("t.tsv");
+  const ProcessResult again = run(options + "7");
   EXPECT_EQ(first.out, again.out);
-  EXPECT_EQ(truth, contents(path("t.tsv")));
+  EXPECT_EQ(truth, contents("t.tsv"));
   EXPECT_NE(first.out, run(options + "8").out);
 }
 
@@ -192,8 +172,8 @@ TEST_F(Simulate, EarlierReadsDoNotDependOnTheirNumber) {
 
 TEST_F(Simulate, TruthBelongsToTheReadsInTheFile) {
   run("simulate --per-transcript 200 --preset nanopore -o r.fa --truth t.tsv coding.fa");
-  std::istringstream table(contents(path("t.tsv")));
-  std::istringstream fasta(contents(path("r.fa")));
+  std::istringstream table(contents("t.tsv"));
+  std::istringstream fasta(contents("r.fa"));
   const std::vector<TruthRow> rows = readTruthTable(table, "t.tsv");
   ASSERT_EQ(rows.size(), 200U);
   for (const TruthRow& row : rows) {
@@ -206,7 +186,7 @@ TEST_F(Simulate, TruthBelongsToTheReadsInTheFile) {
 
 TEST_F(Simulate, RefusedRecordsAreCountedOnStandardError) {
   write("mixed.fa", ">a CDS=1-6\nATGTAA\n>b CDS=1-6\nATGAAA\n");
-  const Outcome outcome = run("simulate --preset clean --full-length mixed.fa");
+  const ProcessResult outcome = run("simulate --preset clean --full-length mixed.fa");
   EXPECT_EQ(outcome.status, 0);
   EXPECT_EQ(outcome.out, ">r1 a\nATGTAA\n");
   EXPECT_EQ(outcome.err,
@@ -216,37 +196,37 @@ TEST_F(Simulate, RefusedRecordsAreCountedOnStandardError) {
 
 TEST_F(Simulate, InputWithoutUsableTranscriptFailsAndLeavesNoFile) {
   EXPECT_EQ(run("simulate noncoding.fa -o r.fa").status, 1);
-  EXPECT_FALSE(fs::exists(path("r.fa")));
+  EXPECT_FALSE(test::fileExists(path("r.fa")));
 }
 
 TEST_F(Simulate, MissingInputFileFailsByName) {
-  const Outcome outcome = run("simulate missing.fa");
+  const ProcessResult outcome = run("simulate missing.fa");
   EXPECT_EQ(outcome.status, 1);
   EXPECT_EQ(outcome.err.rfind("velto: missing.fa: ", 0), 0U) << outcome.err;
 }
 
 TEST_F(Simulate, FailureOfTheTruthTableLeavesNoReadsFile) {
-  const Outcome outcome = run("simulate coding.fa -o r.fa --truth missing/t.tsv");
+  const ProcessResult outcome = run("simulate coding.fa -o r.fa --truth missing/t.tsv");
   EXPECT_EQ(outcome.status, 1);
-  EXPECT_FALSE(fs::exists(path("r.fa")));
+  EXPECT_FALSE(test::fileExists(path("r.fa")));
 }
 
 TEST_F(Simulate, OutputThatIsAnInputIsRefusedAndTheInputStays) {
-  const std::string before = contents(path("coding.fa"));
+  const std::string before = contents("coding.fa");
   EXPECT_EQ(run("simulate coding.fa -o coding.fa").status, 2);
   EXPECT_EQ(run("simulate coding.fa --noncoding noncoding.fa --truth ./noncoding.fa").status, 2);
-  EXPECT_EQ(contents(path("coding.fa")), before);
-  EXPECT_NE(contents(path("noncoding.fa")), "");
+  EXPECT_EQ(contents("coding.fa"), before);
+  EXPECT_NE(contents("noncoding.fa"), "");
 }
 
 TEST_F(Simulate, FullDeviceLeavesTheOtherOutputAsItWas) {
   write("r.fa", "old");
   EXPECT_EQ(run("simulate coding.fa -o r.fa --truth /dev/full").status, 1);
-  EXPECT_EQ(contents(path("r.fa")), "old");
+  EXPECT_EQ(contents("r.fa"), "old");
 }
 
 TEST_F(Simulate, ClosedPipeEndsQuietly) {
-  const Outcome outcome = run(
+  const ProcessResult outcome = run(
       "simulate --read-count 100000 coding.fa 2> pipe_err | head -c 1 > /dev/null; cat pipe_err");
   EXPECT_EQ(outcome.out, "");
 }
@@ -279,7 +259,7 @@ TEST_F(Simulate, WrongCommandLinesAreUsageErrors) {
                                 "simulate -o '' coding.fa",
                                 "simulate --reads 5 coding.fa",
                                 "simulate - -"}) {
-    const Outcome outcome = run(arguments);
+    const ProcessResult outcome = run(arguments);
     EXPECT_EQ(outcome.status, 2) << arguments;
     EXPECT_EQ(outcome.out, "") << arguments;
     EXPECT_EQ(outcome.err.rfind("velto: ", 0), 0U) << arguments << outcome.err;
@@ -294,7 +274,7 @@ TEST_F(Simulate, VersionTellsTheModelFormatToo) {
 
 TEST_F(Simulate, HelpAndVersionSucceedOnStandardOutput) {
   for (const char* arguments : {"--help", "--version", "simulate --help"}) {
-    const Outcome outcome = run(arguments);
+    const ProcessResult outcome = run(arguments);
     EXPECT_EQ(outcome.status, 0) << arguments;
     EXPECT_NE(outcome.out, "") << arguments;
     EXPECT_EQ(outcome.err, "") << arguments;

@@ -1,21 +1,18 @@
 // Runs the command as a process, mostly on inputs that fail: a training of the vote is too slow for
 // a test.
 #include <gtest/gtest.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
 #include <array>
-#include <cstdlib>
 #include <filesystem>
-#include <fstream>
 #include <iterator>
 #include <random>
 #include <string>
 
+#include "tests/support/process.h"
+#include "tests/support/temp_dir.h"
+
 namespace velto {
 namespace {
-
-namespace fs = std::filesystem;
 
 // Transcripts in which TAA and TAG are the commonest of codons and TGA alone is a stop codon.
 class CiliateSpecies {
@@ -72,40 +69,31 @@ std::size_t lines(const std::string& text, const std::string& word) {
 class Train : public testing::Test {
  protected:
   void SetUp() override {
-    directory_ = fs::path(testing::TempDir()) / ("train_test." + std::to_string(getpid()));
-    fs::create_directory(directory_);
     // CC ATG AAA GGG TAG TT, one with a stop inside, and a non-coding record.
     write("coding.fa", ">t CDS=3-14 chr1\nCCATGAAAGGGTAGTT\n>u CDS=1-9\nATGTAATAG\n");
     write("noncoding.fa", ">n chr1\nACGTACGT\n");
   }
-  void TearDown() override { fs::remove_all(directory_); }
 
   void write(const std::string& name, const std::string& text) {
-    std::ofstream(directory_ / name) << text;
+    test::writeFile(directory_.file(name), text);
   }
 
-  std::string read(const std::string& name) const {
-    std::ifstream in(directory_ / name);
-    return {std::istreambuf_iterator<char>(in), {}};
-  }
+  std::string read(const std::string& name) const { return test::readFile(directory_.file(name)); }
+
+  bool exists(const std::string& name) const { return test::fileExists(directory_.file(name)); }
 
   // Runs `velto train` with these arguments; returns its status and keeps its messages.
   int run(const std::string& arguments) { return velto("train " + arguments); }
 
+  // The arguments are those of the shell.
   int velto(const std::string& arguments) {
-    const std::string command = "cd '" + directory_.string() + "' && '" VELTO_PROGRAM "' " +
-                                arguments + " > stdout 2> stderr";
-    const int raw = std::system(command.c_str());
-    errors_ = read("stderr");
-    return WIFEXITED(raw) ? WEXITSTATUS(raw) : -1;
+    const test::ProcessResult result =
+        test::runShell("'" VELTO_PROGRAM "' " + arguments, directory_.path());
+    errors_ = result.err;
+    return result.status;
   }
 
-  std::size_t entries() const {
-    return static_cast<std::size_t>(
-        std::distance(fs::directory_iterator(directory_), fs::directory_iterator()));
-  }
-
-  fs::path directory_;
+  test::TempDir directory_;
   std::string errors_;
 };
 
@@ -114,7 +102,8 @@ TEST_F(Train, TooLittleDataIsSaidAtOnceAndLeavesNothing) {
   EXPECT_NE(errors_.find("velto: too little data: 1 coding transcripts, at least 50 are needed"),
             std::string::npos)
       << errors_;
-  EXPECT_EQ(entries(), 4U);  // the two inputs and the two streams
+  const std::filesystem::directory_iterator entries(directory_.path());
+  EXPECT_EQ(std::distance(begin(entries), end(entries)), 2);  // the two inputs
 }
 
 TEST_F(Train, EveryDecoderNeedsFiftyTranscriptsOfEitherKind) {
@@ -139,7 +128,6 @@ TEST_F(Train, TranscriptsAreReadByTheGeneticCode) {
 
 // The default model is damaged, which costs the comparison only.
 TEST_F(Train, ModelOfAnotherGeneticCodeReadsThroughWhatStopsElsewhere) {
-  fs::create_directory(directory_ / "param-human");
   write("param-human/model.json", "{");
   CiliateSpecies species;
   write("coding.fa", species.codingTranscripts(60));
@@ -176,7 +164,7 @@ TEST_F(Train, StopCodonsThatDecodersDoNotKnowAreAnError) {
 
 TEST_F(Train, HeldBackTranscriptsDoNotReplaceAnInput) {
   EXPECT_EQ(run("--coding coding.fa --noncoding noncoding.fa -o model --held-back coding.fa"), 2);
-  EXPECT_TRUE(fs::file_size(directory_ / "coding.fa") > 0);
+  EXPECT_NE(read("coding.fa"), "");
 }
 
 TEST_F(Train, RefusedTranscriptsAreCountedByReason) {
@@ -206,10 +194,9 @@ TEST_F(Train, MissingNoncodingTranscriptsSayWhereSuchComeFrom) {
 TEST_F(Train, MissingFileAndNonEmptyOutputFail) {
   EXPECT_EQ(run("--coding missing.fa --noncoding noncoding.fa -o model"), 1);
   EXPECT_EQ(errors_.rfind("velto: missing.fa: ", 0), 0U) << errors_;
-  fs::create_directory(directory_ / "model");
   write("model/kept", "text");
   EXPECT_EQ(run("--coding coding.fa --noncoding noncoding.fa -o model"), 1);
-  EXPECT_TRUE(fs::exists(directory_ / "model" / "kept"));
+  EXPECT_TRUE(exists("model/kept"));
 }
 
 TEST_F(Train, WrongCommandLinesAreUsageErrors) {

@@ -47,4 +47,8 @@ ProcessResult runProcess(const std::string& program, const std::vector<std::stri
   return result;
 }
 
+ProcessResult runShell(const std::string& line, const std::string& directory) {
+  return runProcess("/bin/sh", {"-c", line}, directory);
+}
+
 }  // namespace velto::test

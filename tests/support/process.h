@@ -16,4 +16,7 @@ struct ProcessResult {
 ProcessResult runProcess(const std::string& program, const std::vector<std::string>& arguments,
                          const std::string& directory, const std::string& input = "");
 
+// Runs a line of the shell in `directory`, and waits for its end.
+ProcessResult runShell(const std::string& line, const std::string& directory);
+
 }  // namespace velto::test
