@@ -65,8 +65,12 @@ void addCalibrationOptions(CLI::App& command, CalibrationLine& line) {
   command.add_flag("--ignore-qualities", line.ignoreQualities, "Make no use of base qualities");
 }
 
+Calibration calibrationIn(const std::string& summary) {
+  return parseCalibration(textOf(summary), summary);
+}
+
 Calibration knownCalibration(const CalibrationLine& line) {
-  if (!line.file.empty()) return parseCalibration(textOf(line.file), line.file);
+  if (!line.file.empty()) return calibrationIn(line.file);
   Calibration known;
   if (!line.errorRates.empty()) known.errorRates = parseErrorRates(line.errorRates);
   known.codingShare = line.codingShare;

@@ -20,6 +20,9 @@ struct CalibrationLine {
 // Adds --error-rates, --coding-share, --truncated-share, --calibration and --ignore-qualities.
 void addCalibrationOptions(CLI::App& command, CalibrationLine& line);
 
+// What the summary of a run tells that it learnt. Throws Error for a file that cannot be read.
+Calibration calibrationIn(const std::string& summary);
+
 // What these options tell. Throws CLI::ValidationError for error rates that are none, and Error for
 // a file that cannot be read.
 Calibration knownCalibration(const CalibrationLine& line);

@@ -40,4 +40,13 @@ void requireDecimalNumbers(CLI::App& app) {
   }
 }
 
+CLI::Validator atLeast(int least) {
+  const auto check = [least](const std::string& text) -> std::string {
+    double value = 0.0;
+    const bool isNumber = CLI::detail::lexical_cast(text, value);
+    return isNumber && value >= least ? "" : "must be " + std::to_string(least) + " or more";
+  };
+  return CLI::Validator(check, "");
+}
+
 }  // namespace velto

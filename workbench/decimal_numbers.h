@@ -10,4 +10,7 @@ namespace velto {
 // be called when all options are there, before the command line is parsed.
 void requireDecimalNumbers(CLI::App& app);
 
+// Takes numbers from `least` on: CLI11's own checks name the highest number there is, too.
+CLI::Validator atLeast(int least);
+
 }  // namespace velto

@@ -51,6 +51,14 @@ TEST(DecimalNumbers, OthersAreRefused) {
   EXPECT_THROW(parsed("--count", "0101"), CLI::ValidationError);  // beyond its range
 }
 
+TEST(DecimalNumbers, LeastValuesAreNamedAlone) {
+  const CLI::Validator fromOne = atLeast(1);
+  EXPECT_EQ(fromOne("1"), "");
+  EXPECT_EQ(fromOne("12.5"), "");
+  EXPECT_EQ(fromOne("0.99"), "must be 1 or more");
+  EXPECT_EQ(fromOne("-1"), "must be 1 or more");
+}
+
 TEST(DecimalNumbers, TextsMayHoldAnything) {
   EXPECT_EQ(parsed("--name", "0x10").name, "0x10");
   EXPECT_EQ(parsed("--name", "007").name, "007");

@@ -11,6 +11,7 @@
 #include "evaluation/model_evaluation.h"
 #include "evaluation/rate_series.h"
 #include "seqio/output_set.h"
+#include "workbench/decimal_numbers.h"
 #include "workbench/file_options.h"
 #include "workbench/installed_models.h"
 #include "workbench/sampling_options.h"
@@ -276,15 +277,14 @@ void addEvaluateCommand(CLI::App& app) {
       ->type_name("FILE");
   addSamplingOptions(*command, line->sampling);
   command->add_option("--indel-scale", line->indelScale, "Factor of both indel rates (default: 1)")
-      ->check(CLI::NonNegativeNumber);
+      ->check(atLeast(0));
   command->add_option("--json", options.jsonPath, "JSON file; - for standard output, no tables")
       ->type_name("FILE")
       ->check(fileName());
   command->add_option("--plots", options.plotsPath, "Folder for plots as SVG")
       ->type_name("DIR")
       ->check(fileName());
-  command->add_option("-t,--threads", options.threads, "Threads (default: all)")
-      ->check(CLI::PositiveNumber);
+  addThreadsOption(*command, options.threads);
   command->callback([command, line] { run(*command, *line); });
 }
 

@@ -7,6 +7,7 @@
 
 #include "simulation/transcript_file.h"
 #include "velto/velto.h"
+#include "workbench/decimal_numbers.h"
 #include "workbench/parse_number.h"
 #include "workbench/prediction_options.h"
 
@@ -85,13 +86,13 @@ void addSamplingOptions(CLI::App& command, SamplingLine& line) {
   auto* reads =
       command
           .add_option("--read-count", line.reads, "Number of reads, each from a random transcript")
-          ->check(CLI::NonNegativeNumber);
+          ->check(atLeast(0));
   command
       .add_option("--per-transcript", line.perTranscript, "Reads of each transcript (default: 1)")
-      ->check(CLI::PositiveNumber)
+      ->check(atLeast(1))
       ->excludes(reads);
   command.add_option("--seed", line.seed, "The same seed gives the same bytes (default: 1)")
-      ->check(CLI::NonNegativeNumber);
+      ->check(atLeast(0));
   addGeneticCodeOption(command, line.geneticCode);
 }
 

@@ -235,8 +235,7 @@ void addScanCommand(CLI::App& app) {
       ->required();
   addModelOption(*command, line->modelDirectory);
   addDecoderOption(*command, line->decoder);
-  command->add_option("-t,--threads", line->threads, "Threads (default: all)")
-      ->check(CLI::Range(1, 1024));
+  addThreadsOption(*command, line->threads);
   command->set_version_flag("--version", std::string("velto ") + VELTO_VERSION);
   addOutputOptions(*command, *line);
   addStrandOption(*command, line->strand);

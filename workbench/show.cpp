@@ -19,6 +19,8 @@
 #include "seqio/output_file.h"
 #include "seqio/record_reader.h"
 #include "velto/velto.h"
+#include "workbench/calibration_options.h"
+#include "workbench/decimal_numbers.h"
 #include "workbench/file_options.h"
 #include "workbench/prediction_options.h"
 
@@ -34,6 +36,7 @@ struct CommandLine {
   std::string decoder;  // empty: the model's default
   std::string strand = "both";
   int geneticCode = 1;
+  std::string calibration;  // file; empty: the read is predicted alone
   bool exactCase = false;
   std::string output;  // of the page; empty: text
   std::string colour = "auto";
@@ -76,7 +79,8 @@ bool wantsColours(const std::string& choice) {
 
 void show(const CommandLine& line) {
   const Record record = wantedRecord(line);
-  const Predictor predictor(line.modelDirectory, line.decoder);
+  Predictor predictor(line.modelDirectory, line.decoder);
+  if (!line.calibration.empty()) predictor = predictor.calibrated(calibrationIn(line.calibration));
   PredictOptions options;
   options.letters = line.exactCase ? Letters::kExact : Letters::kFolded;
   options.strand = strandNamed(line.strand);
@@ -117,18 +121,24 @@ void addShowCommand(CLI::App& app) {
   CLI::Option* name =
       command->add_option("-r,--read", line->name, "Name of the read")->type_name("NAME");
   command->add_option("-n,--number", line->number, "Place of the read in the file, from 1")
-      ->check(CLI::PositiveNumber)
+      ->check(atLeast(1))
       ->excludes(name)
       ->capture_default_str();
   addModelOption(*command, line->modelDirectory);
   addDecoderOption(*command, line->decoder);
   addStrandOption(*command, line->strand);
   addGeneticCodeOption(*command, line->geneticCode);
+  command
+      ->add_option("--calibration", line->calibration,
+                   "Summary of a run of velto scan over the read's file: what that learnt is taken")
+      ->type_name("FILE")
+      ->check(fileName());
   command->add_flag("--exact-case", line->exactCase, "Only upper-case A, C, G, T are bases");
   command->set_version_flag("--version", std::string("velto ") + VELTO_VERSION);
   addDrawingOptions(*command, *line);
   command->callback([line] {
-    requireDistinctFiles({line->input}, {line->output.empty() ? "-" : line->output});
+    requireDistinctFiles({line->input, line->calibration},
+                         {line->output.empty() ? "-" : line->output});
     show(*line);
   });
 }

@@ -69,6 +69,22 @@ TEST_F(ShowTest, WritesAPageThatIsWellFormed) {
   EXPECT_EQ(parsed.status, 0) << parsed.err;
 }
 
+TEST_F(ShowTest, TakesWhatARunOverTheFileLearnt) {
+  const auto shown = [&](const std::vector<std::string>& more) {
+    std::vector<std::string> all = {"show",      "-d",  VELTO_SOURCE "/param-human",
+                                    "--columns", "200", "-"};
+    all.insert(all.end(), more.begin(), more.end());
+    return test::runProcess(VELTO_PROGRAM, all, work.path(), sample);
+  };
+  EXPECT_TRUE(holds(shown({}).out, "one is extra at"));
+  test::writeFile(work.file("none.json"), R"({"calibration": {"reads": 100, "error_rates":
+    {"insertion": 0, "deletion": 0, "substitution": 0}, "coding_share": 0.5,
+    "truncated_share": 0.5, "qualities": []}})");
+  const ProcessResult clean = shown({"--calibration", "none.json"});
+  EXPECT_TRUE(holds(clean.out, "no base is missing or extra")) << clean.out << clean.err;
+  EXPECT_EQ(shown({"--calibration", "missing.json"}).status, 1);
+}
+
 TEST_F(ShowTest, BadCommandLinesHaveStatus2) {
   EXPECT_EQ(show({}, "").status, 2);
   EXPECT_EQ(show({"-", "--read", "a", "--number", "2"}, "").status, 2);

@@ -5,7 +5,13 @@
 #include <tbb/info.h>
 #include <tbb/task_arena.h>
 
+#include <CLI/CLI.hpp>
+
 namespace velto {
+
+inline void addThreadsOption(CLI::App& command, int& threads) {
+  command.add_option("-t,--threads", threads, "Threads (default: all)")->check(CLI::Range(1, 1024));
+}
 
 // The number asked for, 0: as many as there are processors that this process may use.
 inline int threadCount(int wanted) {

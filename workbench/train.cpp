@@ -41,6 +41,7 @@ constexpr Hint kHints[] = {
      "pc_transcripts.fa (its transcripts.fa has no regions)"},
     {Refusal::kNoStopCodon,
      "the CDS of some GTF files leave out the stop codon: gffread --adj-stop adds it"},
+    {Refusal::kOutOfRange, "positions count from 1, along the transcript"},
     {Refusal::kNoStartCodon, "positions count from 1 and include the start codon"},
     {Refusal::kBrokenCodon, "positions count from 1, and both ends belong to the region"},
     {Refusal::kUnexpectedRegion,
@@ -285,8 +286,7 @@ void addTrainCommand(CLI::App& app) {
       ->type_name("FILE")
       ->check(fileName());
   command->add_option("--seed", options->seed, "The same seed gives the same model (default: 1)");
-  command->add_option("-t,--threads", options->threads, "Threads (default: all)")
-      ->check(CLI::PositiveNumber);
+  addThreadsOption(*command, options->threads);
   addGeneticCodeOption(*command, options->geneticCode);
   command->add_flag("--quick", options->quick, "A first try in less time, somewhat less accurate");
   command->add_flag("-q,--quiet", options->quiet, "No progress and no remarks");
