@@ -7,6 +7,7 @@
 #include "seqio/byte_source.h"
 #include "seqio/test_bam.h"
 #include "seqio/test_files.h"
+#include "tests/support/temp_dir.h"
 
 namespace velto {
 namespace {
@@ -42,7 +43,7 @@ class DamagedInputTest : public testing::Test {
     }
   }
 
-  TestFolder folder_;
+  test::TempDir folder_;
 };
 
 TEST_F(DamagedInputTest, GzipCutAnywhereIsAnError) { expectCutsAreErrors(gzip(kFasta), {0}); }
@@ -58,7 +59,9 @@ TEST_F(DamagedInputTest, BgzfCutAnywhereIsAnError) {
   expectCutsAreErrors(bgzfBlock(kFastq) + bgzfBlock(""), {0});
 }
 
-TEST_F(DamagedInputTest, BamCutAnywhereIsAnError) { expectCutsAreErrors(bytesOf(bamFile()), {0}); }
+TEST_F(DamagedInputTest, BamCutAnywhereIsAnError) {
+  expectCutsAreErrors(test::readFile(bamFile()), {0});
+}
 
 TEST_F(DamagedInputTest, UncompressedBamCutWithinARecordIsAnError) {
   const std::string bytes = unpacked(bamFile());
@@ -158,7 +161,7 @@ TEST_F(DamagedInputTest, AlteredBytesGiveRecordsOrAnInputError) {
   const std::vector<std::string> files = {kFasta,
                                           kFastq,
                                           gzip(kFasta),
-                                          bytesOf(bamFile()),
+                                          test::readFile(bamFile()),
                                           unpacked(bamFile()),
                                           bgzfBlock(kFastq) + bgzfBlock("")};
   for (const std::string& file : files) {

@@ -5,7 +5,10 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <filesystem>
+
 #include "seqio/test_files.h"
+#include "tests/support/temp_dir.h"
 
 namespace velto {
 namespace {
@@ -31,7 +34,7 @@ class FileIdentityTest : public testing::Test {
     return clash;
   }
 
-  TestFolder folder_;
+  test::TempDir folder_;
   const std::string in_ = folder_.file("in");
   const std::string out_ = folder_.file("out");
 };

@@ -2,7 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
+
 #include "seqio/test_files.h"
+#include "tests/support/temp_dir.h"
 
 namespace velto {
 namespace {
@@ -24,7 +27,7 @@ class OutputDirectoryTest : public testing::Test {
     fs::create_directory(name());
     store(name() + "/old", "old");
   }
-  TestFolder folder_;
+  test::TempDir folder_;
 };
 
 TEST_F(OutputDirectoryTest, AppearsWithItsFilesOnlyAtCommit) {
@@ -32,7 +35,7 @@ TEST_F(OutputDirectoryTest, AppearsWithItsFilesOnlyAtCommit) {
   directory.write("a", "text");
   EXPECT_FALSE(fs::exists(name()));
   directory.commit();
-  EXPECT_EQ(bytesOf(name() + "/a"), "text");
+  EXPECT_EQ(test::readFile(name() + "/a"), "text");
   EXPECT_EQ(folder_.entries(), 1U);
 }
 
@@ -49,14 +52,14 @@ TEST_F(OutputDirectoryTest, EmptyFolderIsTakenOver) {
   OutputDirectory directory(name() + "/");
   directory.write("a", "text");
   directory.commit();
-  EXPECT_EQ(bytesOf(name() + "/a"), "text");
+  EXPECT_EQ(test::readFile(name() + "/a"), "text");
   EXPECT_EQ(folder_.entries(), 1U);
 }
 
 TEST_F(OutputDirectoryTest, FolderWithFilesIsRefusedAndStays) {
   makeOld();
   EXPECT_EQ(errorOfMaking(name()), name() + ": will not replace: Directory not empty");
-  EXPECT_EQ(bytesOf(name() + "/old"), "old");
+  EXPECT_EQ(test::readFile(name() + "/old"), "old");
   EXPECT_EQ(folder_.entries(), 1U);
 }
 
@@ -66,7 +69,7 @@ TEST_F(OutputDirectoryTest, FolderFilledMeanwhileIsRefusedAtCommit) {
     makeOld();
     EXPECT_THROW(directory.commit(), OutputError);
   }
-  EXPECT_EQ(bytesOf(name() + "/old"), "old");
+  EXPECT_EQ(test::readFile(name() + "/old"), "old");
   EXPECT_EQ(folder_.entries(), 1U);
 }
 
@@ -76,8 +79,8 @@ TEST_F(OutputDirectoryTest, WriteMakesFilesAndTheFoldersTheyAreIn) {
   directory.write("a/b/one", "1");
   directory.write("a/b/two", "2");
   directory.commit();
-  EXPECT_EQ(bytesOf(name() + "/card.json"), "{}");
-  EXPECT_EQ(bytesOf(name() + "/a/b/one") + bytesOf(name() + "/a/b/two"), "12");
+  EXPECT_EQ(test::readFile(name() + "/card.json"), "{}");
+  EXPECT_EQ(test::readFile(name() + "/a/b/one") + test::readFile(name() + "/a/b/two"), "12");
   EXPECT_EQ(folder_.entries(), 1U);
 }
 

@@ -7,8 +7,10 @@
 
 #include <cerrno>
 #include <csignal>
+#include <filesystem>
 
 #include "seqio/test_files.h"
+#include "tests/support/temp_dir.h"
 
 namespace velto {
 namespace {
@@ -27,7 +29,7 @@ std::string errorOfWriting(const std::string& path, const std::string& text) {
 class OutputFileTest : public testing::Test {
  protected:
   std::string name() const { return folder_.file("out"); }
-  TestFolder folder_;
+  test::TempDir folder_;
 };
 
 TEST_F(OutputFileTest, AppearsWithItsTextOnlyAtCommit) {
@@ -38,27 +40,27 @@ TEST_F(OutputFileTest, AppearsWithItsTextOnlyAtCommit) {
   EXPECT_FALSE(std::filesystem::exists(name()));
   EXPECT_EQ(folder_.entries(), 1U);
   file.commit();
-  EXPECT_EQ(bytesOf(name()), "one\ntwo\n");
+  EXPECT_EQ(test::readFile(name()), "one\ntwo\n");
   EXPECT_EQ(folder_.entries(), 1U);
 }
 
 TEST_F(OutputFileTest, WithoutCommitNothingIsLeftAndTheOldFileStays) {
   store(name(), "old");
   { OutputFile(name()).write("new"); }
-  EXPECT_EQ(bytesOf(name()), "old");
+  EXPECT_EQ(test::readFile(name()), "old");
   EXPECT_EQ(folder_.entries(), 1U);
 }
 
 TEST_F(OutputFileTest, CommitReplacesTheOldFile) {
   store(name(), "old and long");
   EXPECT_EQ(errorOfWriting(name(), "new"), "");
-  EXPECT_EQ(bytesOf(name()), "new");
+  EXPECT_EQ(test::readFile(name()), "new");
 }
 
 TEST_F(OutputFileTest, FileWithoutTextIsMade) {
   EXPECT_EQ(errorOfWriting(name(), ""), "");
   EXPECT_TRUE(std::filesystem::exists(name()));
-  EXPECT_EQ(bytesOf(name()), "");
+  EXPECT_EQ(test::readFile(name()), "");
 }
 
 // A block is 65280 bytes.
@@ -78,7 +80,7 @@ TEST_F(OutputFileTest, TextAroundTheBlockSizeIsKeptWhole) {
 
 TEST_F(OutputFileTest, GzipIsChosenByNameOrFlag) {
   const auto isGzip = [](const std::string& path) {
-    return bytesOf(path).substr(0, 2) == "\x1f\x8b";
+    return test::readFile(path).substr(0, 2) == "\x1f\x8b";
   };
   const auto write = [](const std::string& path, OutputFile::Format format) {
     OutputFile file(path, format);
@@ -100,7 +102,7 @@ TEST_F(OutputFileTest, GzipIsChosenByNameOrFlag) {
 
 TEST_F(OutputFileTest, EmptyGzipIsWhole) {
   EXPECT_EQ(errorOfWriting(name() + ".gz", ""), "");
-  EXPECT_EQ(bytesOf(name() + ".gz"), bgzfBlock(""));
+  EXPECT_EQ(test::readFile(name() + ".gz"), bgzfBlock(""));
 }
 
 TEST_F(OutputFileTest, SymbolicLinkStaysAndItsTargetIsReplaced) {
@@ -108,7 +110,7 @@ TEST_F(OutputFileTest, SymbolicLinkStaysAndItsTargetIsReplaced) {
   std::filesystem::create_symlink(name(), folder_.file("link"));
   EXPECT_EQ(errorOfWriting(folder_.file("link"), "new"), "");
   EXPECT_TRUE(std::filesystem::is_symlink(folder_.file("link")));
-  EXPECT_EQ(bytesOf(name()), "new");
+  EXPECT_EQ(test::readFile(name()), "new");
 }
 
 TEST_F(OutputFileTest, DeviceIsWrittenDirectly) {
@@ -147,7 +149,7 @@ TEST_F(OutputFileTest, StandardOutputIsWrittenBehindWhatItHolds) {
     close(saved);
     close(target);
     EXPECT_EQ(error, "");
-    EXPECT_EQ(bytesOf(name()), "head\ntext\n") << path;
+    EXPECT_EQ(test::readFile(name()), "head\ntext\n") << path;
     EXPECT_EQ(folder_.entries(), 1U);
   }
 }
@@ -185,9 +187,9 @@ TEST_F(OutputFileTest, OfTwoFilesOfOneNameTheLastOneStays) {
     second.write("second");
     first.commit();
     second.commit();
-    EXPECT_EQ(bytesOf(name()), "second");
+    EXPECT_EQ(test::readFile(name()), "second");
   }
-  EXPECT_EQ(bytesOf(name()), "second");
+  EXPECT_EQ(test::readFile(name()), "second");
   EXPECT_EQ(folder_.entries(), 1U);
 }
 
@@ -197,11 +199,11 @@ TEST_F(OutputFileTest, TakenBackTheOldFileStandsThereAgain) {
     OutputFile file(name());
     file.write("new");
     file.commit();
-    EXPECT_EQ(bytesOf(name()), "new");
+    EXPECT_EQ(test::readFile(name()), "new");
     file.takeBack();
-    EXPECT_EQ(bytesOf(name()), "old");
+    EXPECT_EQ(test::readFile(name()), "old");
   }
-  EXPECT_EQ(bytesOf(name()), "old");
+  EXPECT_EQ(test::readFile(name()), "old");
   EXPECT_EQ(folder_.entries(), 1U);
 }
 
@@ -213,7 +215,7 @@ TEST_F(OutputFileTest, FolderMadeUnderTheNameMeanwhileStaysWithAllItHolds) {
     store(name() + "/inside", "text");
     EXPECT_THROW(file.commit(), OutputError);
   }
-  EXPECT_EQ(bytesOf(name() + "/inside"), "text");
+  EXPECT_EQ(test::readFile(name() + "/inside"), "text");
   EXPECT_EQ(folder_.entries(), 1U);
 }
 
@@ -223,7 +225,7 @@ TEST_F(OutputFileTest, FinishedFileAppearsAtCommit) {
   file.finish();
   EXPECT_FALSE(std::filesystem::exists(name()));
   file.commit();
-  EXPECT_EQ(bytesOf(name()), "text");
+  EXPECT_EQ(test::readFile(name()), "text");
 }
 
 mode_t modeOf(const std::string& path) {
@@ -247,7 +249,7 @@ TEST_F(OutputFileTest, ReadOnlyFileIsNotReplaced) {
   store(name(), "old");
   chmod(name().c_str(), 0444);
   EXPECT_EQ(errorOfWriting(name(), "new"), name() + ": cannot open: Permission denied");
-  EXPECT_EQ(bytesOf(name()), "old");
+  EXPECT_EQ(test::readFile(name()), "old");
   EXPECT_EQ(folder_.entries(), 1U);
 }
 
@@ -257,7 +259,7 @@ TEST_F(OutputFileTest, DanglingLinkStaysAndItsTargetIsMade) {
   std::filesystem::create_symlink("second", folder_.file("first"));
   EXPECT_EQ(errorOfWriting(folder_.file("first"), "new"), "");
   EXPECT_TRUE(std::filesystem::is_symlink(folder_.file("first")));
-  EXPECT_EQ(bytesOf(folder_.file("a/target")), "new");
+  EXPECT_EQ(test::readFile(folder_.file("a/target")), "new");
 }
 
 TEST_F(OutputFileTest, LinkInACircleIsAnError) {
@@ -270,7 +272,7 @@ TEST_F(OutputFileTest, LinkInACircleIsAnError) {
 TEST_F(OutputFileTest, NameAsLongAsTheSystemTakesWorks) {
   const std::string path = folder_.file(std::string(255, 'x'));
   EXPECT_EQ(errorOfWriting(path, "text"), "");
-  EXPECT_EQ(bytesOf(path), "text");
+  EXPECT_EQ(test::readFile(path), "text");
 }
 
 TEST_F(OutputFileTest, FailedRenameIsAnErrorAndLeavesNothing) {

@@ -4,7 +4,10 @@
 #include <gtest/gtest.h>
 #include <unistd.h>
 
+#include <filesystem>
+
 #include "seqio/test_files.h"
+#include "tests/support/temp_dir.h"
 
 namespace velto {
 namespace {
@@ -13,7 +16,7 @@ class OutputSetTest : public testing::Test {
  protected:
   std::string one() const { return folder_.file("one"); }
   std::string two() const { return folder_.file("two"); }
-  TestFolder folder_;
+  test::TempDir folder_;
 };
 
 TEST_F(OutputSetTest, AllFilesAppearAtCommit) {
@@ -24,7 +27,7 @@ TEST_F(OutputSetTest, AllFilesAppearAtCommit) {
   EXPECT_EQ(folder_.entries(), 2U);  // the temporary ones
   EXPECT_FALSE(std::filesystem::exists(one()));
   outputs.commit();
-  EXPECT_EQ(bytesOf(one()), "1");
+  EXPECT_EQ(test::readFile(one()), "1");
   EXPECT_EQ(unpacked(two()), "2");
   EXPECT_EQ(folder_.entries(), 2U);
 }
@@ -39,7 +42,7 @@ TEST_F(OutputSetTest, OutputThatFailsLeavesTheOthersAsTheyWere) {
     if (!fullFirst) outputs.add("/dev/full").write("text");
     EXPECT_THROW(outputs.commit(), OutputError);
   }
-  EXPECT_EQ(bytesOf(one()), "old");
+  EXPECT_EQ(test::readFile(one()), "old");
   EXPECT_EQ(folder_.entries(), 1U);
 }
 
@@ -55,7 +58,7 @@ TEST_F(OutputSetTest, NameThatCannotBeGivenLeavesAllFilesAsTheyWere) {
     std::filesystem::create_directory(three);  // since the output was opened
     EXPECT_THROW(outputs.commit(), OutputError);
   }
-  EXPECT_EQ(bytesOf(one()), "old");
+  EXPECT_EQ(test::readFile(one()), "old");
   EXPECT_FALSE(std::filesystem::exists(two()));
   EXPECT_TRUE(std::filesystem::is_directory(three));
   EXPECT_EQ(folder_.entries(), 2U);
@@ -70,7 +73,7 @@ TEST_F(OutputSetTest, FolderGoneSinceTheOpeningLeavesTheOthersAsTheyWere) {
   outputs.add(gone + "/two").write("new");
   std::filesystem::remove_all(gone);
   EXPECT_THROW(outputs.commit(), OutputError);
-  EXPECT_EQ(bytesOf(one()), "old");
+  EXPECT_EQ(test::readFile(one()), "old");
 }
 
 TEST_F(OutputSetTest, AfterAFailureOnlyStreamsGetTheirText) {
@@ -83,7 +86,7 @@ TEST_F(OutputSetTest, AfterAFailureOnlyStreamsGetTheirText) {
     outputs.finishStreams();
   }
   close(descriptor);
-  EXPECT_EQ(bytesOf(two()), "2");
+  EXPECT_EQ(test::readFile(two()), "2");
   EXPECT_EQ(folder_.entries(), 1U);
 }
 

@@ -7,6 +7,7 @@
 
 #include "seqio/test_bam.h"
 #include "seqio/test_files.h"
+#include "tests/support/temp_dir.h"
 
 namespace velto {
 namespace {
@@ -27,7 +28,7 @@ class RecordReaderTest : public testing::Test {
   std::string errorOf(const std::string& bytes) { return readText(bytes).error; }
   std::string name() const { return folder_.file("reads"); }
 
-  TestFolder folder_;
+  test::TempDir folder_;
 };
 
 const char kFasta[] = ">a first read\nACGU\nnn\n>b\nTT\n";
@@ -337,7 +338,7 @@ void withStandardInput(const std::string& file, bool pipeIt, Action action) {
   const int saved = dup(STDIN_FILENO);
   int ends[2];
   if (pipeIt) {
-    const std::string bytes = bytesOf(file);  // less than a pipe holds
+    const std::string bytes = test::readFile(file);  // less than a pipe holds
     ASSERT_EQ(pipe(ends), 0);
     ASSERT_EQ(write(ends[1], bytes.data(), bytes.size()), static_cast<ssize_t>(bytes.size()));
     close(ends[1]);

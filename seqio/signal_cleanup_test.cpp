@@ -6,11 +6,13 @@
 #include <unistd.h>
 
 #include <csignal>
+#include <filesystem>
 #include <functional>
 
 #include "seqio/output_directory.h"
 #include "seqio/output_file.h"
 #include "seqio/test_files.h"
+#include "tests/support/temp_dir.h"
 
 namespace velto {
 namespace {
@@ -32,7 +34,7 @@ class SignalCleanupTest : public testing::Test {
   }
 
   std::string name() const { return folder_.file("out"); }
-  TestFolder folder_;
+  test::TempDir folder_;
 };
 
 TEST_F(SignalCleanupTest, EndsWithTheSignalAndLeavesNoFile) {
@@ -68,7 +70,7 @@ TEST_F(SignalCleanupTest, FinishedAndForeignFilesStay) {
     finished.commit();
     raise(SIGINT);
   });
-  EXPECT_EQ(bytesOf(name()), "old");
+  EXPECT_EQ(test::readFile(name()), "old");
   EXPECT_EQ(folder_.entries(), 2U);
 }
 

@@ -2,13 +2,9 @@
 #pragma once
 
 #include <htslib/bgzf.h>
-#include <unistd.h>
 #include <zlib.h>
 
-#include <cstdlib>
-#include <filesystem>
 #include <fstream>
-#include <iterator>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -17,30 +13,6 @@
 #include "seqio/record_reader.h"
 
 namespace velto {
-
-// A folder of its own, removed at the end.
-class TestFolder {
- public:
-  TestFolder() : path_(std::filesystem::temp_directory_path() / "velto_seqio_XXXXXX") {
-    std::string pattern = path_.string();
-    if (mkdtemp(pattern.data()) == nullptr) throw std::runtime_error("no temporary folder");
-    path_ = pattern;
-  }
-  ~TestFolder() { std::filesystem::remove_all(path_); }
-  std::string file(const std::string& name) const { return (path_ / name).string(); }
-  std::string path() const { return path_.string(); }
-  std::size_t entries() const {
-    return static_cast<std::size_t>(std::distance(std::filesystem::directory_iterator(path_), {}));
-  }
-
- private:
-  std::filesystem::path path_;
-};
-
-inline std::string bytesOf(const std::string& path) {
-  std::ifstream file(path, std::ios::binary);
-  return {std::istreambuf_iterator<char>(file), {}};
-}
 
 inline std::string store(const std::string& path, const std::string& bytes) {
   std::ofstream(path, std::ios::binary) << bytes;

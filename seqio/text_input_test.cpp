@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "seqio/test_files.h"
+#include "tests/support/temp_dir.h"
 
 namespace velto {
 namespace {
@@ -22,7 +23,7 @@ class TextInputTest : public testing::Test {
     return lines;
   }
   std::string name() const { return folder_.file("text"); }
-  TestFolder folder_;
+  test::TempDir folder_;
 };
 
 using Lines = std::vector<std::string>;

@@ -5,6 +5,7 @@
 
 #include <filesystem>
 #include <fstream>
+#include <iterator>
 #include <sstream>
 #include <stdexcept>
 
@@ -19,6 +20,10 @@ TempDir::TempDir() {
 TempDir::~TempDir() {
   std::error_code ignored;
   std::filesystem::remove_all(path_, ignored);
+}
+
+std::size_t TempDir::entries() const {
+  return static_cast<std::size_t>(std::distance(std::filesystem::directory_iterator(path_), {}));
 }
 
 std::string readFile(const std::string& path) {

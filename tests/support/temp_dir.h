@@ -1,6 +1,7 @@
 // A directory of its own for one test, and whole files as strings.
 #pragma once
 
+#include <cstddef>
 #include <string>
 
 namespace velto::test {
@@ -16,6 +17,8 @@ class TempDir {
   const std::string& path() const { return path_; }
   // Path of a file in the directory.
   std::string file(const std::string& name) const { return path_ + "/" + name; }
+  // How many files and directories are in it.
+  std::size_t entries() const;
 
  private:
   std::string path_;
