@@ -179,6 +179,7 @@ class RowReader {
     row.startExact = exact(8, row.isCoding());
     row.stopExact = exact(9, row.isCoding());
     row.insertions = positions(10, row);
+    checkInserted(row);
     row.deletions = positions(11, row);
     row.reversed = fields_.size() > kStrand && isMinus();
     return row;
@@ -271,6 +272,21 @@ class RowReader {
       result.push_back(position);
     });
     return result;
+  }
+
+  // Inserted bases, which lie between the first and the last coding base, are no coding bases, and
+  // none stands twice.
+  void checkInserted(const TruthRow& row) const {
+    auto interval = row.coding.begin();
+    int before = -1;
+    for (const int position : row.insertions) {
+      while (interval->last < position) ++interval;
+      if (interval->first <= position || position == before) {
+        failAt(10,
+               "position " + std::to_string(position + 1) + " is a coding base or stands twice");
+      }
+      before = position;
+    }
   }
 
   static constexpr std::size_t kStrand = std::size(kColumns) - 1;

@@ -116,18 +116,21 @@ TEST(TruthTable, ErrorsNameFileLineAndColumn) {
 
 TEST(TruthTable, ContradictionsAreRefused) {
   EXPECT_EQ(messageOf("r\t16\tt\t1\t16\t3-14:2\t3\t14\texact\texact\t\t"), "accepted");
+  EXPECT_EQ(messageOf("r\t16\tt\t1\t15\t3-8:2,10-14:0\t3\t14\texact\texact\t9\t"), "accepted");
   const char* const kBroken[] = {
-      "r\t16\tt\t1\t16\t3-17:2\t3\t17\texact\texact\t\t",        // beyond the read
-      "r\t16\tt\t1\t16\t3-14:3\t3\t14\texact\texact\t\t",        // no such frame
-      "r\t16\tt\t1\t16\t3-14\t3\t14\texact\texact\t\t",          // no frame
-      "r\t16\tt\t1\t16\t3-9:2,9-14:0\t3\t14\texact\texact\t\t",  // overlap
-      "r\t16\tt\t1\t16\t3-14:2\t4\t14\texact\texact\t\t",        // other start
-      "r\t16\tt\t1\t16\t3-14:2\t3\t\texact\texact\t\t",          // no stop
-      "r\t16\tt\t1\t16\t3-14:2\t3\t14\tsure\texact\t\t",         // no such kind
-      "r\t16\tt\t1\t16\t\t\t\texact\t\t\t",                      // kind without region
-      "r\t16\tt\t1\t16\t3-14:2\t3\t14\texact\texact\t3\t",       // at the first base
-      "r\t16\tt\t1\t16\t3-14:2\t3\t14\texact\texact\t\t9,8",     // descending
-      "r\t16\tt\t0\t16\t3-14:2\t3\t14\texact\texact\t\t",        // 1-based
+      "r\t16\tt\t1\t16\t3-17:2\t3\t17\texact\texact\t\t",            // beyond the read
+      "r\t16\tt\t1\t16\t3-14:3\t3\t14\texact\texact\t\t",            // no such frame
+      "r\t16\tt\t1\t16\t3-14\t3\t14\texact\texact\t\t",              // no frame
+      "r\t16\tt\t1\t16\t3-9:2,9-14:0\t3\t14\texact\texact\t\t",      // overlap
+      "r\t16\tt\t1\t16\t3-14:2\t4\t14\texact\texact\t\t",            // other start
+      "r\t16\tt\t1\t16\t3-14:2\t3\t\texact\texact\t\t",              // no stop
+      "r\t16\tt\t1\t16\t3-14:2\t3\t14\tsure\texact\t\t",             // no such kind
+      "r\t16\tt\t1\t16\t\t\t\texact\t\t\t",                          // kind without region
+      "r\t16\tt\t1\t16\t3-14:2\t3\t14\texact\texact\t3\t",           // at the first base
+      "r\t16\tt\t1\t16\t3-14:2\t3\t14\texact\texact\t9\t",           // inserted and coding
+      "r\t16\tt\t1\t15\t3-8:2,10-14:0\t3\t14\texact\texact\t9,9\t",  // inserted twice
+      "r\t16\tt\t1\t16\t3-14:2\t3\t14\texact\texact\t\t9,8",         // descending
+      "r\t16\tt\t0\t16\t3-14:2\t3\t14\texact\texact\t\t",            // 1-based
   };
   for (const char* row : kBroken) EXPECT_NE(messageOf(row), "accepted") << row;
 }
