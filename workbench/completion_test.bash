@@ -3,6 +3,7 @@
 set -euo pipefail
 program=$1
 source "$2"
+cd "$(dirname "$2")/.."  # where the models are
 
 failures=0
 
@@ -36,6 +37,9 @@ expect "plus minus both" scan --strand =
 expect "minus" scan --strand = m
 expect "sanger-est" simulate --preset sa
 expect "" scan --strand nosuch
+expect "human" scan -d hum
+expect "human" evaluate --compare = hum
+expect "" scan --model nosuch
 expect "" scan reads.f       # names of files are left to bash
 expect "" scan -o out --quiet reads.f
 expect "" nosuch --gf

@@ -1,4 +1,5 @@
-# Bash completion of velto: subcommands, options and their values, as its own help tells them.
+# Bash completion of velto: subcommands, options and their values, as its own help tells them, and
+# installed models.
 
 # Values in "--option TEXT:{a,b}" of a help text.
 _velto_values() {  # HELP OPTION
@@ -27,6 +28,10 @@ _velto() {
     local options
     options=$(grep -oE '^ +(-[a-zA-Z],)?--[a-z][a-z0-9-]*' <<< "$help" | grep -oE -- '--.*')
     mapfile -t COMPREPLY < <(compgen -W "$options" -- "$word")
+  elif [[ $before == -d || $before == --model || $before == --compare ]]; then
+    local models
+    models=$("$program" models 2> /dev/null | awk 'NR > 1 && !seen[$1]++ { print $1 }')
+    mapfile -t COMPREPLY < <(compgen -W "$models" -- "$word"; compgen -d -- "$word")
   elif [[ $before == --* ]]; then
     mapfile -t COMPREPLY < <(compgen -W "$(_velto_values "$help" "$before")" -- "$word")
   fi
