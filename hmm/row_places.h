@@ -23,9 +23,12 @@ class RowPlaces {
   void fill(const WindowNetwork& network, const ReadContext& context, std::size_t read,
             std::size_t begin) {
     std::uint32_t* out = places_.data() + (kMostOffset + begin) * reads_ + read;
+    // Kept apart from what is written, which might change them for all that a compiler knows.
+    const int letters = network.letters, unknown = network.unknownKmer();
+    const std::uint32_t stride = stride_;
     for (std::size_t i = 0; i < context.length(); ++i, out += reads_) {
-      const int kmer = context.kmer(i, network.letters);
-      *out = static_cast<std::uint32_t>(kmer < 0 ? network.unknownKmer() : kmer) * stride_;
+      const int kmer = context.kmer(i, letters);
+      *out = static_cast<std::uint32_t>(kmer < 0 ? unknown : kmer) * stride;
     }
   }
 
