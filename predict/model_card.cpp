@@ -29,6 +29,8 @@ Json parse(const std::string& text, const std::string& path) {
   } catch (const Json::parse_error& error) {
     const auto end = text.begin() + static_cast<std::ptrdiff_t>(std::min(error.byte, text.size()));
     throw ModelError(path, 0, 1 + std::count(text.begin(), end, '\n'), "is not JSON");
+  } catch (const Json::out_of_range&) {
+    throw ModelError(path, 0, 0, "holds a number that is too large");
   }
 }
 

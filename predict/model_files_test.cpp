@@ -72,6 +72,7 @@ TEST_F(ModelFilesTest, CardWithoutDecodersLeavesThemToTheFiles) {
 TEST_F(ModelFilesTest, DamagedCardIsNamedWithItsLine) {
   EXPECT_EQ(cardError("{\"format\": 1,\n\"decoders\": [}"), ": line 2: is not JSON");
   EXPECT_EQ(cardError(""), ": line 1: is not JSON");
+  EXPECT_EQ(cardError(R"({"seed": 1e999})"), ": holds a number that is too large");
   EXPECT_EQ(cardError("[1]"), ": is not a JSON object");
   EXPECT_EQ(cardError(R"({"decoders": "vote"})"), ": the member 'decoders' is of a wrong type");
   EXPECT_EQ(cardError(R"({"decoders": [1]})"), ": the member 'decoders' is of a wrong type");
