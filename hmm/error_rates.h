@@ -21,10 +21,10 @@ struct LearntRates {
 };
 
 // Learns insertion, deletion and substitution rates by expectation maximisation on up to
-// kMostRateReads spread over the sample, those that look coding by the count tables alone; fewer than
-// kLeastReadsForRates reads have the default rates. Where the reads have qualities that differ,
-// their bins get rates of their own. The result depends on reads and model alone, in whatever order
-// its parts are run.
+// kMostRateReads reads spread over the sample, those that look coding by the count tables alone;
+// fewer than kLeastReadsForRates reads have the default rates. Where the reads have qualities that
+// differ, their bins get rates of their own. The result depends on reads and model alone, in
+// whatever order its parts are run.
 LearntRates learnErrorRates(const HmmModel& model, std::span<const ReadView> sample,
                             const ParallelFor& parallel);
 
