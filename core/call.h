@@ -14,8 +14,12 @@ namespace velto {
 // those of Prediction mean.
 struct Call {
   bool coding = false;
-  std::string model;   // which of the decoder's models served; may be empty
-  double score = 0.0;  // the decoder's own, more is better
+  std::string model;         // which of the decoder's models served; may be empty
+  double score = 0.0;        // the decoder's own, more is better
+  double strandScore = 0.0;  // likewise; of the two strands of a read, that with the higher one is
+                             // called
+  double strandTrust = 0.0;  // by how much more this strand is the right one than the difference of
+                             // strand scores says, as natural logarithm of odds
   double probability = std::numeric_limits<double>::quiet_NaN();
   int start = -1;                       // first base of the region's first codon; -1 unless coding
   int stop = -1;                        // last base; may lie up to two bases behind the read

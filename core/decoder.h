@@ -16,9 +16,9 @@ struct Wishes {
   bool scores = false;  // fill Call::scores
   // Least probability of a read that is called coding; NaN: the decoder's own threshold.
   double minProbability = std::numeric_limits<double>::quiet_NaN();
-  // [read] of decodeAll: of a read whose score is not above this one nothing but the score matters.
-  // Empty: all of every call is wanted.
-  std::span<const double> scoresToBeat{};
+  // [read] of decodeAll: of a read whose strand score is not above this one nothing but that score
+  // matters. Empty: all of every call is wanted.
+  std::span<const double> strandScoresToBeat{};
 };
 
 // Constant after construction; any number of threads may use one, each with scratch of its own.
@@ -49,11 +49,11 @@ class Decoder {
     for (std::size_t i = 0; i < reads.size(); ++i) decode(reads[i], wishes, scratch, calls[i]);
   }
 
-  // Turns the call of the strand with the higher score, decoded with these wishes, into that of a
-  // read of which the other strand was decoded too and has this score: a read that may as well code
-  // on the other strand codes on this one with a smaller probability.
-  virtual void weighOtherStrand(double otherScore, const Wishes& wishes, Call& call) const {
-    static_cast<void>(otherScore);
+  // Turns the call of the strand with the higher strand score, decoded with these wishes, into that
+  // of a read of which the other strand was decoded too and has this strand score: a read that may
+  // as well code on the other strand codes on this one with a smaller probability.
+  virtual void weighOtherStrand(double otherStrandScore, const Wishes& wishes, Call& call) const {
+    static_cast<void>(otherStrandScore);
     static_cast<void>(wishes);
     static_cast<void>(call);
   }

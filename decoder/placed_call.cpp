@@ -52,7 +52,7 @@ void callRegion(const std::vector<int>& path, int start, int end, Call& call) {
 
 void callPath(const std::vector<int>& path, double score, int length, Call& call) {
   const CodingRegion region = codingRegion(path, score);
-  call.score = score;
+  call.score = call.strandScore = score;
   call.coding = region.start >= 0;
   call.start = region.start;
   call.stop = region.stop;

@@ -33,6 +33,11 @@ inline float inversePower(float x) {
   return std::bit_cast<float>(0x7f000000U - exponent);
 }
 
+// The exponent of a positive power of two.
+inline int powerOf(float x) { return static_cast<int>(std::bit_cast<std::uint32_t>(x) >> 23) - 127; }
+
+constexpr double kLogOfTwo = 0.69314718055994531;
+
 // Natural logarithm of a positive normal number, within 1e-12.
 inline double naturalLog(double x) {
   int exponent = 0;
@@ -45,7 +50,7 @@ inline double naturalLog(double x) {
   const double t = (mantissa - 1.0) / (mantissa + 1.0), square = t * t;
   double sum = 0.0;
   for (int k = 17; k >= 1; k -= 2) sum = sum * square + 1.0 / k;
-  return 2.0 * t * sum + 0.69314718055994531 * exponent;
+  return 2.0 * t * sum + kLogOfTwo * exponent;
 }
 
 // 1 / (1 + e^-x); x is cut to -60 to 60.

@@ -150,14 +150,16 @@ double logOddsOfCoding(const StateRow& lastRow) {
   return std::clamp(odds, -80.0, 80.0);
 }
 
-double logLikelihood(const ForwardRows& forward) {
-  const float sum = sumOf(forward.state.back());
+double logLikelihood(const StateRow& lastRow, long power) {
+  const float sum = sumOf(lastRow);
   if (sum < std::numeric_limits<float>::min()) return -std::numeric_limits<double>::infinity();
-  double likelihood = naturalLog(sum);
-  for (const float scale : forward.scale) {
-    if (scale != 1.0f) likelihood -= naturalLog(scale);
-  }
-  return likelihood;
+  return naturalLog(sum) - kLogOfTwo * static_cast<double>(power);
+}
+
+double logLikelihood(const ForwardRows& forward) {
+  long power = 0;
+  for (const float scale : forward.scale) power += powerOf(scale);
+  return logLikelihood(forward.state.back(), power);
 }
 
 }  // namespace velto

@@ -68,4 +68,7 @@ double logOddsOfCoding(const StateRow& lastRow);
 // Natural logarithm of the sum over all paths; minus infinity where there is none.
 double logLikelihood(const ForwardRows& forward);
 
+// The same from the last row, scaled by 2^power.
+double logLikelihood(const StateRow& lastRow, long power);
+
 }  // namespace velto

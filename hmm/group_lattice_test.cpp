@@ -31,6 +31,7 @@ void expectGroupsLikeSingleReads(bool useNetwork) {
       const std::span<const std::size_t> one = groups[g].subspan(place, 1);
       alone.run(reads, one);
       EXPECT_EQ(together.evidence(place).logOdds, alone.evidence(0).logOdds);
+      EXPECT_EQ(together.evidence(place).logLikelihood, alone.evidence(0).logLikelihood);
       EXPECT_EQ(together.evidence(place).codingBases, alone.evidence(0).codingBases);
       for (std::size_t i = 0; i < reads[one.front()].codes.size(); ++i) {
         expectSame(together.errorPosterior(place, i), alone.errorPosterior(0, i));

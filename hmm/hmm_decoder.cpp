@@ -33,16 +33,17 @@ struct HmmScratch : Decoder::Scratch {
 #ifdef VELTO_HIGHWAY
   HmmScratch(const HmmModel& model, const FileRates& rates) : lanes(model, rates, true) {}
 
-  // Whether no read of the group, run forward, has a score above those to beat; then sets the
-  // scores of their calls.
-  bool isBeaten(std::span<const std::size_t> group, std::span<const double> scoresToBeat,
-                std::span<Call> calls) const {
-    if (scoresToBeat.empty()) return false;
+  // Whether no read of the group, run forward, has a strand score above those to beat; then sets
+  // the scores of their calls.
+  bool isBeaten(std::span<const std::size_t> group, const StrandDecision& decision,
+                std::span<const double> toBeat, std::span<Call> calls) const {
+    if (toBeat.empty()) return false;
     for (std::size_t lane = 0; lane < group.size(); ++lane) {
       Call& call = calls[group[lane]];
       call.clear();
       call.score = lanes.lattice.logOdds(lane);
-      if (call.score > scoresToBeat[group[lane]]) return false;
+      call.strandScore = strandScore(decision, call.score, lanes.lattice.logLikelihood(lane));
+      if (call.strandScore > toBeat[group[lane]]) return false;
     }
     return true;
   }
@@ -138,7 +139,7 @@ void HmmDecoder::decodeAll(std::span<const ReadView> reads, const Wishes& wishes
       continue;
     }
     own.lanes.runForward(reads, group);
-    if (own.isBeaten(group, wishes.scoresToBeat, calls)) continue;
+    if (own.isBeaten(group, model_->strand, wishes.strandScoresToBeat, calls)) continue;
     own.lanes.lattice.runBackward();
     callLanes(group, wishes, scratch, calls);
   }
@@ -156,8 +157,8 @@ void HmmDecoder::callLanes(std::span<const std::size_t> group, const Wishes& wis
   own.lanes.lattice.scorePaths(factors);
   for (std::size_t lane = 0; lane < group.size(); ++lane) {
     Call& call = calls[group[lane]];
-    const auto& toBeat = wishes.scoresToBeat;
-    if (!toBeat.empty() && !(call.score > toBeat[group[lane]])) continue;
+    const auto& toBeat = wishes.strandScoresToBeat;
+    if (!toBeat.empty() && !(call.strandScore > toBeat[group[lane]])) continue;
     if (call.coding) {
       own.lanes.lattice.takePathOf(lane, call);
       dropRegionWithoutCodon(call);
@@ -195,13 +196,15 @@ void HmmDecoder::decide(const ReadEvidence& evidence, const Wishes& wishes, Call
   const ReadDecision& decision = model_->decision;
   call.clear();
   call.score = evidence.logOdds;
+  call.strandScore = strandScore(model_->strand, evidence.logOdds, evidence.logLikelihood);
+  call.strandTrust = strandTrust(model_->strand, evidence);
   call.probability =
       withShare(codingProbability(decision, evidence), decision.codingShare, codingShare_);
   call.coding = call.probability >= leastProbability(wishes);
 }
 
-void HmmDecoder::weighOtherStrand(double otherScore, const Wishes& wishes, Call& call) const {
-  const double share = strandProbability(model_->decision, call.score, otherScore);
+void HmmDecoder::weighOtherStrand(double otherStrandScore, const Wishes& wishes, Call& call) const {
+  const double share = strandProbability(call.strandTrust, call.strandScore - otherStrandScore);
   call.probability *= share;
   for (std::vector<double>& frame : call.scores) {
     for (double& score : frame) score *= share;

@@ -36,7 +36,7 @@ class HmmDecoder : public Decoder {
   void decodeAll(std::span<const ReadView> reads, const Wishes& wishes, Scratch& scratch,
                  std::span<Call> calls) const override;
 
-  void weighOtherStrand(double otherScore, const Wishes& wishes, Call& call) const override;
+  void weighOtherStrand(double otherStrandScore, const Wishes& wishes, Call& call) const override;
 
   std::vector<std::size_t> readsLearntFrom(std::size_t sampleSize) const override;
 

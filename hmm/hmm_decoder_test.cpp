@@ -294,7 +294,7 @@ std::string loadingError(const std::string& text) {
 }
 
 TEST(HmmDecoder, DamagedModelFilesAreNamed) {
-  EXPECT_EQ(loadingError("VELTO posterior model 3\n\n"),
+  EXPECT_EQ(loadingError("VELTO posterior model 4\n\n"),
             "hmm/posterior.txt: line 2: missing number");
   EXPECT_EQ(loadingError(std::string(kMostHmmModelBytes + 1, ' ')),
             "hmm/posterior.txt: is larger than 32 MB");
@@ -329,7 +329,7 @@ TEST(HmmDecoder, AReadThatMayCodeOnEitherStrandIsNotCalled) {
   const HmmDecoder decoder(sharedToy());
   const Call alone = decoded(decoder, reads.views()[0], wishes);
   Call either = alone;
-  decoder.weighOtherStrand(alone.score, wishes, either);
+  decoder.weighOtherStrand(alone.strandScore, wishes, either);
   EXPECT_EQ(either.probability, 0.5 * alone.probability);
   EXPECT_EQ(either.scores[0][150], 0.5 * alone.scores[0][150]);
   EXPECT_FALSE(either.coding);
@@ -338,18 +338,18 @@ TEST(HmmDecoder, AReadThatMayCodeOnEitherStrandIsNotCalled) {
   EXPECT_TRUE(either.frame.empty());
   Call called = alone;
   wishes.minProbability = 0.4;
-  decoder.weighOtherStrand(alone.score, wishes, called);
+  decoder.weighOtherStrand(alone.strandScore, wishes, called);
   EXPECT_TRUE(called.coding);
   EXPECT_EQ(called.frame, alone.frame);
 }
 
-TEST(HmmDecoder, AStrandOfMuchHigherOddsIsAsGoodAsAlone) {
+TEST(HmmDecoder, AStrandOfMuchHigherScoreIsAsGoodAsAlone) {
   ToyReads reads(5);
   reads.addCoding(100, {});
   const HmmDecoder decoder(sharedToy());
   const Call alone = decoded(decoder, reads.views()[0]);
   Call call = alone;
-  decoder.weighOtherStrand(alone.score - 80.0, {}, call);
+  decoder.weighOtherStrand(alone.strandScore - 80.0, {}, call);
   EXPECT_NEAR(call.probability, alone.probability, 1e-3);
   EXPECT_TRUE(call.coding);
 }
@@ -365,15 +365,15 @@ TEST(HmmDecoder, ReadsThatBeatTheirScoreAreCalledInFull) {
   decoder.decodeAll(views, {}, *scratch, plain);
   std::vector<double> scores;
   for (std::size_t i = 0; i < views.size(); ++i) {
-    scores.push_back(i > 12 || i % 2 == 0 ? plain[i].score : plain[i].score - 1e-9);
+    scores.push_back(i > 12 || i % 2 == 0 ? plain[i].strandScore : plain[i].strandScore - 1e-9);
   }
   Wishes wishes;
-  wishes.scoresToBeat = scores;
+  wishes.strandScoresToBeat = scores;
   decoder.decodeAll(views, wishes, *scratch, calls);
   for (std::size_t i = 0; i < views.size(); ++i) {
     SCOPED_TRACE(i);
-    EXPECT_EQ(calls[i].score, plain[i].score);
-    if (calls[i].score > scores[i]) expectSame(calls[i], plain[i]);
+    EXPECT_EQ(calls[i].strandScore, plain[i].strandScore);
+    if (calls[i].strandScore > scores[i]) expectSame(calls[i], plain[i]);
   }
 }
 

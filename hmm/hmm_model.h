@@ -131,6 +131,19 @@ struct ReadDecision {
   double codingShare = 0.5;  // of the calibration's reads
 };
 
+// On which strand a coding read codes. A strand's score is logOdds * (its log odds of coding) +
+// logLikelihood * (the natural logarithm of the sum of all its paths). The strand with the higher
+// score is the right one with a probability that is the logistic of the difference of the scores +
+// constant + calledLogOdds * (its log odds, cut) + calledCodingBases * min(6, its expected coding
+// bases / 100), and one half or more.
+struct StrandDecision {
+  double logOdds = 1.0;
+  double logLikelihood = 0.0;
+  double constant = 0.0;
+  double calledLogOdds = 0.0;
+  double calledCodingBases = 0.0;
+};
+
 // Nearest number that the model file holds: all but the weights of paths and the decision are
 // whole millionths there.
 inline float roundedToFile(float x) { return std::round(x * 1e6f) * 1e-6f; }
@@ -144,6 +157,7 @@ struct HmmModel {
                                 // inside their coding region
   WindowNetwork network;
   ReadDecision decision;
+  StrandDecision strand;
 
   const EmissionRow& emission(int gcClass, int fiveMer) const {
     return emissions[static_cast<std::size_t>(gcClass * kFiveMers + fiveMer)];

@@ -16,7 +16,7 @@
 namespace velto {
 namespace {
 
-constexpr std::string_view kTitle = "VELTO posterior model 3";
+constexpr std::string_view kTitle = "VELTO posterior model 4";
 
 // The path weights behind those of start codons, in the order of the file.
 constexpr float PathWeights::*kWeights[] = {&PathWeights::stop,           &PathWeights::stayUtr5,
@@ -27,6 +27,9 @@ constexpr float PathWeights::*kWeights[] = {&PathWeights::stop,           &PathW
 constexpr double ReadDecision::*kDecision[] = {&ReadDecision::constant, &ReadDecision::logOdds,
                                                &ReadDecision::codingBases,
                                                &ReadDecision::codingShare};
+constexpr double StrandDecision::*kStrand[] = {
+    &StrandDecision::logOdds, &StrandDecision::logLikelihood, &StrandDecision::constant,
+    &StrandDecision::calledLogOdds, &StrandDecision::calledCodingBases};
 
 // ---- 1. Writing
 
@@ -127,6 +130,9 @@ std::string hmmModelText(const HmmModel& model) {
   out.word("truncated-share").number(model.truncatedShare).end();
   out.word("decision");
   for (const auto number : kDecision) out.number(model.decision.*number);
+  out.end();
+  out.word("strand");
+  for (const auto number : kStrand) out.number(model.strand.*number);
   out.end();
   writeTables(model, out);
   writeNetwork(model.network, out);
@@ -354,6 +360,9 @@ void readModel(Reader& in, HmmModel& model) {
   if (model.decision.codingShare < 0.01 || model.decision.codingShare > 0.99) {
     in.fail("number out of range");
   }
+  in.endLine();
+  in.line("strand");
+  for (const auto number : kStrand) model.strand.*number = in.number<double>(-100.0, 100.0);
   in.endLine();
   readTables(in, model);
   readNetwork(in, model.network);

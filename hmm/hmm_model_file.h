@@ -30,11 +30,12 @@ HmmFileStatus readHmmModel(std::string_view text, HmmModel& model);
 
 // The text of a model. Numbers are separated by single blanks, lines end with a line feed:
 //
-//   VELTO posterior model 3
+//   VELTO posterior model 4
 //   weights START-OPEN START-AFTER-STOP START-AFTER-START STOP STAY-UTR5 BEGIN-CODING BEGIN-UTR5
 //   BEGIN-NONCODING BEGIN-UTR3 BEGIN-START
 //   truncated-share SHARE                  of the coding reads that the weights are for
 //   decision CONSTANT LOG-ODDS CODING-BASES CODING-SHARE
+//   strand LOG-ODDS LOG-LIKELIHOOD CONSTANT CALLED-LOG-ODDS CALLED-CODING-BASES
 //   stops TAA TAG TGA                      shares in millionths, as all numbers up to the network's
 //   kozak                                  twelve lines: ratios of A T G C at -9 to -1, +4 to +6
 //   emissions                              4 classes of G and C x 1024 5-mers, the last base

@@ -29,6 +29,7 @@ HmmModel randomModel() {
   model.weights.start = {0.1f / 3.0f, 0.02f / 3.0f, 0.001f};
   model.truncatedShare = 1.0 / 7.0;
   model.decision = {-1.0 / 3.0, 1.0 / 7.0, 2.0 / 3.0, 0.58};
+  model.strand = {2.0 / 7.0, 1.0 / 3.0, -1.0 / 9.0, 0.0, 0.25};
   return model;
 }
 
@@ -59,18 +60,20 @@ TEST(HmmModelFile, WrittenModelsReadBackTheSame) {
   EXPECT_EQ(read.weights.start, model.weights.start);
   EXPECT_EQ(read.truncatedShare, model.truncatedShare);
   EXPECT_EQ(read.decision.logOdds, model.decision.logOdds);
+  EXPECT_EQ(read.strand.logOdds, model.strand.logOdds);
+  EXPECT_EQ(read.strand.calledCodingBases, model.strand.calledCodingBases);
 }
 
 TEST(HmmModelFile, NamesLineAndReason) {
   const std::string text = hmmModelText(toyModel());
-  const HmmFileStatus title = statusOf(withLine(text, 1, "VELTO posterior model 2"));
+  const HmmFileStatus title = statusOf(withLine(text, 1, "VELTO posterior model 3"));
   EXPECT_EQ(title.line, 1);
-  EXPECT_EQ(title.reason, "expected 'VELTO posterior model 3'");
-  const HmmFileStatus word = statusOf(withLine(text, 5, "stop 250000 250000 500000"));
-  EXPECT_EQ(word.line, 5);
+  EXPECT_EQ(title.reason, "expected 'VELTO posterior model 4'");
+  const HmmFileStatus word = statusOf(withLine(text, 6, "stop 250000 250000 500000"));
+  EXPECT_EQ(word.line, 6);
   EXPECT_EQ(word.reason, "expected 'stops'");
-  const HmmFileStatus range = statusOf(withLine(text, 5, "stops 250000 250000 1000001"));
-  EXPECT_EQ(range.line, 5);
+  const HmmFileStatus range = statusOf(withLine(text, 6, "stops 250000 250000 1000001"));
+  EXPECT_EQ(range.line, 6);
   EXPECT_EQ(range.reason, "number out of range");
 }
 
@@ -90,27 +93,30 @@ TEST(HmmModelFile, EveryIrregularLineIsRefused) {
       {4, "decision 1e400 1 1 0.5"},
       {4, "decision inf 1 1 0.5"},
       {4, "decision 1 1 1 1"},
-      {5, "stops 250000 250000 0x10"},
-      {5, "stops 250000 250000 +5"},
-      {5, "stops 250000 250000 5.5"},
-      {5, "stops 250000 250000 007"},
-      {5, "stops 250000 250000 -1"},
-      {5, "stops 250000 500000 -0"},
-      {7, "0 1 1 1"},
-      {7, "1 1 1"},
-      {20, "0 1 1 1 1 1"},
-      {4116, "network 9 16 1"},
-      {4116, "network 1 17 1"},
-      {4116, "network 1 1000000000 1"},
-      {4116, "network 1 16 99999999999999999999"},
-      {4116, "network 1 16 0"},
-      {4117, "offsets 61"},
-      {4117, "offsets -05"},
-      {4117, "offsets -"},
-      {4118, "scale -1"},
-      {4119, "output-bias 0 0 0 0 0 101"},
-      {4121, "0 0 0 0 0 0 0 0 0 0 0 0 0 0 0 32768"},
-      {4150, "0 0 0 0 0 0 0 0 0 0 0 0 0 0 0 128"},
+      {5, "strand 101 1 0 0 0"},
+      {5, "strand 1 1 0 0 -101"},
+      {5, "strand 1 1 0 0"},
+      {6, "stops 250000 250000 0x10"},
+      {6, "stops 250000 250000 +5"},
+      {6, "stops 250000 250000 5.5"},
+      {6, "stops 250000 250000 007"},
+      {6, "stops 250000 250000 -1"},
+      {6, "stops 250000 500000 -0"},
+      {8, "0 1 1 1"},
+      {8, "1 1 1"},
+      {21, "0 1 1 1 1 1"},
+      {4117, "network 9 16 1"},
+      {4117, "network 1 17 1"},
+      {4117, "network 1 1000000000 1"},
+      {4117, "network 1 16 99999999999999999999"},
+      {4117, "network 1 16 0"},
+      {4118, "offsets 61"},
+      {4118, "offsets -05"},
+      {4118, "offsets -"},
+      {4119, "scale -1"},
+      {4120, "output-bias 0 0 0 0 0 101"},
+      {4122, "0 0 0 0 0 0 0 0 0 0 0 0 0 0 0 32768"},
+      {4151, "0 0 0 0 0 0 0 0 0 0 0 0 0 0 0 128"},
   };
   for (const auto& [line, damage] : damages) {
     const HmmFileStatus status = statusOf(withLine(text, line, damage));

@@ -416,14 +416,24 @@ StateRow LatticeLanes::lastRow(std::size_t lane) const {
   return last;
 }
 
+// Before its read a lane has scales of 1, as all have between rescaled positions.
+double LatticeLanes::logLikelihood(std::size_t lane) const {
+  long power = 0;
+  for (std::size_t p = (emissions_->positions - 1) % kRescaleStep; p < emissions_->positions;
+       p += kRescaleStep) {
+    power += powerOf(tables_.scale[p][lane]);
+  }
+  return velto::logLikelihood(lastRow(lane), power);
+}
+
 ReadEvidence LatticeLanes::evidence(std::size_t lane) const {
   // A lane without a read has zeros.
   const std::size_t begin = std::min(emissions_->begin[lane], emissions_->positions - 1);
   const LaneRow* first = tables_.values.data() + begin * kHmmStates;
   const LaneRow* phases = first + kCodingBase;
-  return evidenceOf(lastRow(lane), {tables_.ofRegion[lane],
-                                    truncatedPosterior(phases[0][lane], phases[1][lane],
-                                                       phases[2][lane], first[kStartBase][lane])});
+  const float truncated = truncatedPosterior(phases[0][lane], phases[1][lane], phases[2][lane],
+                                             first[kStartBase][lane]);
+  return evidenceOf(lastRow(lane), logLikelihood(lane), {tables_.ofRegion[lane], truncated});
 }
 
 ErrorPosterior LatticeLanes::errorPosterior(std::size_t lane, std::size_t base) const {

@@ -52,6 +52,7 @@ class LatticeLanes {
 
   // Of the read in a lane, as of a whole read.
   double logOdds(std::size_t lane) const { return logOddsOfCoding(lastRow(lane)); }
+  double logLikelihood(std::size_t lane) const;
 
   // Runs backward behind the last run forward, once. All that follows needs it.
   void runBackward();

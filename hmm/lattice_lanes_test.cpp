@@ -57,6 +57,7 @@ void expectPlain(const PathWeights& weights, const std::vector<BaseEmission>& em
   const ReadEvidence plain = evidenceOf(forward, posteriors), fast = lanes.evidence(lane);
   EXPECT_EQ(plain.logOdds, fast.logOdds);
   EXPECT_EQ(plain.logOdds, lanes.logOdds(lane));
+  EXPECT_EQ(plain.logLikelihood, fast.logLikelihood);
   EXPECT_EQ(plain.codingBases, fast.codingBases);
   EXPECT_EQ(plain.truncated, fast.truncated);
   for (std::size_t i = 0; i < posteriors.size(); ++i) {

@@ -14,10 +14,11 @@ constexpr int kShareRounds = 50;
 
 }  // namespace
 
-ReadEvidence evidenceOf(const StateRow& lastRow, const CodingPosteriors& posteriors) {
+ReadEvidence evidenceOf(const StateRow& lastRow, double logLikelihood,
+                        const CodingPosteriors& posteriors) {
   const double logOdds = logOddsOfCoding(lastRow), coding = logisticOf(logOdds);
   return {logOdds, posteriors.ofRegion / coding,
-          std::clamp(static_cast<double>(posteriors.truncated) / coding, 0.0, 1.0)};
+          std::clamp(static_cast<double>(posteriors.truncated) / coding, 0.0, 1.0), logLikelihood};
 }
 
 ReadEvidence evidenceOf(const ForwardRows& forward, std::span<const StatePosterior> posteriors) {
@@ -32,7 +33,7 @@ ReadEvidence evidenceOf(const ForwardRows& forward, std::span<const StatePosteri
     const float stop = (p[kE0] + p[kE1]) + p[kE2];
     sums.ofRegion += (coding + inserted) + (start + stop);
   }
-  return evidenceOf(forward.state.back(), sums);
+  return evidenceOf(forward.state.back(), logLikelihood(forward), sums);
 }
 
 double cutLogOdds(const ReadEvidence& evidence) {
@@ -54,8 +55,19 @@ double withShare(double probability, double calibrationShare, double share) {
   return coding / (coding + other);
 }
 
-double strandProbability(const ReadDecision& decision, double logOdds, double otherLogOdds) {
-  return logisticOf(decision.logOdds * (logOdds - otherLogOdds));
+double strandScore(const StrandDecision& decision, double logOdds, double logLikelihood) {
+  constexpr double kLeastLikelihood = -1e12;  // of a read without any path
+  return decision.logOdds * logOdds +
+         decision.logLikelihood * std::max(kLeastLikelihood, logLikelihood);
+}
+
+double strandTrust(const StrandDecision& decision, const ReadEvidence& called) {
+  return decision.constant + decision.calledLogOdds * cutLogOdds(called) +
+         decision.calledCodingBases * codingHundreds(called);
+}
+
+double strandProbability(double trust, double lead) {
+  return std::max(0.5, logisticOf(trust + lead));
 }
 
 double learnCodingShare(std::span<const double> probabilities, double calibrationShare) {

@@ -17,6 +17,7 @@ struct ReadEvidence {
   double codingBases = 0.0;  // expected number of them, given that there are any
   double truncated = 0.0;  // probability that the read begins inside its coding region, given that
                            // it has one
+  double logLikelihood = 0.0;  // natural logarithm of the sum of all paths
 };
 
 // Posteriors that evidence is made of.
@@ -31,7 +32,8 @@ inline float truncatedPosterior(float phase0, float phase1, float phase2, float 
   return ((phase0 + phase1) + phase2) - start;
 }
 
-ReadEvidence evidenceOf(const StateRow& lastRow, const CodingPosteriors& posteriors);
+ReadEvidence evidenceOf(const StateRow& lastRow, double logLikelihood,
+                        const CodingPosteriors& posteriors);
 
 ReadEvidence evidenceOf(const ForwardRows& forward, std::span<const StatePosterior> posteriors);
 
@@ -45,9 +47,15 @@ double codingProbability(const ReadDecision& decision, const ReadEvidence& evide
 // The same in a file with another share.
 double withShare(double probability, double calibrationShare, double share);
 
-// Probability that a coding read codes on the strand with the higher log odds, not on the other
-// one.
-double strandProbability(const ReadDecision& decision, double logOdds, double otherLogOdds);
+// Of the strands of a read, the one with the higher score is called.
+double strandScore(const StrandDecision& decision, double logOdds, double logLikelihood);
+
+// What the evidence of the called strand adds to the difference of the scores.
+double strandTrust(const StrandDecision& decision, const ReadEvidence& called);
+
+// Probability that a coding read codes on the called strand, not on the other one, whose score is
+// lower by `lead`.
+double strandProbability(double trust, double lead);
 
 // Fewer reads tell nothing about the share of coding reads.
 constexpr std::size_t kLeastReadsForShare = 50;

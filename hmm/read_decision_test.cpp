@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
+#include <limits>
 #include <vector>
 
 namespace velto {
@@ -19,10 +21,24 @@ TEST(ReadDecision, ProbabilityIsLogistic) {
   EXPECT_NEAR(codingProbability(decision, {2.0, 400.0}), 1.0 / (1.0 + std::exp(-1.0)), 1e-6);
 }
 
-TEST(ReadDecision, StrandsOfEqualLogOddsAreEquallyProbable) {
-  const ReadDecision decision{-1.0, 0.5, 0.25, 0.5};
-  EXPECT_EQ(strandProbability(decision, 7.0, 7.0), 0.5);
-  EXPECT_NEAR(strandProbability(decision, 3.0, -1.0), 1.0 / (1.0 + std::exp(-2.0)), 1e-6);
+TEST(ReadDecision, OddsAndLikelihoodSpeakForAStrand) {
+  EXPECT_DOUBLE_EQ(strandScore({0.5, 0.25}, 3.0, -100.0), -23.5);
+}
+
+TEST(ReadDecision, EvidenceOfTheCalledStrandAddsToItsTrust) {
+  const StrandDecision decision{0.5, 0.25, -1.0, -0.1, 0.3};
+  EXPECT_NEAR(strandTrust(decision, {20.0, 200.0}), -1.0 - 1.5 + 0.6, 1e-12);
+  EXPECT_NEAR(strandProbability(-1.0, 3.0), 1.0 / (1.0 + std::exp(-2.0)), 1e-6);
+}
+
+TEST(ReadDecision, TheCalledStrandIsAsProbableAsTheOtherAtLeast) {
+  EXPECT_EQ(strandProbability(0.0, 0.0), 0.5);
+  EXPECT_EQ(strandProbability(-2.0, 1.0), 0.5);
+}
+
+TEST(ReadDecision, StrandsWithoutAnyPathAreAlike) {
+  const double none = -std::numeric_limits<double>::infinity();
+  EXPECT_EQ(strandScore({0.5, 0.25}, 3.0, none) - strandScore({0.5, 0.25}, 3.0, none), 0.0);
 }
 
 TEST(ReadDecision, ShareOfTheCalibrationChangesNothing) {

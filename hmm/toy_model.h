@@ -47,6 +47,7 @@ inline HmmModel toyModel() {
   model.weights = {{0.05f, 0.06f, 0.01f}, 0.02f, 0.995f, 0.2f, 0.3f, 0.3f, 0.1f, 0.1f};
   model.network = neutralNetwork();
   model.decision = {-1.5, 0.4, 0.6, 0.5};
+  model.strand = {0.4, 0.5};
   return model;
 }
 

@@ -158,7 +158,7 @@ struct Predictor::Impl {
   void predict(std::span<const Read> reads, const PredictOptions& options, Workspace::Impl& space,
                std::span<Prediction> predictions) const;
 
-  // Makes the calls those of the better strand of each read.
+  // Makes the calls those of the likelier strand of each read.
   void takeBetterStrands(Wishes wishes, Workspace::Impl& space,
                          std::span<Prediction* const> predicted) const;
 
@@ -196,17 +196,17 @@ void Predictor::Impl::predict(std::span<const Read> reads, const PredictOptions&
 void Predictor::Impl::takeBetterStrands(Wishes wishes, Workspace::Impl& space,
                                         std::span<Prediction* const> predicted) const {
   std::vector<double> scores;
-  for (const Call& call : space.calls) scores.push_back(call.score);
-  wishes.scoresToBeat = scores;
+  for (const Call& call : space.calls) scores.push_back(call.strandScore);
+  wishes.strandScoresToBeat = scores;
   space.strands.turn();
   space.strands.decode(*decoder, wishes, space.scratchFor(decoder), space.otherCalls);
   for (std::size_t i = 0; i < predicted.size(); ++i) {
     Call &better = space.calls[i], &other = space.otherCalls[i];
-    if (other.score > better.score) {
+    if (other.strandScore > better.strandScore) {
       predicted[i]->strand = Strand::kMinus;
       std::swap(better, other);
     }
-    decoder->weighOtherStrand(other.score, wishes, better);
+    decoder->weighOtherStrand(other.strandScore, wishes, better);
   }
 }
 

@@ -59,7 +59,7 @@ enum class Letters {
 enum class Strand {
   kPlus,
   kMinus,
-  kBoth,  // the strand with the better score; plus if both score alike
+  kBoth,  // the likelier strand; plus if both are alike
 };
 
 // One read; what it points to must outlive it.

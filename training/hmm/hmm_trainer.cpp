@@ -67,10 +67,9 @@ class HmmTrainer {
     trained.model.truncatedShare =
         reads.truncatedShare(seedOf(job_.seed, kNetworkStream), kShareReads);
     trained.heldBackLikelihood = judge(parameters, trained.model);
-    trained.model.decision =
-        calibrateDecision(trained.model, split_.heldBack, plan_.calibrationReads,
-                          seedOf(job_.seed, kCalibrationStream));
-    report("decision of the posterior decoder");
+    calibrateDecisions(split_.heldBack, plan_.calibrationReads,
+                       seedOf(job_.seed, kCalibrationStream), trained.model);
+    report("decisions of the posterior decoder");
     return trained;
   }
 

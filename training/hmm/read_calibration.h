@@ -1,10 +1,11 @@
-// Fits the decision whether a read codes to simulated reads of known kind.
+// Fits the decisions whether a read codes, and on which strand, to simulated reads of known kind.
 #pragma once
 
 #include <cstdint>
 #include <vector>
 
 #include "hmm/hmm_model.h"
+#include "hmm/read_decision.h"
 #include "training/fold_split.h"
 
 namespace velto {
@@ -20,12 +21,20 @@ struct DecisionCase {
 // the decision's.
 ReadDecision fitDecision(const std::vector<DecisionCase>& cases);
 
-// Fits the decision of a model, all else of which is final, to reads of transcripts that it was not
+// A coding read on its own strand and on the other one.
+struct StrandCase {
+  ReadEvidence own, other;
+};
+
+// Likewise: first the scores, then how far the higher one is to be trusted.
+StrandDecision fitStrands(const std::vector<StrandCase>& cases);
+
+// Fits the decisions of a model, all else of which is final, to reads of transcripts that it was not
 // trained on: fragments of coding regions, of 3' UTRs and of non-coding transcripts, clean and with
 // errors, read with the error rates that are learnt from them and for their share of reads that
 // begin inside the coding region. Uses all threads of the calling arena; the result does not depend
 // on their number.
-ReadDecision calibrateDecision(const HmmModel& model, const TranscriptPool& pool,
-                               std::size_t readsPerProfile, std::uint64_t seed);
+void calibrateDecisions(const TranscriptPool& pool, std::size_t readsPerProfile, std::uint64_t seed,
+                        HmmModel& model);
 
 }  // namespace velto
