@@ -165,8 +165,11 @@ void emit(const HmmModel& model, const PathWeights& weights, const ReadView& rea
     if (rates.byQuality) mixture = Mixture(base.substitution);
     BaseEmission& out = emissions[i];
     const bool known = isKnownBase(read.codes[i]);
-    out.kind =
-        known ? mixed(model.emission(gcClass, context.fiveMers[i]), factor, mixture) : factor;
+    if (known) {
+      out.kind = mixed(model.emission(gcClass, context.fiveMers[i]), factor, mixture);
+    } else {
+      out.kind = context.isInGap(i) ? kNeutral : factor;
+    }
     out.start = codons.start(read.codes, context, i);
     out.stop = codons.stop(context, i);
     out.insertion = known ? 0.25f * base.insertion : base.insertion;

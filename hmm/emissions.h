@@ -69,7 +69,7 @@ class CodonWeights {
 };
 
 // Emissions of every base with the model's tables. `factors` are the network's, one per base, or
-// empty: all 1.
+// empty: all 1. An unknown base emits them alone, and 1 in a gap.
 void emit(const HmmModel& model, const PathWeights& weights, const ReadView& read,
           const FileRates& rates, const ReadContext& context, std::span<const Factors> factors,
           std::vector<BaseEmission>& emissions);

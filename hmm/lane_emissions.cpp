@@ -181,6 +181,7 @@ void EmissionLanes::fill(std::span<const ReadView> reads, LaneEmissions& emissio
   fillMeanRates(emissions);
   if (network_ != nullptr) lanes_.places.arrange(*network_, kLanes, emissions.positions);
   lanes_.codons.assign(emissions.positions, kNoCodons);
+  gaps_.clear();
   for (std::size_t lane = 0; lane < kLanes; ++lane) {
     const ReadView read = lane < reads.size() ? reads[lane] : ReadView{};
     context_.index(read.codes);
@@ -191,6 +192,7 @@ void EmissionLanes::fill(std::span<const ReadView> reads, LaneEmissions& emissio
     fillUnknownBases(lane, emissions);
   }
   VELTO_CHOOSE(fillRows)(network_, codons_.stops().data(), lanes_, emissions);
+  silenceGaps(emissions);
 }
 
 // Start codons stand for themselves: they are filled in where one may begin.
@@ -267,7 +269,16 @@ void EmissionLanes::fillUnknownBases(std::size_t lane, LaneEmissions& emissions)
   eachUnknownBase(context_.knownRun, [&](std::size_t i) {
     lanes_.lane[lane].probability[begin + i] = kUnknownBaseRow.data();
     emissions.rows[(begin + i) * kLaneEmissions + kLaneInsertion][lane] *= 4.0f;
+    if (context_.isInGap(i)) gaps_.push_back({begin + i, lane});
   });
+}
+
+// The network has factors for them, too.
+void EmissionLanes::silenceGaps(LaneEmissions& emissions) const {
+  for (const Place& gap : gaps_) {
+    LaneRow* kinds = emissions.rows.data() + gap.position * kLaneEmissions + kLaneKind;
+    for (std::size_t k = 0; k < kEmissionKinds; ++k) kinds[k][gap.lane] = 1.0f;
+  }
 }
 
 // Blocks before the read's first one are of zeros.

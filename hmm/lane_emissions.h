@@ -79,6 +79,7 @@ class EmissionLanes {
   void fillStarts(std::span<const short> codes, std::size_t lane, LaneEmissions& emissions);
   void fillRates(std::span<const std::uint8_t> phred, std::size_t lane, LaneEmissions& emissions);
   void fillUnknownBases(std::size_t lane, LaneEmissions& emissions);
+  void silenceGaps(LaneEmissions& emissions) const;
 
   const HmmModel& model_;
   const FileRates& rates_;
@@ -87,6 +88,11 @@ class EmissionLanes {
   Lanes lanes_;
   ReadContext context_;              // of the read that is being filled in
   std::vector<std::size_t> starts_;  // its bases at which a start codon may begin
+
+  struct Place {
+    std::size_t position, lane;
+  };
+  std::vector<Place> gaps_;  // bases of the group that are in gaps
 };
 
 }  // namespace velto

@@ -40,7 +40,7 @@ HmmModel variedModel() {
   return model;
 }
 
-// Codes of reads with unknown bases among them, and qualities.
+// Codes of reads with unknown bases among them, ten of them in a row, and qualities.
 struct Reads {
   std::vector<std::vector<short>> codes;
   std::vector<std::vector<std::uint8_t>> phred;
@@ -51,7 +51,8 @@ struct Reads {
       phred.emplace_back();
       for (int i = 0; i < length; ++i) {
         const auto code = static_cast<short>(random.below(33) / 8);
-        codes.back().push_back(code == 4 ? kUnknownBase : code);
+        const bool isUnknown = code == 4 || (i >= 20 && i < 30);
+        codes.back().push_back(isUnknown ? kUnknownBase : code);
         phred.back().push_back(static_cast<std::uint8_t>(random.below(40)));
       }
     }

@@ -38,6 +38,13 @@ struct ReadContext {
 
   std::size_t length() const { return fiveMers.size(); }
 
+  // Whether base i is unknown, and so are its neighbours in the read: what stands around it says
+  // little about it, and nothing within a long gap.
+  bool isInGap(std::size_t i) const {
+    return knownRun[i] == 0 && (i == 0 || knownRun[i - 1] == 0) &&
+           (i + 1 == length() || knownRun[i + 1] == 0);
+  }
+
   // The word of so many letters, at most kMostLetters, that ends at base i; -1 where one of its
   // bases is unknown or before the read.
   int kmer(std::size_t i, int letters) const {

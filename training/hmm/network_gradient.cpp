@@ -156,6 +156,7 @@ void NetworkGradient::addPathGradient(Parameters& gradient) const {
 Factors NetworkGradient::outputGradient(const LabelledLattice& labelled, std::size_t i) const {
   const StateRow &known = true_[i].state, &all = free_[i].state;
   Factors slope{};
+  if (context_.isInGap(i)) return slope;
   const bool isKnown = isKnownBase(labelled.read.codes[i]);
   const int gcClass = context_.blocks[i / kCompositionBlock].gcClass();
   const EmissionRow& row = labelled.tables.emission(gcClass, context_.fiveMers[i]);
