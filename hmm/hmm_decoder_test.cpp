@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cmath>
 
 #include "core/in_turn.h"
 #include "hmm/hmm_model_file.h"
@@ -354,12 +355,26 @@ TEST(HmmDecoder, AStrandOfMuchHigherScoreIsAsGoodAsAlone) {
   EXPECT_TRUE(call.coding);
 }
 
+TEST(HmmDecoder, TrustInTheCalledStrandCountsAsItsLead) {
+  ToyReads reads(5);
+  reads.addCoding(100, {});
+  const auto model = std::make_shared<HmmModel>(toyModel());
+  model->strand.constant = 2.0;
+  const HmmDecoder decoder(model);
+  const Call alone = decoded(decoder, reads.views()[0]);
+  Call call = alone;
+  decoder.weighOtherStrand(alone.strandScore - 1.0, {}, call);
+  EXPECT_NEAR(call.probability, alone.probability / (1.0 + std::exp(-3.0)), 1e-6);
+}
+
 // Groups of all sizes: one where no read beats its score, one where some do, reads decoded alone.
 TEST(HmmDecoder, ReadsThatBeatTheirScoreAreCalledInFull) {
   ToyReads reads(12);
   for (int i = 0; i < 21; ++i) reads.addCoding(60 + i, {0.01, 0.01});
   const std::vector<ReadView> views = reads.views();
-  const HmmDecoder decoder(sharedToy());
+  const auto model = std::make_shared<HmmModel>(toyModel());
+  model->strand = {3.0, 0.0, 0.0, 0.0, 0.0};
+  const HmmDecoder decoder(model);
   const auto scratch = decoder.scratch();
   std::vector<Call> plain(views.size()), calls(views.size());
   decoder.decodeAll(views, {}, *scratch, plain);

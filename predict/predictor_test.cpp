@@ -211,6 +211,24 @@ TEST_F(PredictorTest, PosteriorsOfAReadThatIsTheSameOnBothStrandsAreHalved) {
   EXPECT_EQ(either.probability, 0.5 * alone.probability);
 }
 
+TEST_F(PredictorTest, StrandOfTheHigherStrandScoreIsCalledWhateverItsLogOdds) {
+  std::string read;
+  for (int i = 0; i < 60; ++i) read += "ATG";
+  const std::vector<Read> reads(12, Read{read, {}});
+  PredictOptions both;
+  both.strand = Strand::kBoth;
+  Workspace workspace;
+  for (const double weight : {1.0, -1.0}) {
+    HmmModel model = toyModel();
+    model.strand = {weight, 0.0, 0.0, 0.0, 0.0};
+    const Predictor predictor(Model({{kHmmModelFile, hmmModelText(model)}}));
+    for (const Prediction& found : predictor.predictAll(reads, workspace, both)) {
+      EXPECT_EQ(found.strand, weight > 0.0 ? Strand::kPlus : Strand::kMinus);
+      EXPECT_GT(found.probability, 0.0);
+    }
+  }
+}
+
 TEST_F(PredictorTest, PolyATailsAreUnknownToThePosteriorDecoder) {
   const Predictor predictor(Model({{kHmmModelFile, hmmModelText(toyModel())}}));
   Workspace workspace;
