@@ -20,14 +20,18 @@ BaseErrorRates parseErrorRates(const std::string& text) {
     const ErrorRates& rates = preset->rates;
     return {rates.insertion, rates.deletion, rates.substitution};
   }
+  const std::vector<std::string> parts = CLI::detail::split(text, ',');
+  if (parts.size() != 3) {
+    throw CLI::ValidationError(
+        option, "'" + text + "' is neither a preset of velto simulate nor three rates I,D,S");
+  }
   std::vector<double> rates;
-  for (const std::string& part : CLI::detail::split(text, ',')) {
+  for (const std::string& part : parts) {
     rates.push_back(parseNumber<double>(part, option));
     if (!(rates.back() >= 0.0 && rates.back() <= 0.5)) {
       throw CLI::ValidationError(option, "rates must be from 0 to 0.5");
     }
   }
-  if (rates.size() != 3) throw CLI::ValidationError(option, "three rates or a preset are needed");
   return {rates[0], rates[1], rates[2]};
 }
 

@@ -368,6 +368,10 @@ TEST_F(ScanTest, BadCalibrationsAreRefused) {
                             "nan,0.1,0.1", "dirty"}) {
     EXPECT_EQ(scan({readsFile(), "--error-rates", rates}).status, 2) << rates;
   }
+  const std::string unknown = scan({readsFile(), "--error-rates", "dirty"}).err;
+  EXPECT_NE(unknown.find("'dirty' is neither a preset of velto simulate nor three rates"),
+            std::string::npos)
+      << unknown;
   EXPECT_EQ(scan({readsFile(), "--coding-share", "1.5"}).status, 2);
   EXPECT_EQ(scan({readsFile(), "--truncated-share", "-0.1"}).status, 2);
   EXPECT_EQ(scan({readsFile(), "--truncated-share", "0.5", "--calibration", "s.json"}).status, 2);
