@@ -35,7 +35,10 @@ Entries entriesWithFiles(const FileSource& files) {
   for (const DecoderEntry& entry : kDecoders) {
     if (files.has(entry.file)) entries.push_back(&entry);
   }
-  if (entries.empty()) throw ModelError(files.path(kDecoders[0].file), 0, 0, "cannot be opened");
+  if (entries.empty()) {
+    throw ModelError(files.path(kDecoders[0].file), 0, 0,
+                     "cannot be opened, and no decoder has files there: is it a model directory?");
+  }
   return entries;
 }
 

@@ -125,7 +125,8 @@ TEST_F(ModelFilesTest, FolderWithoutFilesHasNoDecoder) {
     FAIL() << "no error";
   } catch (const ModelError& error) {
     EXPECT_EQ(std::string(error.what()),
-              empty.file("paramater32/paramL0G0-ex0.txt") + ": cannot be opened");
+              empty.file("paramater32/paramL0G0-ex0.txt") +
+                  ": cannot be opened, and no decoder has files there: is it a model directory?");
   }
 }
 
