@@ -5,7 +5,6 @@
 #include <optional>
 
 #include "hmm/network_kernel.h"
-#include "hmm/vector_choice.h"
 
 #undef HWY_TARGET_INCLUDE
 #define HWY_TARGET_INCLUDE "hmm/lane_emissions.cpp"
@@ -132,7 +131,7 @@ HWY_AFTER_NAMESPACE();
 #if HWY_ONCE
 namespace velto {
 
-VELTO_VERSIONS(fillRows);
+HWY_EXPORT(fillRows);
 
 // ---- 2. Reads into lanes
 
@@ -191,7 +190,7 @@ void EmissionLanes::fill(std::span<const ReadView> reads, LaneEmissions& emissio
     if (rates_.byQuality && !read.phred.empty()) fillRates(read.phred, lane, emissions);
     fillUnknownBases(lane, emissions);
   }
-  VELTO_CHOOSE(fillRows)(network_, codons_.stops().data(), lanes_, emissions);
+  HWY_DYNAMIC_DISPATCH(fillRows)(network_, codons_.stops().data(), lanes_, emissions);
   silenceGaps(emissions);
 }
 

@@ -1,9 +1,9 @@
 #include "hmm/lane_emissions.h"
 
 #include <gtest/gtest.h>
+#include <hwy/targets.h>
 
 #include "core/random.h"
-#include "hmm/every_target.h"
 #include "hmm/read_lattice.h"
 #include "hmm/toy_model.h"
 
@@ -96,8 +96,9 @@ TEST(LaneEmissions, EqualThePlainOnesOnEverySetOfInstructions) {
   const HmmModel model = variedModel();
   const QualityBin bins[] = {{12, {3, 4, 5}}, {255, {0.2, 0.3, 0.4}}};
   const FileRates even({0.01, 0.02, 0.03}, {}), byQuality({0.01, 0.02, 0.03}, bins);
-  onEveryTarget([&](const char* target) {
-    SCOPED_TRACE(target);
+  for (const std::int64_t target : hwy::SupportedAndGeneratedTargets()) {
+    SCOPED_TRACE(hwy::TargetName(target));
+    hwy::SetSupportedTargetsForTest(target);
     Random random(3);
     // Rows of earlier groups are met.
     EmissionLanes evenLanes(model, even, true), lanes(model, byQuality, true);
@@ -111,7 +112,8 @@ TEST(LaneEmissions, EqualThePlainOnesOnEverySetOfInstructions) {
       expectEmitted(model, byQuality, reads.views(true), lanes, emissions);
       expectEmitted(model, byQuality, reads.views(false), lanes, emissions);
     }
-  });
+  }
+  hwy::SetSupportedTargetsForTest(0);
 }
 
 }  // namespace

@@ -5,8 +5,6 @@
 #include <iterator>
 #include <limits>
 
-#include "hmm/vector_choice.h"
-
 #undef HWY_TARGET_INCLUDE
 #define HWY_TARGET_INCLUDE "hmm/lattice_lanes.cpp"
 #include <hwy/foreach_target.h>
@@ -381,9 +379,9 @@ HWY_AFTER_NAMESPACE();
 #if HWY_ONCE
 namespace velto {
 
-VELTO_VERSIONS(runLanesForward);
-VELTO_VERSIONS(runLanesBackward);
-VELTO_VERSIONS(scoreLanes);
+HWY_EXPORT(runLanesForward);
+HWY_EXPORT(runLanesBackward);
+HWY_EXPORT(scoreLanes);
 
 // ---- 2. Results of a lane
 
@@ -392,12 +390,12 @@ void LatticeLanes::runForward(const PathWeights& weights, const LaneEmissions& e
   emissions_ = &emissions;
   tables_.values.resize(emissions.positions * kHmmStates);
   tables_.scale.resize(emissions.positions);
-  VELTO_CHOOSE(runLanesForward)(weights, emissions, tables_);
+  HWY_DYNAMIC_DISPATCH(runLanesForward)(weights, emissions, tables_);
 }
 
 void LatticeLanes::runBackward() {
   tables_.ways.resize(emissions_->positions * kLaneWays);
-  VELTO_CHOOSE(runLanesBackward)(*weights_, *emissions_, tables_);
+  HWY_DYNAMIC_DISPATCH(runLanesBackward)(*weights_, *emissions_, tables_);
   sumRegions();
 }
 
@@ -468,7 +466,7 @@ void LatticeLanes::framePosteriors(std::size_t lane, float factor,
 
 void LatticeLanes::scorePaths(const LaneRow& factors) {
   factors_ = factors;
-  VELTO_CHOOSE(scoreLanes)(*weights_, *emissions_, factors, tables_);
+  HWY_DYNAMIC_DISPATCH(scoreLanes)(*weights_, *emissions_, factors, tables_);
 }
 
 void LatticeLanes::takePathOf(std::size_t lane, Call& call) const {

@@ -3,7 +3,6 @@
 #include <algorithm>
 
 #include "hmm/row_places.h"
-#include "hmm/vector_choice.h"
 
 #undef HWY_TARGET_INCLUDE
 #define HWY_TARGET_INCLUDE "hmm/network_kernel.cpp"
@@ -166,17 +165,17 @@ HWY_AFTER_NAMESPACE();
 #if HWY_ONCE
 namespace velto {
 
-VELTO_VERSIONS(fillFactors);
-VELTO_VERSIONS(fillBaseParts);
+HWY_EXPORT(fillFactors);
+HWY_EXPORT(fillBaseParts);
 
 void networkFactorsInVectors(const WindowNetwork& network, const ReadContext& context,
                              std::vector<Factors>& factors) {
-  VELTO_CHOOSE(fillFactors)(network, context, factors);
+  HWY_DYNAMIC_DISPATCH(fillFactors)(network, context, factors);
 }
 
 void basePartsInVectors(const WindowNetwork& network, std::span<const Composition> blocks,
                         std::int16_t* parts) {
-  VELTO_CHOOSE(fillBaseParts)(network, blocks, parts);
+  HWY_DYNAMIC_DISPATCH(fillBaseParts)(network, blocks, parts);
 }
 
 }  // namespace velto

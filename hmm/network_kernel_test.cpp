@@ -1,12 +1,12 @@
 #include "hmm/network_kernel.h"
 
 #include <gtest/gtest.h>
+#include <hwy/targets.h>
 
 #include <string>
 #include <vector>
 
 #include "core/random.h"
-#include "hmm/every_target.h"
 #include "hmm/toy_model.h"
 
 namespace velto {
@@ -48,6 +48,17 @@ std::vector<short> randomCodes(int length, Random& random) {
   return codes;
 }
 
+// Runs `check` once for each set of instructions that this processor has.
+template <class Check>
+void onEveryTarget(Check check) {
+  for (const std::int64_t target : hwy::SupportedAndGeneratedTargets()) {
+    SCOPED_TRACE(hwy::TargetName(target));
+    hwy::SetSupportedTargetsForTest(target);
+    check();
+  }
+  hwy::SetSupportedTargetsForTest(0);
+}
+
 // Fewer and more offsets than are added between outputs.
 const std::vector<int> kOffsets[] = {{-7, -1, 0, 4, 11},
                                      {-14, -9, -8, -5, -3, -2, -1, 0, 1, 3, 4, 7, 9, 10, 12}};
@@ -62,8 +73,7 @@ void expectEqualNetworks(const std::vector<int>& offsets) {
       std::vector<Factors> plain, fast;
       context.index(codes);
       networkFactors(network, context, plain);
-      onEveryTarget([&](const char* target) {
-        SCOPED_TRACE(target);
+      onEveryTarget([&] {
         networkFactorsInVectors(network, context, fast);
         EXPECT_EQ(plain, fast) << units << " units, " << length << " bases";
       });
