@@ -41,17 +41,17 @@ TEST(Emissions, FactorsWeighErrorFreeBasesOnly) {
   EXPECT_NEAR(e[0].kind[kNoncodingRead], 7 * 0.25, 1e-6);
 }
 
-TEST(Emissions, BaseBetweenUnknownOnesSaysNothing) {
+TEST(Emissions, BaseAmongUnknownOnesSaysNothing) {
   const Factors factors = {2, 3, 4, 5, 6, 7};
-  const auto codes = codesOf("NNANNNA");
+  const auto codes = codesOf("NNNANNNNNA");
   const std::vector<Factors> all(codes.size(), factors);
   const auto e = emissionsOf({codes, {}}, ratesOf(0.01, 0.02, 0.03), all);
   for (std::size_t kind = 0; kind < kEmissionKinds; ++kind) {
     EXPECT_EQ(e[0].kind[kind], 1.0f);
     EXPECT_EQ(e[1].kind[kind], factors[kind]);
-    EXPECT_EQ(e[3].kind[kind], factors[kind]);
-    EXPECT_EQ(e[4].kind[kind], 1.0f);
     EXPECT_EQ(e[5].kind[kind], factors[kind]);
+    EXPECT_EQ(e[6].kind[kind], 1.0f);
+    EXPECT_EQ(e[7].kind[kind], factors[kind]);
   }
 }
 

@@ -1,6 +1,7 @@
 // What stands around each base of a read.
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
 #include <cstring>
 #include <span>
@@ -38,11 +39,14 @@ struct ReadContext {
 
   std::size_t length() const { return fiveMers.size(); }
 
-  // Whether base i is unknown, and so are its neighbours in the read: what stands around it says
-  // little about it, and nothing within a long gap.
+  // Whether base i is unknown, and so are all within two bases of it in the read: what stands around
+  // it says little about it, and nothing within a long gap.
   bool isInGap(std::size_t i) const {
-    return knownRun[i] == 0 && (i == 0 || knownRun[i - 1] == 0) &&
-           (i + 1 == length() || knownRun[i + 1] == 0);
+    constexpr std::size_t kReach = 2;
+    const std::size_t first = std::max(i, kReach) - kReach;
+    const std::size_t end = std::min(i + kReach + 1, length());
+    return std::all_of(knownRun.data() + first, knownRun.data() + end,
+                       [](std::uint8_t known) { return known == 0; });
   }
 
   // The word of so many letters, at most kMostLetters, that ends at base i; -1 where one of its
