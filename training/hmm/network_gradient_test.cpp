@@ -10,15 +10,16 @@
 namespace velto {
 namespace {
 
-// A read with a start codon, a lost base and an unknown one, and its true states.
+// A read with a start codon, a lost base, an unknown one, a gap of them, and its true states.
 struct Example {
   Example() {
     species.add(2, 240, 45);
     const Transcript& t = species.coding[1];
-    read = applyErrors(t, wholeTranscript(t),
-                       {{100, TemplateError::kDeletion, kUnknownBase},
-                        {130, TemplateError::kUnknown, kUnknownBase},
-                        {140, TemplateError::kSubstitution, 3}});
+    std::vector<TemplateError> errors = {{100, TemplateError::kDeletion, kUnknownBase},
+                                         {130, TemplateError::kUnknown, kUnknownBase},
+                                         {140, TemplateError::kSubstitution, 3}};
+    for (int i = 150; i < 180; ++i) errors.push_back({i, TemplateError::kUnknown, kUnknownBase});
+    read = applyErrors(t, wholeTranscript(t), errors);
     trueStates(read, masks);
     Random random(4);
     for (float& x : parameters) x = static_cast<float>(random.real() - 0.5);
