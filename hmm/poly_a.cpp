@@ -34,7 +34,8 @@ void hidePolyA(std::span<short> codes) {
     first += most < kLeastLike ? kLeastLike - most : 1;
   }
   for (const std::size_t first : alike) {
-    std::ranges::fill(codes.subspan(first + kMargin, kStretch - 2 * kMargin), kUnknownBase);
+    const std::span<short> middle = codes.subspan(first + kMargin, kStretch - 2 * kMargin);
+    std::fill(middle.begin(), middle.end(), kUnknownBase);
   }
 }
 
