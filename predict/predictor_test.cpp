@@ -369,6 +369,8 @@ TEST(PosteriorPredictor, LearnsTheSameFromReadsOfEitherStrand) {
   EXPECT_EQ(learnt(minus, Strand::kBoth).deletion, deletions);
   EXPECT_EQ(learnt(plus, Strand::kPlus).deletion, deletions);
   EXPECT_NE(learnt(minus, Strand::kPlus).deletion, deletions);
+  std::reverse(plus.begin(), plus.end());  // all of them count
+  EXPECT_NEAR(learnt(plus, Strand::kBoth).deletion, deletions, 1e-8);
 }
 
 TEST(PosteriorPredictor, PredictsByWhatIsKnownOfTheFile) {
