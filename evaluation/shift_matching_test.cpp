@@ -34,6 +34,10 @@ TEST(ShiftMatching, MorePairsCountMoreThanTheNearestPair) {
   EXPECT_EQ(matchShifts({100, 110}, {109, 124}, 15), (Matches{{100, 109}, {110, 124}}));
 }
 
+TEST(ShiftMatching, NeighboursOfOneListMayReachBeyondThoseOfTheOther) {
+  EXPECT_EQ(matchShifts({0, 14, 28}, {5, 40}, 15), (Matches{{0, 5}, {28, 40}}));
+}
+
 TEST(ShiftMatching, EqualPositionsArePairedOneByOne) {
   EXPECT_EQ(matchShifts({50, 50, 50}, {50, 50}, 0).size(), 2U);
 }

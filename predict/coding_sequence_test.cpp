@@ -103,6 +103,13 @@ TEST(CodingSequence, LeavesOutTheInsertedBaseAndMarksTheLostOne) {
   EXPECT_EQ(coding.type, CodingType::kComplete);
 }
 
+TEST(CodingSequence, ErrorsMayFollowEachOtherAndStandAtTheFirstBase) {
+  const Prediction twoInserted = region(0, 7, 8, {{Kind::kInsertion, 3}, {Kind::kInsertion, 4}});
+  EXPECT_EQ(codingSequence(twoInserted, "ATGTTCCC", *geneticCode(1)).bases, "ATGCCC");
+  const Prediction firstLost = region(0, 4, 5, {{Kind::kDeletion, 0}});
+  EXPECT_EQ(codingSequence(firstLost, "TGCCC", *geneticCode(1)).bases, "NTGCCC");
+}
+
 TEST(CodingSequence, CodonsThatLostTheirFirstOrMiddleBaseAreInNoPart) {
   // A T G, then (N) C C, then G (N) G, then TAA.
   const Prediction prediction = region(0, 9, 10, {{Kind::kDeletion, 3}, {Kind::kDeletion, 6}});
